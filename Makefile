@@ -1,0 +1,54 @@
+# Vexa Plus — build, run and test.
+BUILD ?= build
+PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins libgl-dev \
+           libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
+           fonts-liberation fonts-dejavu-core clang-format xvfb
+export QT_QPA_PLATFORM ?= offscreen
+
+.PHONY: all deps build run test bench capturas format format-check clean
+
+all: build
+
+# Installs the Debian packages the build needs, only those that are missing.
+deps:
+	@faltam=""; for p in $(PACOTES); do \
+	  dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q "ok installed" || faltam="$$faltam $$p"; \
+	done; \
+	if [ -n "$$faltam" ]; then \
+	  echo "Instalando:$$faltam"; \
+	  SUDO=""; [ "$$(id -u)" -ne 0 ] && SUDO=sudo; \
+	  $$SUDO apt-get update -qq && DEBIAN_FRONTEND=noninteractive $$SUDO apt-get install -y -qq --no-install-recommends $$faltam; \
+	fi
+
+$(BUILD)/build.ninja:
+	cmake -S . -B $(BUILD) -G Ninja
+
+build: deps $(BUILD)/build.ninja
+	cmake --build $(BUILD)
+
+# Starts the program in a window, with the simulated printer.
+run: build
+	@if [ -z "$$DISPLAY" ] && [ -z "$$WAYLAND_DISPLAY" ]; then \
+	  echo "Sem tela gráfica: abrindo em uma tela virtual (xvfb-run)."; \
+	  QT_QPA_PLATFORM=xcb xvfb-run -a $(BUILD)/vexa; \
+	else QT_QPA_PLATFORM= $(BUILD)/vexa; fi
+
+test: build format-check
+	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j2
+
+bench: build
+	$(BUILD)/benchmarks/vexa_bench
+
+capturas: build
+	mkdir -p capturas
+	$(BUILD)/benchmarks/vexa_capturas capturas
+	@echo "Capturas em capturas/"
+
+format:
+	find src tests benchmarks -name '*.cpp' -o -name '*.h' -o -name '*.c' | xargs clang-format -i
+
+format-check: deps
+	@find src tests benchmarks -name '*.cpp' -o -name '*.h' -o -name '*.c' | xargs clang-format --dry-run --Werror
+
+clean:
+	rm -rf $(BUILD)

@@ -1,0 +1,24 @@
+// Vexa Plus: fills in and prints cheques on the document printer and keeps their register.
+#include "cheque/main.h"
+#include "core/inicio.h"
+#include "core/sessao.h"
+#include "ui/aplicacao.h"
+#include "ui/desktop_qt.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[]) {
+    QApplication app(argc, argv);
+    vexa::ui::PreparaAplicacao(app);
+
+    // The arguments are another program's request: the fields of a cheque.
+    const QString linha = QCoreApplication::arguments().mid(1).join(' ');
+
+    vexa::Sessao sessao;
+    vexa::PreparaPastaDados(sessao);
+    vexa::ui::DesktopQt desktop;
+    desktop.Abre(std::make_unique<vexa::Main>(sessao, desktop, linha));
+    // The entry screen closes itself in its load when another copy was running.
+    if (!desktop.Aberta("Main")) return 0;
+    return app.exec();
+}

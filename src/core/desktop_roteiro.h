@@ -1,0 +1,63 @@
+#pragma once
+// A desktop for tests and tools: message boxes are answered from a list and recorded,
+// screens are kept open without windows, dialogs answer what the test set.
+#include "core/desktop.h"
+#include "core/tela.h"
+
+#include <QList>
+#include <vector>
+
+namespace vexa {
+
+class DesktopRoteiro : public Desktop {
+  public:
+    struct Mensagem {
+        QString Texto;
+        QString Titulo;
+        Botoes Botoes_ = Botoes::OK;
+        Icone Icone_ = Icone::Nenhum;
+        Resposta Respondida = Resposta::OK;
+    };
+
+    // Answers for the next message boxes, in order. When the list runs out a box is
+    // answered with its first button (OK, Yes, Abort or Retry).
+    QList<Resposta> Respostas;
+    QList<Mensagem> Mensagens;
+
+    // Every screen opened, by name, in order (also those that were already open).
+    QStringList Abertas;
+    // The path the save dialog answers (empty: Cancel).
+    QString CaminhoSalvar;
+    // What the system printer answers, and what it received.
+    int ErroImpressao = 0;
+    QList<DocumentoImpressao> Impressos;
+    QStringList Ajudas;
+    // Screens shown while loading, and whether the run was ended (with its code).
+    QStringList Mostradas;
+    bool Encerrado = false;
+    int CodigoSaida = 0;
+
+    Resposta MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
+                    Icone icone) override;
+    Tela *Abre(std::unique_ptr<Tela> tela, bool modal) override;
+    void Fecha(Tela &tela) override;
+    void Mostra(Tela &tela) override;
+    void Encerra(int codigo) override;
+    Tela *Aberta(const QString &nome) const override;
+    QString SalvarComo(const QString &titulo, const QString &filtro,
+                       const QString &nomeSugerido) override;
+    int ImprimeSistema(const DocumentoImpressao &documento) override;
+    void Ajuda(const QString &topico) override;
+
+    // The texts of the recorded messages, in order.
+    QStringList Textos() const;
+    template <class T> T *Tela_(const QString &nome) const {
+        return dynamic_cast<T *>(Aberta(nome));
+    }
+
+  private:
+    std::vector<std::unique_ptr<Tela>> telas_;
+    std::vector<std::unique_ptr<Tela>> fechadas_;
+};
+
+} // namespace vexa

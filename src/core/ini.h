@@ -1,0 +1,14 @@
+#pragma once
+// VEXA.INI, read and written as the classic private-profile routines do.
+#include <QString>
+
+namespace vexa {
+
+// An empty Valor reads the key; "*%*" writes the key with an empty value; anything else
+// writes Valor. A read gives the value (at most 159 characters, without an ending zero
+// character) or "-2" when the key is missing or its value begins with "-2". A write gives
+// "1" when done and "0" when the file could not be written.
+QString LeGravaIni(const QString &CaminhoIni, const QString &Secao, const QString &Chave,
+                   const QString &Valor);
+
+} // namespace vexa

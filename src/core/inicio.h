@@ -1,0 +1,32 @@
+#pragma once
+// Start and stop of a run: the settings the start-up reads, the first-run message and the
+// configuration program, and the state written back at exit.
+#include "core/desktop.h"
+#include "core/sessao.h"
+
+namespace vexa {
+
+// At the first start, lays down the data folder: VEXA.INI as delivered (FirstTime=1 in
+// section Config) and VEXA.db with its tables. Later starts find them and touch nothing.
+void PreparaPastaDados(Sessao &s);
+
+// The settings part of the start-up, in its order: paths and names, the report box (returned:
+// true when it is ticked), the port, the retention periods and the copy option, the day of
+// the run, and the field flags. The numeric options read later in the start-up come from
+// LeOpcoesNumericas.
+bool IniciaConfiguracoes(Sessao &s);
+// The cheque-number obligation and the cheques per page of the printed lists.
+void LeOpcoesNumericas(Sessao &s);
+
+// The first-run message, about five seconds after the start.
+void PrimeiraVez(Sessao &s, Desktop &d);
+// Brings up the printer maker's configuration program. Result 1.
+int ExecutaConfiguracao(Sessao &s, Desktop &d);
+// The name of the configuration program, looked for in the data folder and beside the
+// program.
+inline constexpr const char *ProgramaConfiguracao = "VEXACFG.EXE";
+
+// Writes the state of the report box to InRel ("1" ticked, "0" not).
+void GravaInRel(Sessao &s, bool marcado);
+
+} // namespace vexa

@@ -1,0 +1,57 @@
+#pragma once
+// What every screen of a run shares: one Sessao, made at start and handed by reference.
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+namespace vexa {
+
+class BaseDados;
+class Vexa32;
+
+struct Sessao {
+    Sessao();
+    explicit Sessao(const QString &caminhoApp);
+    ~Sessao();
+    Sessao(const Sessao &) = delete;
+    Sessao &operator=(const Sessao &) = delete;
+
+    QString CaminhoIni;          // the settings file, VEXA.INI in the data folder
+    QString CaminhoApp;          // the data folder: database, copy files, printer simulator
+    QString NomeMDB = "VEXA.db"; // the database's name for messages
+    QString PortaImpressora;     // port name for IniciaPorta
+    QString TituloCfg = "0";     // title of the running configuration program, "0" when none
+    QString Hoje6;               // the day of the run as ddmmyy; never refreshed
+    QString MesAno;              // characters 3 to 6 of Hoje6
+    qint16 PeriodoRel = 30;
+    qint16 PeriodoCop = 30;
+    qint16 UsaInvertida = 1;
+    qint16 NumeroObrigatorio = 1;
+    qint16 ChequesPorPagina = 55;
+    qint16 ValidaCampos = 1;
+    qint16 FechaTela = 0;
+    qint16 TipoPesquisa = 0; // 0 payee, 1 city, 2 bank
+    QString ResultadoPesquisa;
+    qint16 FaseInicio = 1;
+    qint16 MostraLogo = 1;
+
+    // Shared texts of the conversions: the amount in words, and the month's name.
+    QString ValorExtenso;
+    QString MesNome;
+
+    // The open database and its shared record sets.
+    std::unique_ptr<BaseDados> Banco;
+
+    // The printer library in use (simulated or the real one).
+    std::unique_ptr<Vexa32> Impressora;
+
+    // Sets CaminhoApp and the paths that hang on it, and creates the folder.
+    void DefineCaminho(const QString &caminhoApp);
+    // Sets Hoje6 and MesAno from today's date.
+    void DefineHoje();
+    // Reads a numeric setting by the common pattern: the default, replaced by the
+    // stored number when the key is present.
+    qint16 LeNumero(const QString &secao, const QString &chave, qint16 padrao) const;
+};
+
+} // namespace vexa

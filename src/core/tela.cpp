@@ -1,0 +1,157 @@
+#include "core/tela.h"
+
+#include <QRegularExpression>
+
+namespace vexa {
+
+RefControle RefControle::de(const QString &texto) {
+    static const QRegularExpression re(R"(^([A-Za-z_][A-Za-z0-9_]*)(?:\((\d+)\))?$)");
+    const auto m = re.match(texto);
+    if (!m.hasMatch()) return {};
+    return {m.captured(1), m.captured(2).isEmpty() ? -1 : m.captured(2).toInt()};
+}
+
+Tela::Tela(QString nome, QString caption, Sessao &sessao, Desktop &desktop)
+    : Nome(std::move(nome)), Caption(std::move(caption)), sessao(sessao), desktop(desktop) {}
+
+Tela::~Tela() = default;
+
+void Tela::Unload() {
+    desktop.Fecha(*this);
+}
+
+Controle *Tela::controle(const RefControle &ref) const {
+    const auto n = porNome_.find(ref.Nome);
+    if (n == porNome_.end()) return nullptr;
+    const auto c = n->second.find(ref.Index);
+    return c == n->second.end() ? nullptr : c->second;
+}
+
+RefControle Tela::ref(const Controle &c) const {
+    for (const auto &[r, p] : ordem_)
+        if (p == &c) return r;
+    return {};
+}
+
+void Tela::registra(const QString &nome, Controle &c) {
+    registra_indice(nome, -1, c);
+}
+
+void Tela::registra_indice(const QString &nome, int index, Controle &c) {
+    ordem_.push_back({RefControle{nome, index}, &c});
+    porNome_[nome][index] = &c;
+}
+
+void Tela::liga(const QString &nome, Evento evento, std::function<void(int)> handler) {
+    handlers_[{nome, int(evento)}] = std::move(handler);
+}
+
+void Tela::ligaTecla(const QString &nome, Evento evento,
+                     std::function<void(int, int &, int)> handler) {
+    teclas_[{nome, int(evento)}] = std::move(handler);
+}
+
+bool Tela::TemHandler(const RefControle &ref, Evento evento) const {
+    return handlers_.count({ref.Nome, int(evento)}) || teclas_.count({ref.Nome, int(evento)});
+}
+
+bool Tela::Dispara(const RefControle &ref, Evento evento) {
+    if (descarregada_) return false;
+    const auto h = handlers_.find({ref.Nome, int(evento)});
+    if (h == handlers_.end()) return false;
+    h->second(ref.Index);
+    return true;
+}
+
+bool Tela::DisparaTecla(const RefControle &ref, Evento evento, int &codigo, int shift) {
+    if (descarregada_) return false;
+    const auto h = teclas_.find({ref.Nome, int(evento)});
+    if (h == teclas_.end()) return false;
+    h->second(ref.Index, codigo, shift);
+    return true;
+}
+
+bool Tela::Focavel(const Controle &c) {
+    switch (c.Tipo) {
+    case TipoControle::Texto:
+    case TipoControle::Botao:
+    case TipoControle::Opcao:
+    case TipoControle::Caixa:
+    case TipoControle::Lista:
+    case TipoControle::Combo:
+    case TipoControle::Forma:
+        return c.Enabled && c.Visible;
+    default:
+        return false;
+    }
+}
+
+void Tela::Clica(const QString &nome, int index) {
+    const RefControle r{nome, index};
+    Controle *c = controle(r);
+    if (!c || !c->Enabled || !c->Visible) return;
+    if (Focavel(*c)) {
+        SetFocus(r);
+        if (!(foco_ == r)) return;
+    }
+    if (c->Tipo == TipoControle::Caixa) c->Value = c->Value ? 0 : 1;
+    if (c->Tipo == TipoControle::Opcao) {
+        for (auto &[outra, p] : ordem_)
+            if (p->Tipo == TipoControle::Opcao && p != c) p->Value = 0;
+        c->Value = 1;
+    }
+    Dispara(r, Evento::Click);
+}
+
+void Tela::Digita(const QString &nome, int index, const QString &texto) {
+    const RefControle r{nome, index};
+    Controle *c = controle(r);
+    if (!c) return;
+    if (!(foco_ == r)) SetFocus(r);
+    QString t = texto;
+    if (c->MaxLength > 0 && t.size() > c->MaxLength) t.truncate(c->MaxLength);
+    c->Text = t;
+    Dispara(r, Evento::Change);
+}
+
+int Tela::Tecla(int keyCode, int shift) {
+    const RefControle r = foco_;
+    if (!r.valida()) return keyCode;
+    DisparaTecla(r, Evento::KeyDown, keyCode, shift);
+    return keyCode;
+}
+
+void Tela::Muda(Controle &c, const QString &texto) {
+    c.Text = texto;
+    Dispara(ref(c), Evento::Change);
+}
+
+void Tela::SetFocus(const RefControle &destino) {
+    Controle *c = controle(destino);
+    if (!c || !Focavel(*c)) return;
+    if (movendo_) {
+        // Called from a handler of a move under way: the move ends there instead.
+        redireciona_ = destino;
+        return;
+    }
+    if (destino == foco_) return;
+    move_foco(destino);
+}
+
+void Tela::move_foco(RefControle destino) {
+    const RefControle origem = foco_;
+    movendo_ = true;
+    redireciona_.reset();
+    Dispara(destino, Evento::Enter);
+    if (redireciona_) destino = *redireciona_;
+    redireciona_.reset();
+    if (origem.valida() && !(destino == origem)) Dispara(origem, Evento::LostFocus);
+    if (redireciona_) destino = *redireciona_;
+    movendo_ = false;
+    redireciona_.reset();
+    if (destino == origem) return;
+    foco_ = destino;
+    Dispara(destino, Evento::GotFocus);
+}
+
+} // namespace vexa

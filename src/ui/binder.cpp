@@ -1,0 +1,397 @@
+#include "ui/binder.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPixmap>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QWidget>
+
+namespace vexa::ui {
+
+namespace {
+std::vector<Binder *> &vivos() {
+    static std::vector<Binder *> v;
+    return v;
+}
+int profundidade = 0;
+
+QColor cor_rgb(qint32 rgb) {
+    return QColor(rgb & 0xFF, (rgb >> 8) & 0xFF, (rgb >> 16) & 0xFF);
+}
+
+int shift_de(Qt::KeyboardModifiers m) {
+    return (m & Qt::ShiftModifier ? 1 : 0) | (m & Qt::ControlModifier ? 2 : 0) |
+           (m & Qt::AltModifier ? 4 : 0);
+}
+} // namespace
+
+Binder::Binder(Tela &tela, QWidget *raiz) : QObject(raiz), tela_(tela), raiz_(raiz) {
+    vivos().push_back(this);
+    QList<QObject *> objetos;
+    objetos.append(raiz);
+    for (QObject *o : raiz->findChildren<QObject *>())
+        objetos.append(o);
+    for (QObject *o : objetos) {
+        if (o->objectName().isEmpty()) continue;
+        const RefControle ref = RefControle::de(o->objectName());
+        if (!ref.valida()) continue;
+        if (Controle *c = tela.controle(ref)) liga(o, ref, c);
+    }
+    // Timers have no widget: the binder runs them.
+    for (const auto &[ref, c] : tela.controles()) {
+        if (c->Tipo != TipoControle::Temporizador) continue;
+        auto *t = new QTimer(this);
+        const RefControle r = ref;
+        connect(t, &QTimer::timeout, this, [this, r] {
+            if (tela_.Descarregada()) return;
+            Despacha([this, r] { tela_.Dispara(r, Evento::Timer); });
+        });
+        timers_.push_back({ref, t});
+    }
+    tela.aoMudar = [this] {
+        if (profundidade == 0) Espelha();
+    };
+    Espelha();
+}
+
+Binder::~Binder() {
+    auto &v = vivos();
+    v.erase(std::remove(v.begin(), v.end(), this), v.end());
+    if (!tela_.Descarregada()) tela_.aoMudar = nullptr;
+}
+
+bool Binder::Ocupado() {
+    return profundidade > 0;
+}
+
+void Binder::Despacha(const std::function<void()> &acao) {
+    ++profundidade;
+    acao();
+    --profundidade;
+    if (profundidade == 0) EspelhaTodos();
+}
+
+void Binder::EspelhaTodos() {
+    const auto copia = vivos();
+    for (Binder *b : copia)
+        if (std::find(vivos().begin(), vivos().end(), b) != vivos().end()) b->Espelha();
+}
+
+QObject *Binder::objeto(const RefControle &ref) const {
+    for (const auto &l : ligacoes_)
+        if (l.ref == ref) return l.objeto;
+    return nullptr;
+}
+
+QWidget *Binder::widget(const RefControle &ref) const {
+    return qobject_cast<QWidget *>(objeto(ref));
+}
+
+const Binder::Ligacao *Binder::ligacao_de(QObject *obj) const {
+    for (const auto &l : ligacoes_)
+        if (l.objeto == obj) return &l;
+    return nullptr;
+}
+
+void Binder::clique(const RefControle &ref) {
+    Despacha([this, ref] {
+        Controle *c = tela_.controle(ref);
+        if (!c || !c->Enabled) return;
+        if (Tela::Focavel(*c)) {
+            tela_.SetFocus(ref);
+            // A leave handler that kept the focus elsewhere cancels the click.
+            if (!(tela_.Foco() == ref)) return;
+        }
+        tela_.Dispara(ref, Evento::Click);
+    });
+}
+
+void Binder::liga(QObject *obj, const RefControle &ref, Controle *c) {
+    ligacoes_.push_back({ref, c, obj});
+    if (auto *w = qobject_cast<QWidget *>(obj)) w->installEventFilter(this);
+
+    if (auto *e = qobject_cast<QLineEdit *>(obj)) {
+        connect(e, &QLineEdit::textEdited, this, [this, ref, c](const QString &t) {
+            if (espelhando_) return;
+            Despacha([this, ref, c, t] {
+                c->Text = t;
+                tela_.Dispara(ref, Evento::Change);
+            });
+        });
+    } else if (auto *p = qobject_cast<QPlainTextEdit *>(obj)) {
+        connect(p, &QPlainTextEdit::textChanged, this, [this, ref, c, p] {
+            if (espelhando_) return;
+            const QString t = p->toPlainText();
+            Despacha([this, ref, c, t] {
+                c->Text = t;
+                tela_.Dispara(ref, Evento::Change);
+            });
+        });
+    } else if (auto *cb = qobject_cast<QCheckBox *>(obj)) {
+        connect(cb, &QCheckBox::clicked, this, [this, ref, c](bool marcado) {
+            c->Value = marcado ? 1 : 0;
+            clique(ref);
+        });
+    } else if (auto *rb = qobject_cast<QRadioButton *>(obj)) {
+        connect(rb, &QRadioButton::clicked, this, [this, ref, c] {
+            for (const auto &l : ligacoes_)
+                if (l.controle->Tipo == TipoControle::Opcao) l.controle->Value = 0;
+            c->Value = 1;
+            clique(ref);
+        });
+    } else if (auto *b = qobject_cast<QAbstractButton *>(obj)) {
+        connect(b, &QAbstractButton::clicked, this, [this, ref] { clique(ref); });
+    } else if (auto *lw = qobject_cast<QListWidget *>(obj)) {
+        connect(lw, &QListWidget::currentRowChanged, this, [this, ref, c](int linha) {
+            if (espelhando_ || linha == c->ListIndex) return;
+            Despacha([this, ref, c, linha] {
+                c->ListIndex = linha;
+                tela_.Dispara(ref, Evento::Click);
+            });
+        });
+        connect(lw, &QListWidget::itemDoubleClicked, this, [this, ref, c, lw](QListWidgetItem *i) {
+            const int linha = lw->row(i);
+            Despacha([this, ref, c, linha] {
+                c->ListIndex = linha;
+                tela_.Dispara(ref, Evento::DblClick);
+            });
+        });
+    } else if (auto *co = qobject_cast<QComboBox *>(obj)) {
+        connect(co, &QComboBox::activated, this, [this, ref, c, co](int i) {
+            Despacha([this, ref, c, co, i] {
+                c->ListIndex = i;
+                c->Text = co->itemText(i);
+                tela_.Dispara(ref, Evento::Click);
+            });
+        });
+        if (co->isEditable())
+            connect(co, &QComboBox::editTextChanged, this, [this, ref, c](const QString &t) {
+                if (espelhando_) return;
+                Despacha([this, ref, c, t] {
+                    c->Text = t;
+                    tela_.Dispara(ref, Evento::Change);
+                });
+            });
+    } else if (auto *a = qobject_cast<QAction *>(obj)) {
+        connect(a, &QAction::triggered, this, [this, ref, c](bool marcado) {
+            Despacha([this, ref, c, marcado] {
+                if (c->Enabled) {
+                    c->Value = marcado ? 1 : 0;
+                    tela_.Dispara(ref, Evento::Click);
+                }
+            });
+        });
+    }
+}
+
+bool Binder::eventFilter(QObject *obj, QEvent *ev) {
+    const Ligacao *l = ligacao_de(obj);
+    if (!l || tela_.Descarregada()) return false;
+    const RefControle ref = l->ref;
+
+    if (ev->type() == QEvent::FocusIn) {
+        if (espelhando_ || Ocupado() || tela_.Foco() == ref) return false;
+        Despacha([this, ref] { tela_.SetFocus(ref); });
+        return false;
+    }
+    if (ev->type() == QEvent::MouseButtonDblClick && qobject_cast<QLineEdit *>(obj)) {
+        Despacha([this, ref] { tela_.Dispara(ref, Evento::DblClick); });
+        return false;
+    }
+    if (ev->type() != QEvent::KeyPress) return false;
+
+    auto *k = static_cast<QKeyEvent *>(ev);
+    if (k->key() == Qt::Key_Tab || k->key() == Qt::Key_Backtab) return false;
+    const int codigo = CodigoTecla(k->key());
+    bool engolida = false;
+    if (codigo != 0 && tela_.TemHandler(ref, Evento::KeyDown)) {
+        Despacha([&] {
+            int c = codigo;
+            tela_.DisparaTecla(ref, Evento::KeyDown, c, shift_de(k->modifiers()));
+            // A key whose handler moved the focus is spent.
+            engolida = c == 0 || !(tela_.Foco() == ref);
+        });
+    }
+    if (engolida) return true;
+    const QString texto = k->text();
+    if (texto.size() == 1 && tela_.TemHandler(ref, Evento::KeyPress)) {
+        int ascii = texto.at(0).unicode();
+        Despacha([&] { tela_.DisparaTecla(ref, Evento::KeyPress, ascii, 0); });
+        if (ascii == 0) return true;
+        if (ascii != texto.at(0).unicode()) {
+            if (auto *e = qobject_cast<QLineEdit *>(obj)) {
+                e->insert(QString(QChar(ascii)));
+                Despacha([this, ref, e] {
+                    if (Controle *c = tela_.controle(ref)) c->Text = e->text();
+                    tela_.Dispara(ref, Evento::Change);
+                });
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+int Binder::CodigoTecla(int k) {
+    if (k >= Qt::Key_F1 && k <= Qt::Key_F12) return 112 + (k - Qt::Key_F1);
+    if (k >= Qt::Key_A && k <= Qt::Key_Z) return k;
+    if (k >= Qt::Key_0 && k <= Qt::Key_9) return k;
+    switch (k) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_Backspace:
+        return 8;
+    case Qt::Key_Space:
+        return 32;
+    case Qt::Key_PageUp:
+        return 33;
+    case Qt::Key_PageDown:
+        return 34;
+    case Qt::Key_End:
+        return 35;
+    case Qt::Key_Home:
+        return 36;
+    case Qt::Key_Left:
+        return 37;
+    case Qt::Key_Up:
+        return 38;
+    case Qt::Key_Right:
+        return 39;
+    case Qt::Key_Down:
+        return 40;
+    case Qt::Key_Insert:
+        return 45;
+    case Qt::Key_Delete:
+        return 46;
+    default:
+        return 0;
+    }
+}
+
+void Binder::Espelha() {
+    if (tela_.Descarregada() || !raiz_) return;
+    espelhando_ = true;
+    if (raiz_->isWindow() && raiz_->windowTitle() != tela_.Caption)
+        raiz_->setWindowTitle(tela_.Caption);
+    for (const auto &l : ligacoes_)
+        if (l.objeto) espelha_um(l);
+    for (auto &[ref, t] : timers_) {
+        const Controle *c = tela_.controle(ref);
+        const bool ligado = c->Enabled && c->Interval > 0;
+        if (ligado && (t->interval() != c->Interval || !t->isActive()))
+            t->start(c->Interval);
+        else if (!ligado && t->isActive())
+            t->stop();
+    }
+    espelha_foco();
+    espelhando_ = false;
+    if (aoEspelhar) aoEspelhar();
+}
+
+void Binder::espelha_um(const Ligacao &l) {
+    Controle *c = l.controle;
+    if (auto *a = qobject_cast<QAction *>(l.objeto)) {
+        if (a->text() != c->Caption) a->setText(c->Caption);
+        a->setEnabled(c->Enabled);
+        a->setVisible(c->Visible);
+        if (a->isCheckable()) a->setChecked(c->Value != 0);
+        return;
+    }
+    auto *w = qobject_cast<QWidget *>(l.objeto);
+    if (!w) return;
+    if (w->isEnabled() != c->Enabled) w->setEnabled(c->Enabled);
+    if (w->isHidden() == c->Visible) w->setHidden(!c->Visible);
+    if (!c->ToolTipText.isEmpty()) w->setToolTip(c->ToolTipText);
+
+    if (auto *e = qobject_cast<QLineEdit *>(w)) {
+        if (e->text() != c->Text) e->setText(c->Text);
+        const int max = c->MaxLength > 0 ? c->MaxLength : 32767;
+        if (e->maxLength() != max) e->setMaxLength(max);
+        e->setReadOnly(c->Locked);
+        if (c->SelecionaTudo) {
+            e->selectAll();
+            c->SelecionaTudo = false;
+        }
+    } else if (auto *p = qobject_cast<QPlainTextEdit *>(w)) {
+        if (p->toPlainText() != c->Text) p->setPlainText(c->Text);
+        p->setReadOnly(c->Locked);
+    } else if (auto *b = qobject_cast<QAbstractButton *>(w)) {
+        if (!c->Caption.isEmpty() && b->text() != c->Caption) b->setText(c->Caption);
+        if (b->isCheckable() && b->isChecked() != (c->Value != 0)) b->setChecked(c->Value != 0);
+    } else if (auto *lw = qobject_cast<QListWidget *>(w)) {
+        bool iguais = lw->count() == c->Itens.size();
+        for (int i = 0; iguais && i < lw->count(); ++i)
+            iguais = lw->item(i)->text() == c->Itens[i];
+        if (!iguais) {
+            lw->clear();
+            lw->addItems(c->Itens);
+        }
+        if (lw->currentRow() != c->ListIndex) lw->setCurrentRow(c->ListIndex);
+    } else if (auto *co = qobject_cast<QComboBox *>(w)) {
+        bool iguais = co->count() == c->Itens.size();
+        for (int i = 0; iguais && i < co->count(); ++i)
+            iguais = co->itemText(i) == c->Itens[i];
+        if (!iguais) {
+            co->clear();
+            co->addItems(c->Itens);
+        }
+        if (co->isEditable()) {
+            if (co->currentText() != c->Text) co->setEditText(c->Text);
+        } else if (co->currentIndex() != c->ListIndex) {
+            co->setCurrentIndex(c->ListIndex);
+        }
+    } else if (auto *g = qobject_cast<QGroupBox *>(w)) {
+        if (g->title() != c->Caption) g->setTitle(c->Caption);
+    } else if (auto *pb = qobject_cast<QProgressBar *>(w)) {
+        pb->setValue(qBound(0, c->Value, 100));
+        if (c->ForeColor != SemCor) {
+            QPalette pal = pb->palette();
+            pal.setColor(QPalette::Highlight, cor_rgb(c->ForeColor));
+            pb->setPalette(pal);
+        }
+    } else if (auto *lb = qobject_cast<QLabel *>(w)) {
+        if (c->Tipo == TipoControle::Imagem) {
+            if (lb->property("imagem").toString() != c->Picture) {
+                lb->setProperty("imagem", c->Picture);
+                QPixmap px(c->Picture);
+                if (!px.isNull()) lb->setPixmap(px);
+            }
+        } else if (lb->text() != c->Caption) {
+            lb->setText(c->Caption);
+        }
+        if (c->ForeColor != SemCor) {
+            QPalette pal = lb->palette();
+            pal.setColor(QPalette::WindowText, cor_rgb(c->ForeColor));
+            lb->setPalette(pal);
+        } else if (lb->palette().resolveMask()) {
+            lb->setPalette(QPalette());
+        }
+    }
+}
+
+void Binder::espelha_foco() {
+    const RefControle foco = tela_.Foco();
+    if (!foco.valida()) return;
+    QWidget *w = widget(foco);
+    if (!w || w->hasFocus() || !w->isVisible()) return;
+    QWidget *janela = w->window();
+    if (QApplication::activeModalWidget() && QApplication::activeModalWidget() != janela) return;
+    w->setFocus(Qt::OtherFocusReason);
+}
+
+} // namespace vexa::ui

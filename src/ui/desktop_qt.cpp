@@ -1,0 +1,268 @@
+#include "ui/desktop_qt.h"
+
+#include "ui/binder.h"
+#include "ui/vistas.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QFontDatabase>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QPushButton>
+#include <QScreen>
+#include <QTextBrowser>
+
+namespace vexa::ui {
+
+// The window of one screen: it owns the model, so the model lives as long as its window.
+class JanelaTela : public QMainWindow {
+  public:
+    JanelaTela(std::unique_ptr<Tela> tela) : tela_(std::move(tela)) {
+        setAttribute(Qt::WA_DeleteOnClose, false);
+        setObjectName(tela_->Nome);
+    }
+    Tela &tela() { return *tela_; }
+    Binder *binder = nullptr;
+    QEventLoop *laco = nullptr;
+
+  protected:
+    void closeEvent(QCloseEvent *ev) override {
+        if (tela_->Descarregada()) return ev->accept();
+        int cancela = 0;
+        Binder::Despacha([&] { tela_->Form_QueryUnload(cancela); });
+        if (cancela) return ev->ignore();
+        ev->accept();
+        tela_->desktop.Fecha(*tela_);
+    }
+
+  private:
+    std::unique_ptr<Tela> tela_;
+};
+
+namespace {
+// Sizes the window for its screen and centres it on the desktop.
+void posiciona(QMainWindow &janela, const Tela &t) {
+    if (t.LarguraJanela > 0 && t.AlturaJanela > 0)
+        janela.resize(t.LarguraJanela, t.AlturaJanela);
+    else
+        janela.adjustSize();
+    if (QScreen *tela_fisica = QApplication::primaryScreen()) {
+        const QRect area = tela_fisica->availableGeometry();
+        janela.move(area.center() - janela.rect().center());
+    }
+}
+} // namespace
+
+DesktopQt::DesktopQt() = default;
+DesktopQt::~DesktopQt() = default;
+
+Resposta DesktopQt::MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
+                           Icone icone) {
+    QMessageBox caixa(QApplication::activeWindow());
+    caixa.setObjectName("MsgBox");
+    caixa.setText(texto);
+    // A box without a title shows the program's name, as the desktop always did.
+    caixa.setWindowTitle(titulo.isEmpty() ? QStringLiteral("Vexa Plus") : titulo);
+    switch (icone) {
+    case Icone::Critico:
+        caixa.setIcon(QMessageBox::Critical);
+        break;
+    case Icone::Pergunta:
+        caixa.setIcon(QMessageBox::Question);
+        break;
+    case Icone::Exclamacao:
+        caixa.setIcon(QMessageBox::Warning);
+        break;
+    case Icone::Informacao:
+        caixa.setIcon(QMessageBox::Information);
+        break;
+    case Icone::Nenhum:
+        break;
+    }
+    struct B {
+        QMessageBox::StandardButton qt;
+        Resposta r;
+        const char *texto;
+    };
+    QList<B> lista;
+    switch (botoes) {
+    case Botoes::OK:
+        lista = {{QMessageBox::Ok, Resposta::OK, "OK"}};
+        break;
+    case Botoes::OKCancel:
+        lista = {{QMessageBox::Ok, Resposta::OK, "OK"},
+                 {QMessageBox::Cancel, Resposta::Cancel, "Cancelar"}};
+        break;
+    case Botoes::AbortRetryIgnore:
+        lista = {{QMessageBox::Abort, Resposta::Abort, "&Anular"},
+                 {QMessageBox::Retry, Resposta::Retry, "&Repetir"},
+                 {QMessageBox::Ignore, Resposta::Ignore, "&Ignorar"}};
+        break;
+    case Botoes::YesNoCancel:
+        lista = {{QMessageBox::Yes, Resposta::Yes, "&Sim"},
+                 {QMessageBox::No, Resposta::No, "&Não"},
+                 {QMessageBox::Cancel, Resposta::Cancel, "Cancelar"}};
+        break;
+    case Botoes::YesNo:
+        lista = {{QMessageBox::Yes, Resposta::Yes, "&Sim"},
+                 {QMessageBox::No, Resposta::No, "&Não"}};
+        break;
+    case Botoes::RetryCancel:
+        lista = {{QMessageBox::Retry, Resposta::Retry, "&Repetir"},
+                 {QMessageBox::Cancel, Resposta::Cancel, "Cancelar"}};
+        break;
+    }
+    QMessageBox::StandardButtons padrao;
+    for (const auto &b : lista)
+        padrao |= b.qt;
+    caixa.setStandardButtons(padrao);
+    for (const auto &b : lista)
+        caixa.button(b.qt)->setText(QString::fromUtf8(b.texto));
+    caixa.setDefaultButton(lista.first().qt);
+    const int escolhido = caixa.exec();
+    for (const auto &b : lista)
+        if (escolhido == b.qt) return b.r;
+    // Closing the box answers as its cancelling button, or the only one.
+    return lista.size() == 1 ? lista.first().r : lista.last().r;
+}
+
+Tela *DesktopQt::Abre(std::unique_ptr<Tela> tela, bool modal) {
+    if (Tela *ja = Aberta(tela->Nome)) {
+        if (QMainWindow *j = Janela(*ja)) {
+            j->showNormal();
+            j->raise();
+            j->activateWindow();
+        }
+        return ja;
+    }
+    const FabricaVista fabrica = VistaDe(tela->Nome);
+    auto *janela = new JanelaTela(std::move(tela));
+    Tela &t = janela->tela();
+    janelas_.append(janela);
+    if (fabrica) fabrica(t, *janela);
+    janela->binder = new Binder(t, janela);
+    Binder::Despacha([&t] { t.Form_Load(); });
+    if (t.Descarregada()) return nullptr;
+    if (!janela->isVisible()) posiciona(*janela, t);
+    if (!t.Visible) return &t;
+    if (modal) {
+        janela->setWindowModality(Qt::ApplicationModal);
+        QEventLoop laco;
+        janela->laco = &laco;
+        janela->show();
+        janela->activateWindow();
+        janela->binder->Espelha();
+        laco.exec();
+        return nullptr;
+    }
+    janela->show();
+    janela->activateWindow();
+    janela->binder->Espelha();
+    return &t;
+}
+
+void DesktopQt::Fecha(Tela &tela) {
+    if (tela.Descarregada()) return;
+    tela.Form_Unload();
+    tela.marcaDescarregada();
+    for (const auto &j : janelas_) {
+        if (!j || &j->tela() != &tela) continue;
+        JanelaTela *janela = j;
+        janelas_.removeAll(j);
+        if (janela->laco) janela->laco->quit();
+        janela->hide();
+        janela->deleteLater();
+        break;
+    }
+}
+
+void DesktopQt::Mostra(Tela &tela) {
+    QMainWindow *janela = Janela(tela);
+    if (!janela) return;
+    if (!janela->isVisible()) posiciona(*janela, tela);
+    janela->showNormal();
+    janela->raise();
+    janela->activateWindow();
+    if (auto *j = static_cast<JanelaTela *>(janela); j->binder) j->binder->Espelha();
+}
+
+void DesktopQt::Encerra(int codigo) {
+    for (const auto &j : janelas_)
+        if (j) j->tela().marcaDescarregada();
+    QCoreApplication::exit(codigo);
+}
+
+Tela *DesktopQt::Aberta(const QString &nome) const {
+    for (const auto &j : janelas_)
+        if (j && j->tela().Nome == nome && !j->tela().Descarregada()) return &j->tela();
+    return nullptr;
+}
+
+QMainWindow *DesktopQt::Janela(const Tela &tela) const {
+    for (const auto &j : janelas_)
+        if (j && &j->tela() == &tela) return j;
+    return nullptr;
+}
+
+QString DesktopQt::SalvarComo(const QString &titulo, const QString &filtro,
+                              const QString &nomeSugerido) {
+    return QFileDialog::getSaveFileName(QApplication::activeWindow(), titulo, nomeSugerido, filtro);
+}
+
+int DesktopQt::ImprimeSistema(const DocumentoImpressao &documento) {
+    QPrinter impressora(QPrinter::HighResolution);
+    impressora.setDocName(documento.Titulo);
+    QPrintDialog dialogo(&impressora, QApplication::activeWindow());
+    dialogo.setWindowTitle("Imprimir");
+    if (dialogo.exec() != QDialog::Accepted) return 32755;
+    return ImprimePaginas(impressora, documento);
+}
+
+int DesktopQt::ImprimePaginas(QPrinter &impressora, const DocumentoImpressao &documento) {
+    if (impressora.outputFormat() == QPrinter::NativeFormat && !impressora.isValid()) return 482;
+    QPainter pintor;
+    if (!pintor.begin(&impressora)) return 482;
+    QFont fonte("Courier New", documento.TamanhoFonte);
+    fonte.setStyleHint(QFont::TypeWriter);
+    fonte.setFixedPitch(true);
+    pintor.setFont(fonte);
+    const QFontMetrics m(fonte, &impressora);
+    const int altura = m.lineSpacing();
+    for (int p = 0; p < documento.Paginas.size(); ++p) {
+        if (p > 0 && !impressora.newPage()) {
+            pintor.end();
+            return 482;
+        }
+        int y = m.ascent();
+        for (const QString &linha : documento.Paginas[p]) {
+            pintor.drawText(0, y, linha);
+            y += altura;
+        }
+    }
+    pintor.end();
+    return 0;
+}
+
+void DesktopQt::Ajuda(const QString &topico) {
+    auto *ajuda = new QTextBrowser;
+    ajuda->setAttribute(Qt::WA_DeleteOnClose);
+    ajuda->setObjectName("Ajuda");
+    ajuda->setWindowTitle("Ajuda do Software Vexa Plus");
+    ajuda->setSource(QUrl("qrc:/ajuda/ajuda.html"));
+    if (!topico.isEmpty()) ajuda->scrollToAnchor(topico);
+    ajuda->resize(640, 520);
+    ajuda->show();
+}
+
+void DesktopQt::Processa() {
+    QCoreApplication::processEvents();
+}
+
+} // namespace vexa::ui

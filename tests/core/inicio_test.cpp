@@ -1,0 +1,111 @@
+#include "core/desktop_roteiro.h"
+#include "core/ini.h"
+#include "core/inicio.h"
+#include "core/relogio.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace vexa;
+
+namespace {
+
+class Inicio : public ::testing::Test {
+  protected:
+    void SetUp() override { fixa_hoje(QDate(2026, 11, 22)); }
+    void TearDown() override { fixa_hoje(QDate()); }
+    QString le(const QString &secao, const QString &chave) {
+        return LeGravaIni(sessao.CaminhoIni, secao, chave, "");
+    }
+    void grava(const QString &secao, const QString &chave, const QString &valor) {
+        LeGravaIni(sessao.CaminhoIni, secao, chave, valor);
+    }
+    QTemporaryDir pasta;
+    Sessao sessao{pasta.path()};
+    DesktopRoteiro desktop;
+};
+
+struct CasoInRel {
+    const char *guardado; // nullptr: key missing
+    bool marcado;
+    const char *depois;
+};
+
+class InRel : public Inicio, public ::testing::WithParamInterface<CasoInRel> {};
+
+TEST_P(InRel, MarcaACaixaEReescreveComo1) {
+    const CasoInRel c = GetParam();
+    if (c.guardado) grava("Sistema", "InRel", c.guardado);
+    EXPECT_EQ(IniciaConfiguracoes(sessao), c.marcado);
+    EXPECT_EQ(le("Sistema", "InRel"), c.depois);
+}
+
+INSTANTIATE_TEST_SUITE_P(Valores, InRel,
+                         ::testing::Values(CasoInRel{nullptr, true, "1"},
+                                           CasoInRel{"0", false, "0"}, CasoInRel{"7", true, "1"},
+                                           CasoInRel{"1", true, "1"}, CasoInRel{"sim", true, "1"}));
+
+TEST_F(Inicio, PortaFaltandoGravaCOM2EPortaLongaECortada) {
+    IniciaConfiguracoes(sessao);
+    EXPECT_EQ(sessao.PortaImpressora, "COM2");
+    EXPECT_EQ(le("Sistema", "port"), "COM2");
+    grava("Sistema", "port", "COM10");
+    IniciaConfiguracoes(sessao);
+    EXPECT_EQ(sessao.PortaImpressora, "COM1");
+}
+
+TEST_F(Inicio, OpcoesNumericasComPadroesEValoresGuardados) {
+    grava("Opcoes", "PeriodoRelExc", "45");
+    grava("Opcoes", "NumCObrig", "0");
+    IniciaConfiguracoes(sessao);
+    LeOpcoesNumericas(sessao);
+    EXPECT_EQ(sessao.PeriodoRel, 45);
+    EXPECT_EQ(sessao.PeriodoCop, 30);
+    EXPECT_EQ(sessao.UsaInvertida, 1);
+    EXPECT_EQ(sessao.NumeroObrigatorio, 0);
+    EXPECT_EQ(sessao.ChequesPorPagina, 55);
+    EXPECT_EQ(sessao.Hoje6, "221126");
+    EXPECT_EQ(sessao.MesAno, "1126");
+}
+
+TEST_F(Inicio, PrimeiraVezCanceladaVoltaNaProximaPartida) {
+    grava("Config", "FirstTime", "1");
+    desktop.Respostas = {Resposta::Cancel};
+    PrimeiraVez(sessao, desktop);
+    ASSERT_EQ(desktop.Mensagens.size(), 1);
+    EXPECT_EQ(desktop.Mensagens[0].Texto,
+              "Para o correto funcionamento entre a impressora e o aplicativo,\nverifique o cabo "
+              "de conexão e pressione <ok> para acertar a configuração!");
+    EXPECT_EQ(desktop.Mensagens[0].Titulo, "");
+    EXPECT_EQ(desktop.Mensagens[0].Botoes_, Botoes::OKCancel);
+    EXPECT_EQ(le("Config", "FirstTime"), "1");
+}
+
+TEST_F(Inicio, PrimeiraVezAceitaAvisaProcuraOConfiguradorELimpaAMarca) {
+    grava("Config", "FirstTime", "1");
+    PrimeiraVez(sessao, desktop);
+    ASSERT_EQ(desktop.Mensagens.size(), 3);
+    EXPECT_EQ(desktop.Mensagens[1].Texto,
+              "Obs.: Caso altere a porta de comunicação, favor reiniciar aplicativo!");
+    EXPECT_EQ(desktop.Mensagens[1].Titulo, "Configuração da Vexa");
+    EXPECT_EQ(desktop.Mensagens[2].Texto, "Aplicativo \"VEXACFG.EXE\" não encontrado!\n");
+    EXPECT_EQ(desktop.Mensagens[2].Titulo, "Vexa not found!");
+    EXPECT_EQ(desktop.Mensagens[2].Icone_, Icone::Informacao);
+    // The key stays, empty, and reads as 0: the message does not come back.
+    EXPECT_EQ(le("Config", "FirstTime"), "");
+    desktop.Mensagens.clear();
+    PrimeiraVez(sessao, desktop);
+    EXPECT_TRUE(desktop.Mensagens.isEmpty());
+}
+
+TEST_F(Inicio, PastaDeDadosNovaRecebeOsArquivosEntreguesUmaVezSo) {
+    PreparaPastaDados(sessao);
+    EXPECT_TRUE(QFile::exists(sessao.CaminhoApp + "/VEXA.db"));
+    EXPECT_EQ(le("Config", "FirstTime"), "1");
+    grava("Config", "FirstTime", "*%*");
+    PreparaPastaDados(sessao);
+    EXPECT_EQ(le("Config", "FirstTime"), "");
+}
+
+} // namespace

@@ -1,0 +1,124 @@
+#include "core/desktop_roteiro.h"
+#include "core/tela.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace vexa;
+
+namespace {
+
+// A small screen whose handlers write down what ran, in order.
+class TelaTeste : public Tela {
+  public:
+    TelaTeste(Sessao &s, Desktop &d) : Tela("Teste", "Teste", s, d) {
+        registra("Text1", Text1);
+        registra("Botao", Ok);
+        registra("Titulo", Titulo);
+        for (Evento e : {Evento::Enter, Evento::GotFocus, Evento::LostFocus, Evento::Change})
+            liga("Text1", e, [this, e](int i) { anota(e, "Text1(" + QString::number(i) + ")"); });
+        liga("Text1", Evento::LostFocus, [this](int i) {
+            anota(Evento::LostFocus, "Text1(" + QString::number(i) + ")");
+            if (prende == i) SetFocus("Text1", i);
+            if (desvia >= 0 && i == 0) SetFocus("Text1", desvia);
+        });
+        liga("Botao", Evento::Enter, [this](int) { anota(Evento::Enter, "Botao"); });
+        liga("Botao", Evento::Click, [this](int) { anota(Evento::Click, "Botao"); });
+    }
+    Matriz<Texto> Text1{{0, Texto("", 3)}, {1, Texto()}, {2, Texto()}, {4, Texto()}};
+    Botao Ok{"OK"};
+    Rotulo Titulo{"Título"};
+    QStringList ordem;
+    int prende = -1;
+    int desvia = -1;
+
+  private:
+    void anota(Evento e, const QString &quem) {
+        static const char *nomes[] = {"Click",     "DblClick", "Change",   "Enter", "GotFocus",
+                                      "LostFocus", "KeyDown",  "KeyPress", "Timer"};
+        // LostFocus is noted by its own handler, which replaces the plain one.
+        ordem.append(quem + "." + nomes[int(e)]);
+    }
+};
+
+class TelaBase : public ::testing::Test {
+  protected:
+    QTemporaryDir pasta;
+    Sessao sessao{pasta.path()};
+    DesktopRoteiro desktop;
+    TelaTeste tela{sessao, desktop};
+};
+
+TEST_F(TelaBase, MoveDeFocoEntraAntesDeSairEDepoisRecebe) {
+    tela.SetFocus("Text1", 0);
+    tela.ordem.clear();
+    tela.SetFocus("Text1", 1);
+    EXPECT_EQ(tela.ordem,
+              QStringList({"Text1(1).Enter", "Text1(0).LostFocus", "Text1(1).GotFocus"}));
+    EXPECT_EQ(tela.Foco(), (RefControle{"Text1", 1}));
+}
+
+TEST_F(TelaBase, SaidaQueDevolveOFocoPrendeOCampo) {
+    tela.SetFocus("Text1", 0);
+    tela.prende = 0;
+    tela.ordem.clear();
+    tela.SetFocus("Text1", 1);
+    EXPECT_EQ(tela.Foco(), (RefControle{"Text1", 0}));
+    EXPECT_FALSE(tela.ordem.contains("Text1(1).GotFocus"));
+}
+
+TEST_F(TelaBase, SaidaQueMandaOFocoAOutroCampoLevaAteLa) {
+    tela.SetFocus("Text1", 0);
+    tela.desvia = 4;
+    tela.SetFocus("Text1", 1);
+    EXPECT_EQ(tela.Foco(), (RefControle{"Text1", 4}));
+    EXPECT_TRUE(tela.ordem.endsWith("Text1(4).GotFocus"));
+}
+
+TEST_F(TelaBase, CliqueNaoCorreQuandoOCampoDeixadoPrendeOFoco) {
+    tela.SetFocus("Text1", 2);
+    tela.prende = 2;
+    tela.Clica("Botao");
+    EXPECT_FALSE(tela.ordem.contains("Botao.Click"));
+    tela.prende = -1;
+    tela.Clica("Botao");
+    EXPECT_TRUE(tela.ordem.contains("Botao.Click"));
+}
+
+TEST_F(TelaBase, ControlesDesabilitadosNaoRecebemFocoNemClique) {
+    tela.Ok.Enabled = false;
+    tela.Clica("Botao");
+    tela.SetFocus("Botao");
+    EXPECT_FALSE(tela.ordem.contains("Botao.Click"));
+    EXPECT_FALSE(tela.Foco().valida());
+    tela.SetFocus("Titulo");
+    EXPECT_FALSE(tela.Foco().valida());
+}
+
+TEST_F(TelaBase, DigitarParaNoMaximoEDisparaChange) {
+    tela.Digita("Text1", 0, "12345");
+    EXPECT_EQ(tela.Text1[0].Text, "123");
+    EXPECT_TRUE(tela.ordem.contains("Text1(0).Change"));
+}
+
+TEST(RefControle, LeNomeEIndice) {
+    EXPECT_EQ(RefControle::de("Text1(12)"), (RefControle{"Text1", 12}));
+    EXPECT_EQ(RefControle::de("CheckBox"), (RefControle{"CheckBox", -1}));
+    EXPECT_FALSE(RefControle::de("qt_spinbox_lineedit").Nome.isEmpty());
+    EXPECT_FALSE(RefControle::de("Text1(").valida());
+    EXPECT_FALSE(RefControle::de("").valida());
+}
+
+TEST(DesktopRoteiro, RespondeDaListaEDepoisComOPrimeiroBotao) {
+    DesktopRoteiro d;
+    d.Respostas = {Resposta::No};
+    EXPECT_EQ(d.MsgBox("a", Botoes::YesNo, "t", Icone::Pergunta), Resposta::No);
+    EXPECT_EQ(d.MsgBox("b", Botoes::YesNo), Resposta::Yes);
+    EXPECT_EQ(d.MsgBox("c", Botoes::OKCancel), Resposta::OK);
+    ASSERT_EQ(d.Mensagens.size(), 3);
+    EXPECT_EQ(d.Mensagens[0].Titulo, "t");
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Pergunta);
+    EXPECT_EQ(d.Textos(), QStringList({"a", "b", "c"}));
+}
+
+} // namespace
