@@ -1,5 +1,6 @@
 #include "core/sessao.h"
 
+#include "core/conversoes.h"
 #include "core/ini.h"
 #include "core/relogio.h"
 #include "printer/vexa32.h"
@@ -7,6 +8,9 @@
 
 #include <QDir>
 #include <QStandardPaths>
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace vexa {
 
@@ -33,10 +37,10 @@ void Sessao::DefineHoje() {
 qint16 Sessao::LeNumero(const QString &secao, const QString &chave, qint16 padrao) const {
     const QString lido = LeGravaIni(CaminhoIni, secao, chave, "");
     if (lido == "-2") return padrao;
-    bool ok = false;
-    const int n = lido.trimmed().toInt(&ok);
-    // A value that isn't a number reads as 0, as a numeric conversion of text does.
-    return ok ? qint16(n) : qint16(0);
+    // The leading number of the text: "12 dias" is 12, a text without one is 0.
+    const double v = std::nearbyint(Val(lido));
+    return qint16(std::clamp(v, double(std::numeric_limits<qint16>::min()),
+                             double(std::numeric_limits<qint16>::max())));
 }
 
 } // namespace vexa
