@@ -1,0 +1,57 @@
+#pragma once
+// The open database VEXA.db and the shared record set of each table.
+#include "store/recordset.h"
+
+#include <QSqlDatabase>
+#include <QString>
+#include <map>
+
+namespace vexa {
+
+// The tables by the numbers the screens use for them.
+enum Tabela : int {
+    TabFavorecido = 0,
+    TabCidade = 1,
+    TabBancos = 2,
+    TabLog = 3,
+    TabTransferencia = 4,
+    TabScript = 9,
+};
+// The table's name for a number; empty for a number that names none.
+QString NomeTabela(int tabela);
+
+class BaseDados {
+  public:
+    // caminho: the database file. Nothing is opened yet.
+    explicit BaseDados(const QString &caminho);
+    ~BaseDados();
+    BaseDados(const BaseDados &) = delete;
+    BaseDados &operator=(const BaseDados &) = delete;
+
+    // Opens the file when it is not open yet. False when the file is missing or isn't a
+    // database of this program (a database is never created here).
+    bool Abre();
+    bool Aberta() const;
+    QSqlDatabase db() const;
+    QString Caminho() const { return caminho_; }
+
+    // The shared record set of a table (closed until someone opens it).
+    RecordSet &Conjunto(int tabela);
+
+  private:
+    QString caminho_;
+    QString conexao_;
+    std::map<int, RecordSet> conjuntos_;
+};
+
+// Adds the SQL functions the program's selects use to a SQLite connection: CDBL(text) (a
+// number typed in the Brazilian way, "1.234,56"; 0 when it isn't one) and CVDate(text) (a
+// date "dd/mm/yy" or "dd/mm/yyyy" as its day number, for comparisons; NULL when it isn't
+// one). LEFT is a keyword of SQLite: the left part of a field is substr(field, 1, n).
+void RegistraFuncoesSql(const QSqlDatabase &db);
+
+// Text for an SQL string literal: the quotes doubled. For the places where the select is
+// composed whole; values typed by the operator go bound instead wherever the select allows.
+QString literal_sql(const QString &texto);
+
+} // namespace vexa

@@ -1,0 +1,82 @@
+#pragma once
+// A record set over one table: the keys of the rows a select found, in its order, with the
+// current row read when the cursor reaches it. The screens walk it, read its fields and edit
+// it as they would a dynaset: every field is text, field names are compared without case.
+//
+// A row deleted through the set stays in its keys and is skipped by every move; a row added
+// joins the end of the set. Writes go straight to the table, one statement each, so a
+// process killed between two of them leaves every row whole.
+#include <QSqlDatabase>
+#include <QString>
+#include <QStringList>
+#include <QVariantList>
+#include <QVector>
+
+namespace vexa {
+
+class RecordSet {
+  public:
+    RecordSet() = default;
+
+    // Runs a select of the form "Select * From <table> [Where ...] [Order by ...]" on db; without
+    // an order the rows come in the order of the first field, the table's key.
+    // Operator text goes in valores, bound to the "?" of the select. False (and the set
+    // closed) when the statement fails.
+    bool Abre(const QSqlDatabase &db, const QString &sql, const QVariantList &valores = {});
+    // Runs the same select again: rows added or deleted by anyone since then show.
+    bool Requery();
+    void Close();
+    bool Aberto() const { return aberto_; }
+    QString Tabela() const { return tabela_; }
+    QString Sql() const { return sql_; }
+
+    // --- walking
+    int RecordCount() const { return int(chaves_.size()) - apagados_; }
+    // Before the first row / past the last one (always both on an empty set).
+    bool Bof() const { return pos_ < 0 || RecordCount() == 0; }
+    bool Eof() const { return pos_ >= int(chaves_.size()) || RecordCount() == 0; }
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    void MovePrevious();
+
+    // A field of the current row; empty outside the rows or for an unknown name.
+    QString Campo(const QString &nome) const;
+    QString operator[](const QString &nome) const { return Campo(nome); }
+    QStringList Campos() const { return campos_; }
+
+    // --- editing: AddNew or Edit, then Define the fields, then Update.
+    void AddNew();
+    void Edit();
+    void Define(const QString &campo, const QString &valor);
+    // Writes the new or edited row. False when the database refused it.
+    bool Update();
+    void CancelUpdate();
+    // Deletes the current row. False when there is none or the database refused.
+    bool Delete();
+
+  private:
+    bool le_chaves();
+    void le_linha() const;
+    void pula_apagados(int passo);
+    int coluna(const QString &nome) const;
+
+    QSqlDatabase db_;
+    QString sql_, tabela_, sqlChaves_;
+    QVariantList valores_;
+    bool aberto_ = false;
+
+    QVector<qint64> chaves_; // rowids, in the select's order
+    QVector<bool> apagado_;  // deleted through this set
+    int apagados_ = 0;
+    int pos_ = -1;
+    QStringList campos_;
+
+    mutable int lida_ = -2; // the position whose row is in linha_
+    mutable QStringList linha_;
+
+    enum class Modo { Nada, Novo, Editando } modo_ = Modo::Nada;
+    QStringList buffer_;
+};
+
+} // namespace vexa

@@ -1,0 +1,297 @@
+#include "store/tabelas.h"
+
+#include "core/conversoes.h"
+#include "store/bancos_padrao.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUuid>
+
+namespace vexa {
+
+namespace {
+
+QString caminho_base(const Sessao &s) {
+    return s.CaminhoApp + "/VEXA.db";
+}
+
+BaseDados &base(Sessao &s) {
+    if (!s.Banco || s.Banco->Caminho() != caminho_base(s))
+        s.Banco = std::make_unique<BaseDados>(caminho_base(s));
+    return *s.Banco;
+}
+
+// The tables as the program reads and writes them: every field is text.
+const char *const esquema[] = {
+    "CREATE TABLE Bancos (Codigo TEXT PRIMARY KEY, Nome TEXT, L1 TEXT, L2 TEXT, L3 TEXT, "
+    "L4 TEXT, L5 TEXT, C1 TEXT, C2 TEXT, C3 TEXT, C4 TEXT, C5 TEXT, C6 TEXT, C7 TEXT, C8 TEXT)",
+    "CREATE TABLE Transferencia (Codigo TEXT PRIMARY KEY, Nome TEXT, L1 TEXT, C1 TEXT, L2 TEXT, "
+    "C2 TEXT, L3 TEXT, C3 TEXT, L4 TEXT, C4 TEXT, L5 TEXT, C5 TEXT, L6 TEXT, C6 TEXT, L7 TEXT, "
+    "C7 TEXT)",
+    "CREATE TABLE Script (Codigo TEXT PRIMARY KEY, Nome TEXT, l1 TEXT, l2 TEXT, l3 TEXT, "
+    "l4 TEXT, l5 TEXT, l6 TEXT, l7 TEXT, l8 TEXT, c1 TEXT, c2 TEXT, c3 TEXT, c4 TEXT, c5 TEXT, "
+    "c6 TEXT, c7 TEXT, c8 TEXT, c9 TEXT, c10 TEXT, c11 TEXT)",
+    "CREATE TABLE Favorecido (Codigo TEXT PRIMARY KEY, Nome TEXT)",
+    "CREATE TABLE Cidade (Codigo TEXT PRIMARY KEY, Nome TEXT)",
+    "CREATE TABLE Log (\"Index\" TEXT PRIMARY KEY, Codigo TEXT, Banco TEXT, V_CH TEXT, "
+    "Favor TEXT, Local TEXT, Data TEXT, NRCH TEXT, Comentario TEXT, Comentario1 TEXT, "
+    "Comentario2 TEXT, StCancel TEXT)",
+};
+
+bool cria_em(const QString &arquivo) {
+    const QString conexao = "vexa-cria-" + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    bool ok = false;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", conexao);
+        db.setDatabaseName(arquivo);
+        if (db.open()) {
+            QSqlQuery q(db);
+            ok = db.transaction();
+            for (const char *sql : esquema)
+                ok = ok && q.exec(sql);
+            ok = ok && q.prepare("INSERT INTO Bancos VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
+            const QStringList posicoes = PosicoesPadrao();
+            for (const auto &[codigo, nome] : BancosPadrao()) {
+                if (!ok) break;
+                q.addBindValue(codigo);
+                q.addBindValue(nome);
+                for (const QString &p : posicoes)
+                    q.addBindValue(p);
+                ok = q.exec();
+            }
+            ok = ok && db.commit();
+            q.finish();
+            db.close();
+        }
+    }
+    QSqlDatabase::removeDatabase(conexao);
+    return ok;
+}
+
+// The select of ExisteCodigo: the rows of one code, or all of them.
+QString select_codigo(int tabela, const QString &chave, QVariantList &valores) {
+    const int t = tabela == TabScript ? TabFavorecido : tabela;
+    const QString nome = NomeTabela(t);
+    if (nome.isEmpty()) return {};
+    QString sql = "Select * From " + nome;
+    if (t == TabLog) {
+        sql += " Where (\"Index\"=?)";
+        valores << chave;
+    } else if (!chave.isEmpty()) {
+        sql += " Where (Codigo=?)";
+        valores << chave;
+    }
+    return sql;
+}
+
+QString nome_de(Sessao &s, int tabela, const QString &codigo) {
+    if (ExisteCodigo(s, codigo, tabela) == 0) return {};
+    RecordSet &rs = Conjunto(s, tabela);
+    rs.MoveFirst();
+    return rs.Campo("Nome");
+}
+
+// "%" and "_" typed by the operator are letters, not wildcards.
+QString padrao_like(const QString &texto) {
+    QString t = texto;
+    t.replace('\\', "\\\\").replace('%', "\\%").replace('_', "\\_");
+    return t + '%';
+}
+
+// The rows of Log older than the period: a date in the first eight characters, more than
+// PeriodoRel days before the day of the run. Rows without a date stay.
+const char *const log_vencido = " FROM Log WHERE CVDate(substr(Data, 1, 8)) IS NOT NULL AND "
+                                "? - CVDate(substr(Data, 1, 8)) > ?";
+
+} // namespace
+
+void CriaBaseDados(Sessao &s) {
+    const QString arquivo = caminho_base(s);
+    if (QFileInfo::exists(arquivo)) return;
+    // Made aside and renamed whole, so that a start cut short never leaves half a database
+    // that the next start would take for a real one.
+    const QString temporario = arquivo + ".novo";
+    QFile::remove(temporario);
+    if (cria_em(temporario))
+        QFile::rename(temporario, arquivo);
+    else
+        QFile::remove(temporario);
+}
+
+int AbreTabelas(Sessao &s, Desktop &d, int Bancos, int Favorecido, int Cidade, int Log,
+                int Transferencia) {
+    BaseDados &b = base(s);
+    if (!b.Abre()) {
+        const QSqlError erro = b.db().lastError();
+        // The file is held by another program: the classic advice about file locking.
+        if (erro.nativeErrorCode() == "5" || erro.nativeErrorCode() == "6") {
+            d.MsgBox(QString());
+            d.MsgBox("Instale uma linha semelhante a \n\"SHARE.EXE /L:500\" no seu arquivo "
+                     "autoexec.bat!",
+                     Botoes::OK, "Programa \"share.exe\" nao instalado!");
+        }
+        return -2;
+    }
+    const std::pair<int, int> pedidos[] = {{Bancos, TabBancos},
+                                           {Favorecido, TabFavorecido},
+                                           {Cidade, TabCidade},
+                                           {Log, TabLog},
+                                           {Transferencia, TabTransferencia}};
+    for (const auto &[flag, tabela] : pedidos)
+        if (flag == 1) b.Conjunto(tabela).Abre(b.db(), "Select * From " + NomeTabela(tabela));
+    return 1;
+}
+
+int FechaTabelas(Sessao &s, int Bancos, int Favorecido, int Cidade, int Log) {
+    if (Bancos) FechaTabela(s, TabBancos);
+    if (Favorecido) FechaTabela(s, TabFavorecido);
+    if (Cidade) FechaTabela(s, TabCidade);
+    if (Log) FechaTabela(s, TabLog);
+    return 0;
+}
+
+void FechaTabela(Sessao &s, int Tabela) {
+    if (s.Banco) s.Banco->Conjunto(Tabela).Close();
+}
+
+RecordSet &Conjunto(Sessao &s, int Tabela) {
+    return base(s).Conjunto(Tabela);
+}
+
+int ExisteCodigo(Sessao &s, const QString &Chave, int Tabela) {
+    BaseDados &b = base(s);
+    if (!b.Abre()) return 0;
+    QVariantList valores;
+    const QString sql = select_codigo(Tabela, Chave, valores);
+    if (sql.isEmpty()) return 0;
+    const int t = Tabela == TabScript ? TabFavorecido : Tabela;
+    RecordSet &rs = b.Conjunto(t);
+    if (!rs.Abre(b.db(), sql, valores)) return 0;
+    return rs.RecordCount() > 0 ? 1 : 0;
+}
+
+QString NomeBanco(Sessao &s, const QString &Codigo) {
+    if (ExisteCodigo(s, Codigo, TabBancos) == 0) return "Inexistente";
+    RecordSet &rs = Conjunto(s, TabBancos);
+    rs.MoveFirst();
+    return rs.Campo("Nome");
+}
+
+QString NomeCidade(Sessao &s, const QString &Codigo) {
+    return nome_de(s, TabCidade, Codigo);
+}
+
+QString NomeFavorecido(Sessao &s, const QString &Codigo) {
+    return nome_de(s, TabFavorecido, Codigo);
+}
+
+void FiltraTabela(Sessao &s, const QString &Filtro, int Tabela) {
+    const QString nome = NomeTabela(Tabela);
+    if (nome.isEmpty()) return;
+    BaseDados &b = base(s);
+    if (!b.Abre()) return;
+    QString sql = "Select * From " + nome;
+    QVariantList valores;
+    if (!Filtro.isEmpty()) {
+        const QString n = QString::number(Filtro.size());
+        QString campo = "Nome";
+        if (eh_numerico(Filtro)) campo = Tabela == TabLog ? "Banco" : "Codigo";
+        sql += " Where (substr(" + campo + ",1," + n + ")=?) Order by " + campo;
+        valores << Filtro;
+    }
+    b.Conjunto(Tabela).Abre(b.db(), sql, valores);
+}
+
+void PesquisaLista(Sessao &s, const QString &Filtro, int Tipo) {
+    if (Tipo != TabFavorecido && Tipo != TabCidade && Tipo != TabBancos) return;
+    BaseDados &b = base(s);
+    if (!b.Abre()) return;
+    QString sql = "Select * From " + NomeTabela(Tipo);
+    QVariantList valores;
+    if (!Filtro.isEmpty()) {
+        const QString campo = eh_numerico(Filtro) ? "Codigo" : "Nome";
+        sql += " Where " + campo + " Like (?) ESCAPE '\\' Order by " + campo;
+        valores << padrao_like(Filtro);
+    }
+    b.Conjunto(Tipo).Abre(b.db(), sql, valores);
+}
+
+void MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Acao) {
+    if (ExisteCodigo(s, Index, TabLog) == 0) {
+        d.MsgBox("Cheque nao registrado!");
+        return;
+    }
+    RecordSet &rs = Conjunto(s, TabLog);
+    rs.MoveFirst();
+    if (Acao.toUpper() == "C") {
+        rs.Edit();
+        rs.Define("StCancel", "C");
+        rs.Update();
+    } else {
+        rs.Delete();
+    }
+}
+
+void ExpurgaCheques(Sessao &s, Desktop &d) {
+    if (AbreTabelas(s, d, 0, 0, 0, 1) == -2) {
+        d.MsgBox("O Banco de dados \"" + s.NomeMDB + "\" nao foi encontrado!");
+        return;
+    }
+    const auto dia = le_data(s.Hoje6);
+    QSqlDatabase db = base(s).db();
+    if (dia) {
+        QSqlQuery q(db);
+        q.prepare(QString("SELECT count(*)") + log_vencido);
+        q.addBindValue(dia->toJulianDay());
+        q.addBindValue(int(s.PeriodoRel));
+        if (q.exec() && q.next() && q.value(0).toLongLong() > 0) {
+            q.finish();
+            const Resposta r = d.MsgBox(
+                "O banco de dados possui cheques cadastrados a mais de " +
+                    QString::number(s.PeriodoRel).trimmed() +
+                    " dia(s), contando a partir da data de apresentação. Deseja exclui-los?",
+                Botoes::YesNo);
+            if (r == Resposta::Yes) {
+                // One statement: a purge cut short deletes all of it or nothing.
+                QSqlQuery apaga(db);
+                apaga.prepare(QString("DELETE") + log_vencido);
+                apaga.addBindValue(dia->toJulianDay());
+                apaga.addBindValue(int(s.PeriodoRel));
+                apaga.exec();
+            }
+        }
+    }
+    FechaTabelas(s, 0, 0, 0, 1);
+}
+
+void ExpurgaCopias(Sessao &s, Desktop &d) {
+    const auto dia = le_data(s.Hoje6);
+    if (!dia) return;
+    QDir pasta(s.CaminhoApp);
+    pasta.setNameFilters({"cop*.*"});
+    pasta.setFilter(QDir::Files);
+    pasta.setSorting(QDir::Name | QDir::IgnoreCase);
+    bool perguntou = false;
+    for (const QString &nome : pasta.entryList()) {
+        if (nome.size() != 10) continue;
+        const QString data = nome.mid(3, 2) + "/" + nome.mid(5, 2) + "/" + nome.mid(8, 2);
+        const auto quando = le_data(data);
+        if (!quando || !DataValida(nome.mid(3, 4) + nome.mid(8, 2))) continue;
+        if (quando->daysTo(*dia) <= s.PeriodoCop) continue;
+        if (!perguntou) {
+            perguntou = true;
+            const Resposta r =
+                d.MsgBox("O aplicativo possui arquivos de copia com mais de " +
+                             QString::number(s.PeriodoCop).trimmed() + " dias! Deseja exclui-los?",
+                         Botoes::YesNo);
+            if (r != Resposta::Yes) return;
+        }
+        pasta.remove(nome);
+    }
+}
+
+} // namespace vexa

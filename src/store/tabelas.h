@@ -1,0 +1,56 @@
+#pragma once
+// The road to VEXA.db: opening and closing the tables, the shared lookups and searches, the
+// marking of a cheque and the two purges of the start-up.
+#include "core/desktop.h"
+#include "core/sessao.h"
+#include "store/basedados.h"
+
+#include <QString>
+
+namespace vexa {
+
+// At the first start: VEXA.db with its six tables and the preset banks under the default
+// layout. An existing file is never touched.
+void CriaBaseDados(Sessao &s);
+
+// Opens the database and, for each flag set, the shared record set of that table over all
+// its rows. -2 when the database can't be opened, 1 otherwise.
+int AbreTabelas(Sessao &s, Desktop &d, int Bancos, int Favorecido, int Cidade, int Log,
+                int Transferencia = 0);
+// Closes the shared record sets flagged. The database stays open. Always 0.
+int FechaTabelas(Sessao &s, int Bancos, int Favorecido, int Cidade, int Log);
+// Closes one table's shared record set (Transferencia and Script are closed by their screens).
+void FechaTabela(Sessao &s, int Tabela);
+// The shared record set of a table (see Tabela in store/basedados.h).
+RecordSet &Conjunto(Sessao &s, int Tabela);
+
+// Reopens the table's record set on the rows whose Codigo (Index for Log) is Chave, or all
+// rows when Chave is empty. 1 when at least one row is there, 0 otherwise. Tabela 0 or 9 is
+// Favorecido, 1 Cidade, 2 Bancos, 3 Log, 4 Transferencia.
+int ExisteCodigo(Sessao &s, const QString &Chave, int Tabela);
+
+// The bank's name, or "Inexistente". The city's name (empty when there is none). The
+// payee's name, or empty. Each leaves its table's record set where the select put it.
+QString NomeBanco(Sessao &s, const QString &Codigo);
+QString NomeCidade(Sessao &s, const QString &Codigo);
+QString NomeFavorecido(Sessao &s, const QString &Codigo);
+
+// Reopens a table's record set on the rows whose code (a numeric filter; for Log the bank)
+// or name begins with Filtro, ordered by that field; all rows for an empty filter. Tabela:
+// 0 Favorecido, 1 Cidade, 2 Bancos, 3 Log, 4 Transferencia, 9 Script; others do nothing.
+void FiltraTabela(Sessao &s, const QString &Filtro, int Tabela);
+
+// The search window's narrowing: Tipo 0 Favorecido, 1 Cidade, 2 Bancos; the record set
+// reopened on the codes (numeric filter) or names that begin with Filtro. Others do nothing.
+void PesquisaLista(Sessao &s, const QString &Filtro, int Tipo);
+
+// Cancels ("C") or deletes (anything else) the cheque of that Index in Log; "Cheque nao
+// registrado!" when there is none.
+void MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Acao);
+
+// The purges of the start-up: issued cheques older than PeriodoRel days, and copy files
+// older than PeriodoCop days, each after one question.
+void ExpurgaCheques(Sessao &s, Desktop &d);
+void ExpurgaCopias(Sessao &s, Desktop &d);
+
+} // namespace vexa
