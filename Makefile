@@ -2,7 +2,7 @@
 BUILD ?= build
 PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins libgl-dev \
            libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
-           fonts-liberation fonts-dejavu-core clang-format xvfb
+           fonts-liberation fonts-dejavu-core clang-format poppler-utils
 export QT_QPA_PLATFORM ?= offscreen
 
 .PHONY: all deps build run test bench capturas format format-check clean
@@ -30,6 +30,7 @@ build: deps $(BUILD)/build.ninja
 run: build
 	@if [ -z "$$DISPLAY" ] && [ -z "$$WAYLAND_DISPLAY" ]; then \
 	  echo "Sem tela gráfica: abrindo em uma tela virtual (xvfb-run)."; \
+	  $(MAKE) --no-print-directory deps PACOTES="xvfb xauth"; \
 	  QT_QPA_PLATFORM=xcb xvfb-run -a $(BUILD)/vexa; \
 	else QT_QPA_PLATFORM= $(BUILD)/vexa; fi
 
@@ -41,7 +42,7 @@ bench: build
 
 capturas: build
 	mkdir -p capturas
-	$(BUILD)/benchmarks/vexa_capturas capturas
+	$(BUILD)/tools/vexa_capturas capturas
 	@echo "Capturas em capturas/"
 
 format:

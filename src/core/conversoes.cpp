@@ -310,7 +310,8 @@ QString apara_direita(const QString &s) {
 } // namespace
 
 QPair<QString, QString> QuebraExtenso(const QString &ValorExtenso) {
-    const QString texto = ValorExtenso.trimmed();
+    // The words as the printer hands them end at their zero character.
+    const QString texto = ValorExtenso.left(ValorExtenso.indexOf(QChar(0))).trimmed();
     if (texto.size() < 80) return {texto, QString()};
     qsizetype n = qMin<qsizetype>(81, texto.size());
     while (n > 0 && texto[n - 1] != u' ')
@@ -433,27 +434,44 @@ QString data_curta(const QString &texto, const QString &MesAno) {
 }
 
 std::optional<QDate> le_data(const QString &texto) {
+    // Read by hand, not by pattern: the purge of the register reads every row's date.
     const QString t = texto.trimmed();
-    static const QRegularExpression iso("^([0-9]{4})-([0-9]{1,2})-([0-9]{1,2})$");
-    static const QRegularExpression separada(
-        "^([0-9]{1,2})[/.-]([0-9]{1,2})[/.-]([0-9]{1,2}|[0-9]{4})$");
-    static const QRegularExpression junta("^([0-9]{2})([0-9]{2})([0-9]{2}|[0-9]{4})$");
-    int dia = 0, mes = 0, ano = 0;
-    QString textoAno;
-    if (const auto mi = iso.match(t); mi.hasMatch()) {
-        ano = mi.captured(1).toInt();
-        mes = mi.captured(2).toInt();
-        dia = mi.captured(3).toInt();
-    } else {
-        auto m = separada.match(t);
-        if (!m.hasMatch()) m = junta.match(t);
-        if (!m.hasMatch()) return std::nullopt;
-        dia = m.captured(1).toInt();
-        mes = m.captured(2).toInt();
-        textoAno = m.captured(3);
-        ano = textoAno.size() == 4 ? textoAno.toInt() : ano_completo(textoAno.toInt());
+    QList<QStringView> grupos;
+    QString separadores;
+    qsizetype inicio = 0;
+    for (qsizetype i = 0; i <= t.size(); ++i) {
+        if (i < t.size() && eh_digito(t[i])) continue;
+        if (i == inicio) return std::nullopt; // an empty group, or a stray character
+        grupos.append(QStringView(t).mid(inicio, i - inicio));
+        if (i < t.size()) {
+            if (t[i] != u'/' && t[i] != u'.' && t[i] != u'-') return std::nullopt;
+            separadores += t[i];
+        }
+        inicio = i + 1;
     }
-    const QDate data(ano, mes, dia);
+    QStringView dia, mes, ano;
+    bool anoCompleto = false;
+    if (grupos.size() == 1 && (t.size() == 6 || t.size() == 8)) {
+        dia = grupos[0].mid(0, 2);
+        mes = grupos[0].mid(2, 2);
+        ano = grupos[0].mid(4);
+    } else if (grupos.size() == 3 && grupos[0].size() == 4 && separadores == u"--" &&
+               grupos[1].size() <= 2 && grupos[2].size() <= 2) {
+        ano = grupos[0];
+        mes = grupos[1];
+        dia = grupos[2];
+        anoCompleto = true;
+    } else if (grupos.size() == 3 && grupos[0].size() <= 2 && grupos[1].size() <= 2 &&
+               (grupos[2].size() <= 2 || grupos[2].size() == 4)) {
+        dia = grupos[0];
+        mes = grupos[1];
+        ano = grupos[2];
+    } else {
+        return std::nullopt;
+    }
+    const int numeroAno = ano.toInt();
+    const QDate data(anoCompleto || ano.size() == 4 ? numeroAno : ano_completo(numeroAno),
+                     mes.toInt(), dia.toInt());
     if (!data.isValid()) return std::nullopt;
     return data;
 }

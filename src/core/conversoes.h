@@ -33,7 +33,7 @@ bool DataValida(const QString &Data);
 QString MesExtenso(const QString &Mes);
 
 // The amount in words over the cheque's two lines: the first has at most 80 characters and
-// breaks at a blank.
+// breaks at a blank. The words end at a zero character, as MontaExtenso leaves them.
 QPair<QString, QString> QuebraExtenso(const QString &ValorExtenso);
 
 // The printer's code for a character given by its Windows-1252 code; 65535 when the

@@ -37,12 +37,12 @@ class DesktopRoteiro : public Desktop {
     bool Encerrado = false;
     int CodigoSaida = 0;
 
-    Resposta MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
-                    Icone icone) override;
-    Tela *Abre(std::unique_ptr<Tela> tela, bool modal) override;
+    Resposta MsgBox(const QString &texto, Botoes botoes = Botoes::OK,
+                    const QString &titulo = QString(), Icone icone = Icone::Nenhum) override;
+    Tela *Abre(std::unique_ptr<Tela> tela, bool modal = false) override;
     void Fecha(Tela &tela) override;
     void Mostra(Tela &tela) override;
-    void Encerra(int codigo) override;
+    void Encerra(int codigo = 0) override;
     Tela *Aberta(const QString &nome) const override;
     QString SalvarComo(const QString &titulo, const QString &filtro,
                        const QString &nomeSugerido) override;

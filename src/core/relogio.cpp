@@ -1,5 +1,7 @@
 #include "core/relogio.h"
 
+#include <chrono>
+
 namespace vexa {
 
 namespace {
@@ -10,7 +12,18 @@ QDate &data_fixa() {
 } // namespace
 
 QDate hoje() {
-    return data_fixa().isValid() ? data_fixa() : QDate::currentDate();
+    if (data_fixa().isValid()) return data_fixa();
+    // Asking the system for the date costs more than a walk over a large register can pay
+    // for every row; the day read is kept for a second.
+    using relogio = std::chrono::steady_clock;
+    static QDate dia;
+    static relogio::time_point lido;
+    const auto agora_ = relogio::now();
+    if (!dia.isValid() || agora_ - lido > std::chrono::seconds(1)) {
+        dia = QDate::currentDate();
+        lido = agora_;
+    }
+    return dia;
 }
 
 QDateTime agora() {

@@ -55,7 +55,11 @@ void posiciona(QMainWindow &janela, const Tela &t) {
         janela.adjustSize();
     if (QScreen *tela_fisica = QApplication::primaryScreen()) {
         const QRect area = tela_fisica->availableGeometry();
-        janela.move(area.center() - janela.rect().center());
+        // A screen narrower than 640 pixels gets the window at its top left corner.
+        if (area.width() <= 640)
+            janela.move(area.topLeft());
+        else
+            janela.move(area.center() - janela.rect().center());
     }
 }
 } // namespace
@@ -67,7 +71,10 @@ Resposta DesktopQt::MsgBox(const QString &texto, Botoes botoes, const QString &t
                            Icone icone) {
     QMessageBox caixa(QApplication::activeWindow());
     caixa.setObjectName("MsgBox");
-    caixa.setText(texto);
+    // The program's texts are plain ("<ok>" is a word, not a tag), and a carriage return
+    // alone breaks the line as the classic boxes did.
+    caixa.setTextFormat(Qt::PlainText);
+    caixa.setText(QString(texto).replace("\r\n", "\n").replace('\r', '\n'));
     // A box without a title shows the program's name, as the desktop always did.
     caixa.setWindowTitle(titulo.isEmpty() ? QStringLiteral("Vexa Plus") : titulo);
     switch (icone) {

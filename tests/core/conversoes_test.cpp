@@ -49,6 +49,10 @@ INSTANTIATE_TEST_SUITE_P(
         CasoMascara{"0.5", ".00", ",50"}, CasoMascara{"7", "000", "007"},
         CasoMascara{"1234", "000", "1234"}, CasoMascara{"-1", "000", "-001"},
         CasoMascara{"42", "00000", "00042"}, CasoMascara{"5", "#00", "05"},
+        CasoMascara{"42", "0000000000", "0000000042"}, CasoMascara{"1999", "0000", "1999"},
+        CasoMascara{"99", "0000", "0099"},
+        CasoMascara{"1234567890.125", "#,###,###,##0.00", "1.234.567.890,13"},
+        CasoMascara{"0.5", "#,###,###,##0.00", "0,50"}, CasoMascara{"-2.5", "####0.00", "-2,50"},
         CasoMascara{"3", "00", "03"}, CasoMascara{"1e3", "000", "1000"},
         CasoMascara{"abc", "000", "abc"}, CasoMascara{"", "###,##0.00", ""},
         CasoMascara{"1,5", "###,##0.00", "1,5"}));
@@ -143,6 +147,9 @@ INSTANTIATE_TEST_SUITE_P(
         // 79 characters stay whole; 80 are already split at their last blank.
         CasoQuebra{A74 + " bbbb", A74 + " bbbb", ""}, CasoQuebra{A75 + " bbbb", A75, "bbbb"},
         CasoQuebra{"  " + A74 + " bbbb  ", A74 + " bbbb", ""},
+        // The zero that ends the printer's words is not counted, nor kept.
+        CasoQuebra{A74 + " bbbb" + QChar(0), A74 + " bbbb", ""},
+        CasoQuebra{A75 + " bbbb " + QChar(0) + "x", A75, "bbbb"},
         CasoQuebra{A80 + " resto", A80, "resto"},
         CasoQuebra{QString(60, u'a') + "   " + QString(30, u'b'), QString(60, u'a'),
                    QString(30, u'b')},
@@ -269,6 +276,29 @@ TEST_F(DatasDigitadas, FormasCurtas) {
         {"050399", "050399"},   {"05/03/1999", "050319"}, {"", ""}};
     for (const auto &[texto, esperado] : casos)
         EXPECT_EQ(data_curta(texto, "1126").toStdString(), esperado) << texto;
+}
+
+TEST_F(DatasDigitadas, LeDataNasFormasAceitas) {
+    const std::pair<const char *, QDate> casos[] = {{"05/03/99", QDate(1999, 3, 5)},
+                                                    {" 5/3/2026 ", QDate(2026, 3, 5)},
+                                                    {"05.03-46", QDate(2046, 3, 5)},
+                                                    {"050347", QDate(1947, 3, 5)},
+                                                    {"05032026", QDate(2026, 3, 5)},
+                                                    {"2026-3-5", QDate(2026, 3, 5)},
+                                                    {"29/02/00", QDate(2000, 2, 29)},
+                                                    {"5/3/9", QDate(2009, 3, 5)},
+                                                    {"31/04/26", QDate()},
+                                                    {"2026/03/05", QDate()},
+                                                    {"05/03/199", QDate()},
+                                                    {"05//03/99", QDate()},
+                                                    {"05/03/99/", QDate()},
+                                                    {"0503992", QDate()},
+                                                    {"05 03 99", QDate()},
+                                                    {"2026-03-05-", QDate()},
+                                                    {"", QDate()},
+                                                    {"a5/03/99", QDate()}};
+    for (const auto &[texto, data] : casos)
+        EXPECT_EQ(le_data(texto).value_or(QDate()), data) << texto;
 }
 
 TEST_F(DatasDigitadas, DiasEntreDatas) {

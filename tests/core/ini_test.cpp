@@ -26,6 +26,7 @@ const QByteArray Modelo = "; configura\xe7\xe3o da impressora\r\n"
                           "Menos=-2\r\n"
                           "MenosVinte=-25\r\n"
                           "Menos3=-3\r\n"
+                          "Nota=COM1 ; depois do valor\r\n"
                           "Dup=primeiro\r\n"
                           "dup=segundo\r\n"
                           ";Comentada=1\r\n"
@@ -82,10 +83,12 @@ INSTANTIATE_TEST_SUITE_P(
         CasoLeitura{"Sistema", "Apelido", "Zé"}, CasoLeitura{"Sistema", "Meia", "\"aberta"},
         CasoLeitura{"Sistema", "Vazio", ""}, CasoLeitura{"Sistema", "SoNome", ""},
         CasoLeitura{"Sistema", "Menos", "-2"}, CasoLeitura{"Sistema", "MenosVinte", "-2"},
-        CasoLeitura{"Sistema", "Menos3", "-3"}, CasoLeitura{"Sistema", "Dup", "primeiro"},
-        CasoLeitura{"Sistema", "Comentada", "-2"}, CasoLeitura{"Sistema", "Outra", "-2"},
-        CasoLeitura{"Sistema", "Falta", "-2"}, CasoLeitura{"Nada", "port", "-2"},
-        CasoLeitura{"frenteinfo", "cidade", "São Paulo"}, CasoLeitura{"", "port", "-2"}));
+        CasoLeitura{"Sistema", "Menos3", "-3"},
+        CasoLeitura{"Sistema", "Nota", "COM1 ; depois do valor"},
+        CasoLeitura{"Sistema", "Dup", "primeiro"}, CasoLeitura{"Sistema", "Comentada", "-2"},
+        CasoLeitura{"Sistema", "Outra", "-2"}, CasoLeitura{"Sistema", "Falta", "-2"},
+        CasoLeitura{"Nada", "port", "-2"}, CasoLeitura{"frenteinfo", "cidade", "São Paulo"},
+        CasoLeitura{"", "port", "-2"}));
 
 class TamanhoLido : public Ini, public ::testing::WithParamInterface<int> {};
 

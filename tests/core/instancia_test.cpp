@@ -38,12 +38,6 @@ INSTANTIATE_TEST_SUITE_P(
                       "VEXA-PLUS/1\nText1(0)MDAx\nFIM\n", "lixo qualquer\nFIM\n"));
 
 TEST(Instancia, SegundaCopiaEntregaOsCamposAPrimeira) {
-    int argc = 1;
-    char nome[] = "teste";
-    char *argv[] = {nome};
-    std::unique_ptr<QCoreApplication> app;
-    if (!QCoreApplication::instance()) app = std::make_unique<QCoreApplication>(argc, argv);
-
     QTemporaryDir pasta;
     const QString link = Instancia::NomeLink(pasta.path());
     Instancia primeira(link);

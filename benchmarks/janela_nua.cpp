@@ -1,0 +1,21 @@
+// The yardstick of the start-up benchmark: a bare Qt window program that answers on the
+// same local link as the program, once its window is shown and its event loop runs.
+#include "core/instancia.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QStandardPaths>
+
+int main(int argc, char *argv[]) {
+    QApplication app(argc, argv);
+    QCoreApplication::setOrganizationName("VexaPlus");
+    QCoreApplication::setApplicationName("Vexa Plus");
+    QMainWindow janela;
+    janela.setWindowTitle("Janela");
+    janela.resize(800, 600);
+    janela.show();
+    vexa::Instancia link(vexa::Instancia::NomeLink(
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)));
+    link.Escuta();
+    return app.exec();
+}

@@ -1,0 +1,68 @@
+#pragma once
+// The print procedures the screens share: the commands that keep the printer's memory in
+// step with the database, the sending of free text, the extra fields of a cheque, the
+// date-format command, the amount in words and the entry screen's gauge.
+//
+// Each procedure opens the port for its one operation and closes it again, with two
+// exceptions: ImprimeCamposExtras hands its fields over with the port closed, and a text
+// the printer refuses leaves the port as it is (no TravaDoc(0), no FechaPorta).
+#include "core/desktop.h"
+#include "core/sessao.h"
+#include "printer/vexa32.h"
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <memory>
+
+namespace vexa {
+
+// What a register command sends: a code and a text (the layout's positions, the payee's
+// name, or for the currency the singular and the plural), and for a layout the check of its
+// positions, run with the port open.
+struct PedidoImpressora {
+    QString Codigo;
+    QString Texto;
+    std::function<bool()> Verifica;
+};
+
+// Operacao 0: the layout (IncluiBanco), after p.Verifica; 1: IncluiFavorecido;
+// 2: ExcluiFavorecido. Texts go as given. Returns 1, or 0 when the check failed (the port is
+// then only closed).
+qint16 ComandoImpressora(Sessao &s, Desktop &d, qint16 Operacao, const PedidoImpressora &p);
+
+// The configuration screen's twin, with its own messages: 1 IncluiFavorecido(p.Codigo,
+// p.Texto) with the name already converted by the caller; 2 ExcluiFavorecido(p.Codigo);
+// 3 the currency: p.Codigo singular and p.Texto plural are stored as m_sg and m_pl of section
+// Sistema and sent converted to the printer by AlteraMoeda.
+void Qorn_CMD(Sessao &s, Desktop &d, qint16 Operacao, const PedidoImpressora &p);
+
+// The year's digits on a cheque (1, 2 or 4): ESC AF "D" digit CR to the printer, and the
+// choice kept as ConfiguraData of section Opcoes.
+void EnviaFormatoData(Sessao &s, int Digitos);
+// The command EnviaFormatoData sends, as the text whose Windows-1252 bytes are 1B AF 44 d 0D.
+QString ComandoFormatoData(int Digitos);
+
+// Free text to the cheque printer, converted to the printer's characters: lists, the
+// self-test page, the back of a cheque. Modo as FormataTX takes it. False after the message of
+// a port that didn't open or a text the printer refused: a list sends no more pages then.
+bool EnviaTextoImpressora(Sessao &s, Desktop &d, const QString &Texto, qint16 Modo);
+
+// The extra fields (TxtCpo: the three texts) checked against their stored positions and
+// handed to the printer, unconverted, for the cheque that follows. 1, or -4 after a message.
+qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo);
+
+// The short colour sweep of the entry screen's gauge ahead of a print.
+void AnimaGauge(Sessao &s, Desktop &d, qint16 Ligado);
+
+// The amount in words, made by the printer and read back from Extenso.ret into
+// s.ValorExtenso. The words keep the zero byte that ends them in the file, so that every
+// reader gets them whole: the one that drops the last character, and QuebraExtenso, which
+// stops at the zero.
+void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor);
+
+// The printer the settings choose: Impressora of section Sistema, "Simulador" (written there
+// when missing) or "Nativo". Any other value gets the simulator.
+std::unique_ptr<Vexa32> CriaImpressora(Sessao &s);
+
+} // namespace vexa

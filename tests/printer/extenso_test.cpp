@@ -1,0 +1,70 @@
+#include "printer/extenso.h"
+
+#include <gtest/gtest.h>
+
+using namespace vexa;
+
+namespace {
+
+struct Caso {
+    qint64 centavos;
+    const char *palavras;
+};
+
+class Extenso : public ::testing::TestWithParam<Caso> {};
+
+// Each line was spelled out by hand.
+INSTANTIATE_TEST_SUITE_P(
+    Tabela, Extenso,
+    ::testing::Values(
+        Caso{1, "Um Centavo"}, Caso{10, "Dez Centavos"}, Caso{14, "Quatorze Centavos"},
+        Caso{50, "Cinquenta Centavos"}, Caso{99, "Noventa e Nove Centavos"}, Caso{100, "Um Real"},
+        Caso{1000, "Dez Reais"}, Caso{1900, "Dezenove Reais"}, Caso{2000, "Vinte Reais"},
+        Caso{101, "Um Real e Um Centavo"}, Caso{200, "Dois Reais"}, Caso{1400, "Quatorze Reais"},
+        Caso{1600, "Dezesseis Reais"}, Caso{2100, "Vinte e Um Reais"}, Caso{10000, "Cem Reais"},
+        Caso{10100, "Cento e Um Reais"}, Caso{11000, "Cento e Dez Reais"},
+        Caso{99900, "Novecentos e Noventa e Nove Reais"}, Caso{100000, "Mil Reais"},
+        Caso{100100, "Mil e Um Reais"}, Caso{110000, "Mil e Cem Reais"},
+        Caso{100001, "Mil Reais e Um Centavo"}, Caso{120000, "Mil e Duzentos Reais"},
+        Caso{110100, "Mil, Cento e Um Reais"}, Caso{150000, "Mil e Quinhentos Reais"},
+        Caso{1010000, "Dez Mil e Cem Reais"},
+        Caso{123450, "Mil, Duzentos e Trinta e Quatro Reais e Cinquenta Centavos"},
+        Caso{200100, "Dois Mil e Um Reais"},
+        Caso{999900, "Nove Mil, Novecentos e Noventa e Nove Reais"},
+        Caso{2100000, "Vinte e Um Mil Reais"}, Caso{10000000, "Cem Mil Reais"},
+        Caso{100000000, "Um Milhão de Reais"},
+        Caso{100000005, "Um Milhão de Reais e Cinco Centavos"},
+        Caso{100000100, "Um Milhão e Um Reais"}, Caso{100100000, "Um Milhão e Mil Reais"},
+        Caso{150000000, "Um Milhão e Quinhentos Mil Reais"},
+        Caso{110000000, "Um Milhão e Cem Mil Reais"},
+        Caso{125000000, "Um Milhão, Duzentos e Cinquenta Mil Reais"},
+        Caso{100100100, "Um Milhão, Mil e Um Reais"}, Caso{10000000000, "Cem Milhões de Reais"},
+        Caso{99999999999, "Novecentos e Noventa e Nove Milhões, Novecentos e Noventa e Nove Mil, "
+                          "Novecentos e Noventa e Nove Reais e Noventa e Nove Centavos"},
+        Caso{123456700, "Um Milhão, Duzentos e Trinta e Quatro Mil, Quinhentos e Sessenta e "
+                        "Sete Reais"},
+        Caso{200000000, "Dois Milhões de Reais"}, Caso{100000000000, "Um Bilhão de Reais"},
+        Caso{100100000000, "Um Bilhão e Um Milhão de Reais"},
+        Caso{100000000100, "Um Bilhão e Um Reais"}, Caso{200000000000, "Dois Bilhões de Reais"},
+        Caso{200000000005, "Dois Bilhões de Reais e Cinco Centavos"},
+        Caso{999999999999, "Nove Bilhões, Novecentos e Noventa e Nove Milhões, Novecentos e "
+                           "Noventa e Nove Mil, Novecentos e Noventa e Nove Reais e Noventa e "
+                           "Nove Centavos"},
+        // Outside the range there are no words.
+        Caso{0, ""}, Caso{-100, ""}, Caso{1000000000000, ""}));
+
+TEST_P(Extenso, PalavrasDoValor) {
+    EXPECT_EQ(extenso(GetParam().centavos), QString::fromUtf8(GetParam().palavras));
+}
+
+TEST(ExtensoMoeda, NomesDaMoedaComInicialMaiusculaEUmSoParaUmaUnidade) {
+    EXPECT_EQ(extenso(100, "dólar", "dólares"), "Um Dólar");
+    EXPECT_EQ(extenso(250, "dólar", "dólares"), "Dois Dólares e Cinquenta Centavos");
+    EXPECT_EQ(extenso(100, "real", "REAIS"), "Um Real");
+    EXPECT_EQ(extenso(300000000, "peso chileno", "pesos chilenos"),
+              "Três Milhões de Pesos Chilenos");
+    EXPECT_EQ(extenso(100000000, " peso  de ouro", "pesos de ouro e prata"),
+              "Um Milhão de Pesos de Ouro e Prata");
+}
+
+} // namespace
