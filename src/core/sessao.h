@@ -2,6 +2,7 @@
 // What every screen of a run shares: one Sessao, made at start and handed by reference.
 #include <QString>
 #include <QStringList>
+#include <array>
 #include <memory>
 
 namespace vexa {
@@ -32,12 +33,24 @@ struct Sessao {
     qint16 FechaTela = 0;
     qint16 TipoPesquisa = 0; // 0 payee, 1 city, 2 bank
     QString ResultadoPesquisa;
+
+    // The layout a register screen hands to its graphic adjust, as text, from index 1:
+    // AjusteL(1..) the lines, AjusteC(1..) the columns.
+    std::array<QString, 12> AjusteL, AjusteC;
+    // The register the print dialog lists: "Bancos", "Favorecido" or "Cidade"; for banks,
+    // TabelaBancos 1 the cheque layouts and 2 the transfer layouts; TotalLista its records.
+    QString TabelaLista;
+    qint16 TabelaBancos = 0;
+    int TotalLista = 0;
     qint16 FaseInicio = 1;
     qint16 MostraLogo = 1;
 
     // Shared texts of the conversions: the amount in words, and the month's name.
     QString ValorExtenso;
     QString MesNome;
+
+    // The three comment lines of the last cheque printed, which a copy of it repeats.
+    QStringList UltimoComentario{QString(), QString(), QString()};
 
     // The open database and its shared record sets.
     std::unique_ptr<BaseDados> Banco;

@@ -1,0 +1,42 @@
+#pragma once
+// "Cadastro de Bancos": the cheque layout of each bank, kept in three places that must agree:
+// the table Bancos, the printer's memory and the section Formato of VEXA.INI.
+#include "registers/cadastro.h"
+
+namespace vexa {
+
+class Bancos : public Cadastro {
+  public:
+    Bancos(Sessao &sessao, Desktop &desktop);
+
+    Botao Command3D2{"Ajuste Gráfico"};
+    Botao SSCommand1{"Imprimir Lista"};
+
+    int TemCampoVazio() const;
+    int VerificaCodigo(int Modo) { return verifica_campos(Modo); }
+    void CarregaBanco(const QString &Codigo);
+    void NovoRegistroBanco();
+    void AlteraRegistroBanco();
+    void ExcluiRegistroBanco();
+    void AtualizaIni(int Modo);
+    void PreparaAjuste();
+
+    void Command3D2_Click();
+
+    // The thirteen positions L1..L5, C1..C8 as they stand on the screen.
+    QStringList Posicoes() const;
+    // The line of section Formato for the layout on the screen.
+    QString LinhaFormato() const;
+
+  protected:
+    bool pergunta_impressora(int Index) override;
+    void grava(int Index) override;
+    QString mascara(int Index) const override { return Index == 1 ? QString() : "000"; }
+    void carrega_linha(const QString &linha) override { CarregaBanco(linha.left(3)); }
+    PedidoLista pedido_lista() const override;
+
+  private:
+    void grava_campos();
+};
+
+} // namespace vexa

@@ -1,0 +1,39 @@
+#pragma once
+// The rules on where the fields of a layout may lie. Each set guards one moment: the sending
+// of a bank layout to the printer, and the OK of each graphic adjust. All rules of a set are
+// evaluated, none stops the others; the caller shows the set's message once.
+#include "core/desktop.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace vexa {
+
+// Layouts whose code is 995 or above are the printer's own test forms: no rule applies.
+inline constexpr int CodigoSemRegras = 995;
+bool codigo_sem_regras(const QString &Codigo);
+
+// The words a failed set shows: one message box with OK.
+struct AvisoRegras {
+    QString Texto;
+    QString Titulo;
+    Icone Icone_ = Icone::Nenhum;
+};
+void mostra_aviso(Desktop &d, const AvisoRegras &aviso);
+
+// How many of the conditions hold (each one a failed rule).
+int conta_falhas(std::initializer_list<bool> falhas);
+
+// Before a bank layout goes to the printer. Posicoes: L1..L5, C1..C8 as the register screen
+// holds them, three digits each. True when no rule fails or the code is free of rules.
+bool VerificaPosicoes(const QString &Codigo, const QStringList &Posicoes);
+extern const AvisoRegras AvisoPosicoes;
+
+// The OK of the bank layout's graphic adjust: the tops T and left edges X of its eight boxes
+// (amount, words 1, words 2, payee, city, day, month, year), in screen units. The five lines
+// run strictly downwards, and city, day, month, year strictly to the right.
+bool VerificaOrdemAjuste(const QList<int> &T, const QList<int> &X);
+extern const AvisoRegras AvisoAjuste;
+
+} // namespace vexa

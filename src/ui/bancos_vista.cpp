@@ -1,0 +1,72 @@
+// "Cadastro de Bancos": code and name, the positions as a table of line and column per field
+// with the three date columns apart, the list with its search, the commands below.
+#include "ui/cadastro_vista.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QVBoxLayout>
+
+namespace vexa::ui {
+
+void CriaVistaBancos(Tela &tela, QMainWindow &janela) {
+    QWidget *central = nullptr;
+    auto *v = cria_corpo(janela, central);
+    auto *corpo = new QHBoxLayout;
+    corpo->setSpacing(14);
+    v->addLayout(corpo, 1);
+
+    auto *esquerda = new QVBoxLayout;
+    corpo->addLayout(esquerda);
+    auto *banco = new QGridLayout;
+    banco->addWidget(new QLabel(legenda(tela, "Text1", 0), central), 0, 0);
+    banco->addWidget(cria_campo(central, "Text1(0)", 50), 0, 1, Qt::AlignLeft);
+    banco->addWidget(new QLabel(legenda(tela, "Text1", 1), central), 1, 0);
+    banco->addWidget(cria_campo(central, "Text1(1)", 260), 1, 1);
+    esquerda->addLayout(banco);
+
+    // Each field's line beside its column, created in the order Enter walks them.
+    auto *posicoes = new QGroupBox("Posições", central);
+    auto *g = new QGridLayout(posicoes);
+    g->addWidget(new QLabel("Linha / Coluna", posicoes), 0, 1, 1, 2, Qt::AlignCenter);
+    QList<QLineEdit *> ordem;
+    for (int i = 2; i <= 14; ++i) {
+        auto *e = cria_campo(posicoes, QStringLiteral("Text1(%1)").arg(i), 44);
+        e->setAlignment(Qt::AlignCenter);
+        ordem.append(e);
+        if (i <= 6) {
+            g->addWidget(new QLabel(legenda(tela, "Text1", i), posicoes), i - 1, 0);
+            g->addWidget(e, i - 1, 1);
+        } else if (i <= 11) {
+            g->addWidget(e, i - 6, 2);
+        }
+    }
+    g->addWidget(new QLabel("Colunas", posicoes), 6, 1, 1, 3, Qt::AlignCenter);
+    g->addWidget(new QLabel(legenda(tela, "Text1", 12), posicoes), 7, 0);
+    auto *datas = new QHBoxLayout;
+    for (int i = 12; i <= 14; ++i)
+        datas->addWidget(ordem[i - 2]);
+    datas->addStretch(1);
+    g->addLayout(datas, 7, 1, 1, 3);
+    g->setColumnStretch(3, 1);
+    esquerda->addWidget(posicoes);
+    esquerda->addStretch(1);
+    QWidget *anterior = central->findChild<QWidget *>("Text1(1)");
+    for (QLineEdit *e : ordem) {
+        QWidget::setTabOrder(anterior, e);
+        anterior = e;
+    }
+
+    corpo->addWidget(cria_lista(tela, central, "Text2"), 1);
+
+    auto *comandos = new QHBoxLayout;
+    cria_comandos(comandos, central, {"Command3D2", "SSCommand1"});
+    v->addLayout(comandos);
+    tela.LarguraJanela = 760;
+    tela.AlturaJanela = 460;
+}
+
+} // namespace vexa::ui

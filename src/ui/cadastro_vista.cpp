@@ -1,0 +1,96 @@
+// The views of the payee and city registers, and the parts every register view shares.
+#include "ui/cadastro_vista.h"
+
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace vexa::ui {
+
+QVBoxLayout *cria_corpo(QMainWindow &janela, QWidget *&central, int espaco) {
+    central = new QWidget(&janela);
+    auto *v = new QVBoxLayout(central);
+    v->setContentsMargins(12, 12, 12, 12);
+    v->setSpacing(espaco);
+    janela.setCentralWidget(central);
+    return v;
+}
+
+QLineEdit *cria_campo(QWidget *pai, const QString &nome, int largura) {
+    auto *e = new QLineEdit(pai);
+    e->setObjectName(nome);
+    if (largura > 0) e->setFixedWidth(largura);
+    return e;
+}
+
+QPushButton *cria_botao(QWidget *pai, const QString &nome) {
+    auto *b = new QPushButton(pai);
+    b->setObjectName(nome);
+    b->setAutoDefault(true);
+    return b;
+}
+
+QString legenda(Tela &tela, const QString &nome, int index) {
+    const Controle *c = tela.controle(nome, index);
+    return c ? c->Caption : QString();
+}
+
+QWidget *cria_lista(Tela &tela, QWidget *pai, const QString &procura) {
+    auto *lado = new QWidget(pai);
+    auto *v = new QVBoxLayout(lado);
+    v->setContentsMargins(0, 0, 0, 0);
+    auto *f = new QFormLayout;
+    const RefControle campo = RefControle::de(procura);
+    f->addRow(legenda(tela, campo.Nome, campo.Index), cria_campo(lado, procura));
+    v->addLayout(f);
+    auto *lista = new QListWidget(lado);
+    lista->setObjectName("List1");
+    QFont fixa("Courier New");
+    fixa.setStyleHint(QFont::TypeWriter);
+    lista->setFont(fixa);
+    lista->setMinimumWidth(280);
+    v->addWidget(lista, 1);
+    return lado;
+}
+
+void cria_comandos(QBoxLayout *linha, QWidget *pai, const QStringList &outros) {
+    for (int i = 0; i < 4; ++i)
+        linha->addWidget(cria_botao(pai, QStringLiteral("Command3D1(%1)").arg(i)));
+    linha->addStretch(1);
+    for (const QString &nome : outros)
+        linha->addWidget(cria_botao(pai, nome));
+}
+
+namespace {
+// Payees and cities: code and name over the list, the commands below.
+void cria_vista_simples(Tela &tela, QMainWindow &janela, const QString &imprime, int largura) {
+    QWidget *central = nullptr;
+    auto *v = cria_corpo(janela, central);
+    auto *campos = new QFormLayout;
+    campos->addRow(legenda(tela, "Text1", 0), cria_campo(central, "Text1(0)", 70));
+    campos->addRow(legenda(tela, "Text1", 1), cria_campo(central, "Text1(1)", largura));
+    v->addLayout(campos);
+    v->addWidget(cria_lista(tela, central, "Text2"), 1);
+    auto *comandos = new QHBoxLayout;
+    cria_comandos(comandos, central, {imprime});
+    v->addLayout(comandos);
+    tela.LarguraJanela = qMax(440, largura + 180);
+    tela.AlturaJanela = 440;
+}
+} // namespace
+
+void CriaVistaFavorec(Tela &tela, QMainWindow &janela) {
+    cria_vista_simples(tela, janela, "Imprimirfav", 470);
+}
+
+void CriaVistaCidade(Tela &tela, QMainWindow &janela) {
+    cria_vista_simples(tela, janela, "Imprime", 200);
+}
+
+} // namespace vexa::ui

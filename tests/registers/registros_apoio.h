@@ -1,0 +1,74 @@
+#pragma once
+// A data folder with its database and the simulated printer, a scripted desktop, and the
+// hands of an operator on a register screen.
+#include "apoio/referencia.h"
+#include "core/desktop_roteiro.h"
+#include "core/inicio.h"
+#include "core/relogio.h"
+#include "core/sessao.h"
+#include "printer/simulador.h"
+#include "store/tabelas.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace vexa::teste {
+
+class Registros : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        fixa_hoje(QDate(2026, 11, 22));
+        s.DefineHoje();
+        PreparaPastaDados(s);
+        s.PortaImpressora = "COM2";
+        s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
+        imp().LimpaChamadas();
+    }
+    void TearDown() override { fixa_hoje(QDate()); }
+
+    Simulador &imp() { return static_cast<Simulador &>(*s.Impressora); }
+
+    template <class T> T &abre() {
+        Tela *t = d.Abre(std::make_unique<T>(s, d));
+        EXPECT_NE(t, nullptr);
+        return *static_cast<T *>(t);
+    }
+    // Types into a field and leaves it with Enter, as the operator does.
+    static void digita(Tela &t, const QString &nome, int i, const QString &texto) {
+        t.SetFocus(nome, i);
+        t.Digita(nome, i, texto);
+        t.Tecla(13);
+    }
+    // Rows added straight to a table.
+    void inclui(int tabela, const QList<QPair<QString, QString>> &linhas) {
+        ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 0), -2);
+        ExisteCodigo(s, "", tabela);
+        RecordSet &rs = Conjunto(s, tabela);
+        for (const auto &[codigo, nome] : linhas) {
+            rs.AddNew();
+            rs.Define("Codigo", codigo);
+            rs.Define("Nome", nome);
+            ASSERT_TRUE(rs.Update());
+        }
+    }
+    // A table's rows as "code|name", by code.
+    QStringList linhas(int tabela, const QStringList &campos = {"Codigo", "Nome"}) {
+        QStringList r;
+        ExisteCodigo(s, "", tabela);
+        RecordSet &rs = Conjunto(s, tabela);
+        for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
+            QStringList v;
+            for (const QString &c : campos)
+                v << rs.Campo(c);
+            r << v.join('|');
+        }
+        r.sort();
+        return r;
+    }
+
+    QTemporaryDir pasta;
+    Sessao s{pasta.path()};
+    DesktopRoteiro d;
+};
+
+} // namespace vexa::teste
