@@ -1,12 +1,18 @@
 #include "core/inicio.h"
 
 #include "core/ini.h"
+#include "store/tabelas.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
 
 namespace vexa {
+
+void PreparaPastaDados(Sessao &s) {
+    if (!QFileInfo::exists(s.CaminhoIni)) LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "1");
+    CriaBaseDados(s);
+}
 
 bool IniciaConfiguracoes(Sessao &s) {
     s.TituloCfg = "0";

@@ -103,9 +103,9 @@ QString padrao_like(const QString &texto) {
 }
 
 // The rows of Log older than the period: a date in the first eight characters, more than
-// PeriodoRel days before the day of the run. Rows without a date stay.
-const char *const log_vencido = " FROM Log WHERE CVDate(substr(Data, 1, 8)) IS NOT NULL AND "
-                                "? - CVDate(substr(Data, 1, 8)) > ?";
+// PeriodoRel days before the day of the run. Rows without a date stay: CVDate gives them
+// NULL, and no comparison with NULL holds.
+const char *const log_vencido = " FROM Log WHERE ? - CVDate(substr(Data, 1, 8)) > ?";
 
 } // namespace
 
@@ -245,10 +245,10 @@ void ExpurgaCheques(Sessao &s, Desktop &d) {
     QSqlDatabase db = base(s).db();
     if (dia) {
         QSqlQuery q(db);
-        q.prepare(QString("SELECT count(*)") + log_vencido);
+        q.prepare(QString("SELECT 1") + log_vencido + " LIMIT 1");
         q.addBindValue(dia->toJulianDay());
         q.addBindValue(int(s.PeriodoRel));
-        if (q.exec() && q.next() && q.value(0).toLongLong() > 0) {
+        if (q.exec() && q.next()) {
             q.finish();
             const Resposta r = d.MsgBox(
                 "O banco de dados possui cheques cadastrados a mais de " +

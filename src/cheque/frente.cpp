@@ -1,0 +1,85 @@
+#include "cheque/frente.h"
+
+#include "cheque/main.h"
+#include "core/conversoes.h"
+#include "printer/impressao.h"
+#include "printer/vexa32.h"
+#include "store/tabelas.h"
+
+namespace vexa {
+
+namespace {
+
+// The typed amount through a mask; a text that isn't an amount goes through as it is.
+QString mascara_valor(const QString &texto, const QString &mascara) {
+    const auto valor = centavos(texto);
+    return valor ? formata_centavos(*valor, mascara) : Format(texto, mascara);
+}
+
+} // namespace
+
+void ImprimeFrente(Main &Tela, bool Valido) {
+    if (!Valido) return;
+    Sessao &s = Tela.sessao;
+    Desktop &d = Tela.desktop;
+    s.UltimoComentario = {Tela.Text2[0].Text, Tela.Text2[1].Text, Tela.Text2[2].Text};
+    if (d.MsgBox("Insira o Documento.", Botoes::OKCancel, "Impressão do Cheque",
+                 Icone::Informacao) == Resposta::Cancel)
+        return;
+
+    const QString Banco = Tela.Text1[0].Text.trimmed();
+    const QString Valor = mascara_valor(Tela.Text1[1].Text, "###,##0.00").trimmed();
+    QString Cidade = ConverteTexto(Tela.Text1[3].Text);
+    if (Cidade.isEmpty()) Cidade = " ";
+    // The printer can't take an empty payee: the blank stands on the screen and in Log too.
+    if (Tela.Text1[2].Text.isEmpty()) Tela.Muda(Tela.Text1[2], " ");
+    const QString Favorecido = ConverteTexto(Tela.Text1[2].Text);
+    const QString Data = Tela.Text1[4].Text.trimmed();
+
+    AnimaGauge(s, d, 1);
+    Vexa32 &imp = *s.Impressora;
+    imp.IniciaPorta(s.PortaImpressora);
+    const qint16 resultado = imp.ImprimeCheque(Banco, Valor, Favorecido, Cidade, Data, "");
+    imp.FechaPorta();
+    AnimaGauge(s, d, 0);
+
+    if (resultado == 1) {
+        if (Tela.CheckBox.Value) GravaCheque(Tela);
+        return;
+    }
+    d.MsgBox("Problemas com a impressao do cheque", Botoes::OK,
+             "Impressão do Cheque (" + Format(QString::number(resultado), "000") + ")",
+             Icone::Exclamacao);
+}
+
+void GravaCheque(Main &Tela) {
+    Sessao &s = Tela.sessao;
+    // The cheque has printed; a register that can't be opened just doesn't show it.
+    if (AbreTabelas(s, Tela.desktop, 0, 0, 0, 1) == -2) return;
+    RecordSet &log = Conjunto(s, TabLog);
+    QString Index = "0000000001";
+    if (log.RecordCount() > 0) {
+        log.MoveFirst();
+        if (!log.Campo("Codigo").isEmpty()) {
+            log.MoveLast();
+            Index = formata_numero(Val(log.Campo("Index")) + 1, "0000000000");
+        }
+    }
+    log.AddNew();
+    log.Define("Comentario", Tela.Text2[0].Text);
+    log.Define("Comentario1", Tela.Text2[1].Text);
+    log.Define("Comentario2", Tela.Text2[2].Text);
+    log.Define("StCancel", " ");
+    log.Define("Codigo", Index.right(5));
+    log.Define("Banco", Tela.Text1[0].Text);
+    log.Define("V_CH", mascara_valor(Tela.Text1[1].Text, "###########.##").trimmed());
+    log.Define("Favor", Tela.Text1[2].Text);
+    log.Define("Local", Tela.Text1[3].Text);
+    log.Define("Data", Tela.Text1[4].Text);
+    log.Define("Index", Index);
+    log.Define("NRCH", Tela.Text1[6].Text.isEmpty() ? " " : Tela.Text1[6].Text);
+    log.Update();
+    FechaTabelas(s, 0, 0, 0, 1);
+}
+
+} // namespace vexa

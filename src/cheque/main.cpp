@@ -1,0 +1,551 @@
+#include "cheque/main.h"
+
+#include "cheque/extra.h"
+#include "cheque/frente.h"
+#include "cheque/pedidos.h"
+#include "cheque/verso.h"
+#include "core/conversoes.h"
+#include "core/ini.h"
+#include "core/inicio.h"
+#include "core/instancia.h"
+#include "core/relogio.h"
+#include "printer/impressao.h"
+#include "printer/vexa32.h"
+#include "store/tabelas.h"
+
+#include <QFileInfo>
+
+namespace vexa {
+
+namespace {
+
+constexpr int TeclaEnter = 13, TeclaF3 = 114, TeclaF4 = 115, TeclaF8 = 119;
+const QString TituloPrograma = "Vexa PLUS - Document Printer";
+
+template <class T> std::unique_ptr<Tela> cria(Sessao &s, Desktop &d) {
+    return std::make_unique<T>(s, d);
+}
+
+// The size limits of text that reaches a field otherwise than by typing: at a length of
+// `ate` or more the text is cut to `corta`.
+struct Limite {
+    int ate, corta;
+};
+const std::map<int, Limite> limites_text1 = {
+    {0, {4, 3}}, {1, {17, 16}}, {2, {48, 47}}, {3, {21, 15}}, {6, {13, 12}}};
+constexpr Limite limite_text2{81, 80};
+
+// The settings key of each front field that F4 stores; the date and the number aren't.
+const std::map<int, QString> chaves_frente = {
+    {0, "NumBanco"}, {1, "Valor"}, {2, "Favorecido"}, {3, "Cidade"}};
+
+QString chave_verso(int i) {
+    return QStringLiteral("Linha%1").arg(i, 2, 10, QLatin1Char('0'));
+}
+QString chave_extra(int i) {
+    return QStringLiteral("Campo0%1").arg(i);
+}
+
+// A field stored with F4: "-2" when there is none. An empty field is stored as one blank,
+// which the settings file gives back trimmed; the blank is put back.
+QString le_guardado(const Sessao &s, const QString &secao, const QString &chave) {
+    const QString v = LeGravaIni(s.CaminhoIni, secao, chave, "");
+    return v.isEmpty() ? QStringLiteral(" ") : v;
+}
+
+} // namespace
+
+const std::map<QString, FabricaTela> &TelasDoMain() {
+    static const std::map<QString, FabricaTela> telas = {
+        {"CmpExtra", cria<CmpExtra>},
+    };
+    return telas;
+}
+
+Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
+    : Tela("Main", "Vexa - Plus Document Printer", sessao, desktop), linhaComando_(linhaComando) {
+    LarguraJanela = 880;
+    AlturaJanela = 600;
+    ParametrosCheque = QStringList(7);
+
+    const std::map<int, QString> rotulos = {{0, "Banco:"}, {1, "Valor:"},     {3, "Cidade:"},
+                                            {4, "Data:"},  {5, "Nº Cheque:"}, {6, ""}};
+    for (const auto &[i, c] : rotulos)
+        Label1.mapa().emplace(i, Rotulo(c));
+    for (int i = 0; i < 10; ++i) {
+        const QString rotulo =
+            i < 3 ? QStringLiteral("Cmd%1:").arg(i + 1) : QStringLiteral("Vrs%1:").arg(i + 1);
+        Label1.mapa().emplace(i + 7, Rotulo(rotulo));
+        Text2.mapa().emplace(i, Texto("", 60));
+    }
+    for (int i = 0; i < 3; ++i)
+        TxtCpo.mapa().emplace(i, Texto());
+    Label1[6].ToolTipText = "Nome do Banco";
+    Label2.ForeColor = 0x808080; // a hint, not a label
+
+    // Registered in the order of the screen: the focus walks them so.
+    registra("Text1", Text1);
+    registra("Label1", Label1);
+    registra("Label2", Label2);
+    registra("CheckBox", CheckBox);
+    registra("Frame1", Frame1);
+    registra("Frame3", Frame3);
+    registra("Text2", Text2);
+    registra("Frame4", Frame4);
+    registra("TxtCpo", TxtCpo);
+    registra("Label4", Label4);
+    registra("Frame2", Frame2);
+    registra("Option1", Option1);
+    registra("Option2", Option2);
+    registra("Option3", Option3);
+    registra("Opcoes", Opcoes);
+    registra("Panel3D2", Panel3D2);
+    registra("Gauge1", Gauge1);
+    registra("Label3", Label3);
+    registra("RotuloImpressora", RotuloImpressora);
+    registra("Image1", Image1);
+    registra("Timer1", Timer1);
+    registra("Arquivo", Arquivo);
+    registra("Conf_Vexa", Conf_Vexa);
+    registra("MOpSoft", MOpSoft);
+    registra("Sair", Sair);
+    registra("Cadastro", Cadastro);
+    registra("Bank", Bank);
+    registra("subChequeNormal", subChequeNormal);
+    registra("subChequeTransferencia", subChequeTransferencia);
+    registra("Favor", Favor);
+    registra("Cidad", Cidad);
+    registra("CpoX", CpoX);
+    registra("Layout", Layout);
+    registra("Impressao", Impressao);
+    registra("Imp_Cheque", Imp_Cheque);
+    registra("Imp_ChequeTransf", Imp_ChequeTransf);
+    registra("ch_pr", ch_pr);
+    registra("CopiaCheque", CopiaCheque);
+    registra("Verso", Verso);
+    registra("Relat", Relat);
+    registra("Ajuda", Ajuda);
+    registra("Topicos", Topicos);
+    registra("Sobre_T", Sobre_T);
+
+    liga("Text1", Evento::Change, [this](int i) { Text1_Change(i); });
+    liga("Text1", Evento::GotFocus, [this](int i) { Text1_GotFocus(i); });
+    liga("Text1", Evento::LostFocus, [this](int i) { Text1_LostFocus(i); });
+    ligaTecla("Text1", Evento::KeyDown, [this](int i, int &k, int s) { Text1_KeyDown(i, k, s); });
+    liga("Text2", Evento::Change, [this](int i) { Text2_Change(i); });
+    liga("Text2", Evento::GotFocus, [this](int i) { Text2_GotFocus(i); });
+    // A click in a back line is never a reason to check a front field.
+    liga("Text2", Evento::Click, [this](int) { this->sessao.ValidaCampos = 0; });
+    ligaTecla("Text2", Evento::KeyDown, [this](int i, int &k, int s) { Text2_KeyDown(i, k, s); });
+    liga("TxtCpo", Evento::GotFocus, [this](int i) { TxtCpo_GotFocus(i); });
+    liga("TxtCpo", Evento::LostFocus, [this](int i) { TxtCpo_LostFocus(i); });
+    ligaTecla("TxtCpo", Evento::KeyDown, [this](int i, int &k, int s) { TxtCpo_KeyDown(i, k, s); });
+    liga("Opcoes", Evento::Enter, [this](int i) { Opcoes_Enter(i); });
+    liga("Opcoes", Evento::Click, [this](int i) { Opcoes_Click(i); });
+    liga("Option1", Evento::Click, [this](int) { Option_Click(1); });
+    liga("Option2", Evento::Click, [this](int) { Option_Click(2); });
+    liga("Option3", Evento::Click, [this](int) { Option_Click(4); });
+    liga("Timer1", Evento::Timer, [this](int) { Timer1_Timer(); });
+    liga("Sair", Evento::Click, [this](int) { Sair_Click(); });
+    liga("Imp_Cheque", Evento::Click, [this](int) { Opcoes_Click(0); });
+    liga("Verso", Evento::Click, [this](int) { Opcoes_Click(1); });
+    liga("CpoX", Evento::Click, [this](int) { abre("CmpExtra"); });
+    liga("Topicos", Evento::Click, [this](int) { this->desktop.Ajuda("Conteudo"); });
+
+    // The commands whose screens open without blocking this one.
+    liga_tela(Relat, "Relato");
+    liga_tela(ch_pr, "ChePrz");
+    liga_tela(CopiaCheque, "CmpCopia");
+    liga_tela(Imp_ChequeTransf, "ChequeTransf");
+    liga_tela(Conf_Vexa, "Configura");
+    liga_tela(MOpSoft, "OpSoft");
+    liga_tela(subChequeNormal, "Bancos");
+    liga_tela(subChequeTransferencia, "BancTrans");
+    liga_tela(Favor, "Favorec");
+    liga_tela(Cidad, "Cidade");
+    liga_tela(Layout, "Script");
+    liga_tela(Sobre_T, "Sobre");
+    Opcoes[2].Enabled = Relat.Enabled;
+    Opcoes[5].Enabled = ch_pr.Enabled;
+    Opcoes[6].Enabled = CopiaCheque.Enabled;
+    Opcoes[7].Enabled = Imp_ChequeTransf.Enabled;
+    // The help text comes with the settings screens.
+    Topicos.Enabled = false;
+}
+
+Main::~Main() = default;
+
+void Main::liga_tela(MenuItem &item, const QString &nome) {
+    item.Enabled = TelasDoMain().count(nome) != 0;
+    // The copy is the one of these that checks the cheque first.
+    if (&item == &CopiaCheque) {
+        liga(ref(item).Nome, Evento::Click, [this](int) { Opcoes_Click(6); });
+        return;
+    }
+    liga(ref(item).Nome, Evento::Click, [this, nome](int) { abre(nome); });
+}
+
+Tela *Main::abre(const QString &nome) {
+    const auto fabrica = TelasDoMain().find(nome);
+    if (fabrica == TelasDoMain().end()) return nullptr;
+    Tela *t = desktop.Abre(fabrica->second(sessao, desktop));
+    if (sessao.FechaTela) {
+        if (t) t->Unload();
+        sessao.FechaTela = 0;
+        return nullptr;
+    }
+    return t;
+}
+
+// --- start and stop
+
+void Main::Form_Load() {
+    if (!linhaComando_.trimmed().isEmpty()) ParametrosCheque = LeLinhaComando(linhaComando_);
+    if (VerificaInstancia()) {
+        entregue_ = true;
+        Unload();
+        return;
+    }
+    IniciaSessao();
+    ExpurgaCheques(sessao, desktop);
+    ExpurgaCopias(sessao, desktop);
+}
+
+bool Main::VerificaInstancia() {
+    instancia_ = std::make_unique<Instancia>(Instancia::NomeLink(sessao.CaminhoApp));
+    QMap<int, QString> campos;
+    for (int i = 0; i < ParametrosCheque.size(); ++i)
+        if (!ParametrosCheque[i].isEmpty()) campos.insert(i, ParametrosCheque[i]);
+    if (instancia_->EntregaAoPrimeiro(campos)) return true;
+    instancia_->aoReceber = [this](const QMap<int, QString> &c) { RecebePedido(c); };
+    instancia_->Escuta();
+    return false;
+}
+
+void Main::RecebePedido(const QMap<int, QString> &campos) {
+    for (auto it = campos.begin(); it != campos.end(); ++it)
+        if (Text1.contains(it.key())) Muda(Text1[it.key()], it.value());
+    desktop.Mostra(*this);
+    Refresh();
+}
+
+void Main::IniciaSessao() {
+    CheckBox.Value = IniciaConfiguracoes(sessao) ? 1 : 0;
+    if (!sessao.Impressora) sessao.Impressora = CriaImpressora(sessao);
+    RotuloImpressora.Caption = "Impressora: " + sessao.Impressora->Descricao();
+    LimpaTela();
+    desktop.Mostra(*this);
+
+    const QString formato = LeGravaIni(sessao.CaminhoIni, "Opcoes", "ConfiguraData", "");
+    if (formato != "-2") {
+        const int digitos = int(Val(formato));
+        Opcao *opcao = digitos == 4   ? &Option3
+                       : digitos == 2 ? &Option2
+                       : digitos == 1 ? &Option1
+                                      : nullptr;
+        if (opcao) {
+            for (Opcao *o : {&Option1, &Option2, &Option3})
+                o->Value = o == opcao ? 1 : 0;
+            Option_Click(digitos);
+        }
+    }
+    LeOpcoesNumericas(sessao);
+    AplicaParametros(*this);
+    SetFocus("Text1", 0);
+    Refresh();
+}
+
+void Main::Form_Unload() {
+    // A copy that only handed its request over never read the settings it would write.
+    if (entregue_) return;
+    GravaInRel(sessao, CheckBox.Value != 0);
+}
+
+void Main::Sair_Click() {
+    GravaInRel(sessao, CheckBox.Value != 0);
+    desktop.Encerra(0);
+}
+
+void Main::Timer1_Timer() {
+    Image1.Visible = false;
+    if (sessao.FaseInicio > 1) {
+        sessao.FaseInicio = 0;
+        Timer1.Interval = 10000;
+        if (Tela *sobre = desktop.Aberta("Sobre")) sobre->Unload();
+        PrimeiraVez(sessao, desktop);
+    }
+    if (sessao.FaseInicio == 1) sessao.FaseInicio = 2;
+    const QString figura = sessao.CaminhoApp + (sessao.MostraLogo ? "/Qorna.bmp" : "/tolg01.bmp");
+    sessao.MostraLogo = sessao.MostraLogo ? 0 : 1;
+    if (QFileInfo::exists(figura)) Image1.Picture = figura;
+    Image1.Visible = true;
+}
+
+// --- filling and clearing
+
+void Main::LimpaTela() {
+    LimpaFrente();
+    Label1[6].Caption.clear();
+    LimpaVerso();
+}
+
+void Main::LimpaFrente() {
+    for (auto &[i, t] : Text1)
+        Muda(t, QString());
+    Label1[6].Caption.clear();
+    CarregaFrente();
+}
+
+void Main::CarregaFrente() {
+    for (const auto &[i, chave] : chaves_frente) {
+        const QString v = le_guardado(sessao, "FrenteInfo", chave);
+        if (v != "-2") Muda(Text1[i], v);
+    }
+    for (int i = 0; i < 3; ++i) {
+        const QString v = le_guardado(sessao, "FrenteInfo", chave_extra(i));
+        if (v != "-2") Muda(TxtCpo[i], v);
+    }
+}
+
+void Main::LimpaVerso() {
+    for (auto &[i, t] : Text2) {
+        const QString v = le_guardado(sessao, "Verso", chave_verso(i));
+        Muda(t, v == "-2" ? QString() : v);
+    }
+}
+
+QStringList Main::TextosExtras() const {
+    QStringList textos;
+    for (const auto &[i, t] : TxtCpo)
+        textos.append(t.Text);
+    return textos;
+}
+
+// --- the fields' events
+
+void Main::Text1_Change(int Index) {
+    const auto limite = limites_text1.find(Index);
+    if (limite == limites_text1.end() || Text1[Index].Text.size() < limite->second.ate) return;
+    desktop.MsgBox("Tamanho Máximo deste campo...", Botoes::OK, "Erro");
+    Muda(Text1[Index], Text1[Index].Text.left(limite->second.corta));
+}
+
+void Main::Text2_Change(int Index) {
+    if (Text2[Index].Text.size() < limite_text2.ate) return;
+    desktop.MsgBox("Tamanho Máximo deste campo...", Botoes::OK, "Erro");
+    Muda(Text2[Index], Text2[Index].Text.left(limite_text2.corta));
+}
+
+void Main::Text1_GotFocus(int Index) {
+    if (!sessao.ResultadoPesquisa.isEmpty()) {
+        Muda(Text1[Index], sessao.ResultadoPesquisa);
+        sessao.ResultadoPesquisa.clear();
+    }
+    sessao.ValidaCampos = 1;
+    Text1[Index].SelecionaTudo = true;
+}
+
+void Main::Text2_GotFocus(int Index) {
+    Text2[Index].SelecionaTudo = true;
+    sessao.ValidaCampos = 0;
+}
+
+void Main::TxtCpo_GotFocus(int Index) {
+    TxtCpo[Index].SelecionaTudo = true;
+    dicaGuardada_ = Panel3D2.Caption;
+    Panel3D2.Caption = "F3 - Programa Campo  |  F8 - Limpa Campo  |  F4 - Grava Linha";
+}
+
+void Main::TxtCpo_LostFocus(int) {
+    Panel3D2.Caption = dicaGuardada_;
+}
+
+void Main::Opcoes_Enter(int Index) {
+    // Clearing the screen must not stop at a bad field: the field being left is emptied
+    // instead of checked.
+    if (Index == 3 || Index == 4) sessao.ValidaCampos = 0;
+}
+
+void Main::Text1_LostFocus(int Index) {
+    if (sessao.ValidaCampos == 0) {
+        Muda(Text1[Index], QString());
+        sessao.ValidaCampos = 1;
+        return;
+    }
+    if (Index == 0) sai_banco();
+    if (Index == 1) sai_valor();
+    if (Index == 4) sai_data();
+}
+
+void Main::sai_banco() {
+    Texto &campo = Text1[0];
+    if (Val(campo.Text) <= 0) return Muda(campo, QString());
+    Muda(campo, Format(campo.Text, "000"));
+    if (AbreTabelas(sessao, desktop, 1, 0, 0, 0) == -2) return;
+    const bool existe = ExisteCodigo(sessao, campo.Text, TabBancos) != 0;
+    if (existe) Label1[6].Caption = NomeBanco(sessao, campo.Text);
+    FechaTabelas(sessao, 1, 0, 0, 0);
+    if (existe) return;
+    Muda(campo, QString());
+    desktop.MsgBox("Banco Inexistente...", Botoes::OK, "Erro");
+    SetFocus(campo);
+}
+
+void Main::sai_valor() {
+    Texto &campo = Text1[1];
+    if (campo.Text.isEmpty()) return;
+    if (const auto valor = centavos(campo.Text))
+        return Muda(campo, formata_centavos(*valor, "###,##0.00"));
+    Muda(campo, QString());
+    SetFocus(campo);
+}
+
+void Main::sai_data() {
+    Texto &campo = Text1[4];
+    QString data = campo.Text;
+    if (data.isEmpty()) {
+        data = hoje().toString("ddMMyy");
+        SetFocus("Text1", 6);
+    } else if (data.count(u'/') == 2) {
+        const QStringList partes = data.split(u'/');
+        data =
+            Format(partes[0], "00") + Format(partes[1], "00") + Format(partes[2], "0000").right(2);
+    } else if (data.size() >= 8 && !data.contains(u'/')) {
+        data = data.left(4) + data.mid(6, 2);
+    }
+    if (DataValida(data)) return Muda(campo, Format(data, "@@/@@/@@"));
+    desktop.MsgBox("Data Inválida.", Botoes::OK, TituloPrograma);
+    Muda(campo, QString());
+    SetFocus(campo);
+}
+
+bool Main::limpa_ou_grava(Texto &campo, int KeyCode, const QString &secao, const QString &chave) {
+    if (KeyCode == TeclaF8) {
+        Muda(campo, QString());
+        return true;
+    }
+    if (KeyCode != TeclaF4) return false;
+    // An empty value would read the key instead of storing it.
+    if (!chave.isEmpty())
+        LeGravaIni(sessao.CaminhoIni, secao, chave, campo.Text.isEmpty() ? " " : campo.Text);
+    return true;
+}
+
+void Main::Text1_KeyDown(int Index, int &KeyCode, int) {
+    const auto chave = chaves_frente.find(Index);
+    if (limpa_ou_grava(Text1[Index], KeyCode, "FrenteInfo",
+                       chave == chaves_frente.end() ? QString() : chave->second))
+        return;
+    if (KeyCode == TeclaF3) {
+        static const std::map<int, qint16> tipos = {{0, 2}, {2, 0}, {3, 1}};
+        if (!tipos.count(Index)) return;
+        sessao.TipoPesquisa = tipos.at(Index);
+        abre("Pesquisa");
+    }
+    if (KeyCode != TeclaEnter) return;
+    KeyCode = 0;
+    if (Index <= 2)
+        SetFocus("Text1", Index + 1);
+    else if (Index == 3 && !Text1[3].Text.isEmpty())
+        SetFocus("Text1", 4);
+    else if (Index == 4)
+        SetFocus("Text1", 6);
+    else if (Index == 6)
+        SetFocus("Opcoes", 0);
+}
+
+void Main::Text2_KeyDown(int Index, int &KeyCode, int) {
+    if (limpa_ou_grava(Text2[Index], KeyCode, "Verso", chave_verso(Index))) return;
+    if (KeyCode != TeclaEnter) return;
+    KeyCode = 0;
+    if (Index < 9)
+        SetFocus("Text2", Index + 1);
+    else
+        SetFocus("Opcoes", 0);
+}
+
+void Main::TxtCpo_KeyDown(int Index, int &KeyCode, int) {
+    if (limpa_ou_grava(TxtCpo[Index], KeyCode, "FrenteInfo", chave_extra(Index))) return;
+    if (KeyCode == TeclaF3) abre_campo_extra(Index);
+    if (KeyCode != TeclaEnter) return;
+    KeyCode = 0;
+    if (Index < 2)
+        SetFocus("TxtCpo", Index + 1);
+    else
+        SetFocus("Text1", 6);
+}
+
+void Main::abre_campo_extra(int campo) {
+    auto *extra = dynamic_cast<CmpExtra *>(abre("CmpExtra"));
+    if (!extra) return;
+    extra->CmdNumCampo_Click(campo);
+    extra->SetFocus("PosText", 0);
+    extra->Refresh();
+}
+
+// --- the cheque
+
+bool Main::ValidaCheque() {
+    const auto falha = [this](const QString &mensagem, int campo) {
+        if (!mensagem.isEmpty())
+            desktop.MsgBox(mensagem, Botoes::OK, TituloPrograma, Icone::Exclamacao);
+        SetFocus("Text1", campo);
+        return false;
+    };
+    if (Text1[0].Text.isEmpty()) return falha("O número do banco não pode ser vazio", 0);
+    if (Text1[1].Text == "0,00") return falha("O valor não pode ser igual a zero (0,00).", 1);
+    if (Text1[1].Text.isEmpty()) return falha("O valor não pode ser vazio", 1);
+    if (valor_numerico(Text1[1].Text) <= 0) return falha("Valor inválido", 1);
+    if (Text1[4].Text.isEmpty()) return falha("A data não pode ser vazia", 4);
+    QString data = Text1[4].Text;
+    if (data.size() > 6 && data[5] == u'/') data.remove(u'/');
+    if (!DataValida(data)) return falha(QString(), 4);
+    if (sessao.NumeroObrigatorio == 1 && Text1[6].Text.isEmpty()) return falha(QString(), 6);
+    return true;
+}
+
+void Main::Opcoes_Click(int Index) {
+    switch (Index) {
+    case 0:
+        if (!ValidaCheque()) return;
+        if (ImprimeCamposExtras(sessao, desktop, TextosExtras()) != 1) {
+            abre("CmpExtra");
+            return;
+        }
+        ImprimeFrente(*this, true);
+        SetFocus("Text1", 0);
+        break;
+    case 1:
+        ImprimeVerso(*this);
+        SetFocus("Text2", 0);
+        break;
+    case 2:
+        abre("Relato");
+        break;
+    case 3:
+        LimpaFrente();
+        SetFocus("Text1", 0);
+        break;
+    case 4:
+        LimpaVerso();
+        SetFocus("Text2", 0);
+        break;
+    case 5:
+        abre("ChePrz");
+        break;
+    case 6:
+        if (ValidaCheque()) abre("CmpCopia");
+        break;
+    case 7:
+        abre("ChequeTransf");
+        break;
+    default:
+        break;
+    }
+}
+
+void Main::Option_Click(int Digitos) {
+    EnviaFormatoData(sessao, Digitos);
+}
+
+} // namespace vexa

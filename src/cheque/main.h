@@ -1,0 +1,144 @@
+#pragma once
+// The entry screen: the hub of the program. A cheque is typed here, printed from here, and
+// every other screen opens from its commands and menus. Its load runs the whole start-up.
+#include "core/tela.h"
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace vexa {
+
+class Instancia;
+
+class Main : public Tela {
+  public:
+    // linhaComando: the arguments of the start, another program's request.
+    Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando);
+    ~Main() override;
+
+    // --- the front of the cheque (there is no Text1(5))
+    Matriz<Texto> Text1{{0, Texto()},       {1, Texto("", 16)}, {2, Texto("", 47)},
+                        {3, Texto("", 20)}, {4, Texto()},       {6, Texto("", 12)}};
+    // 0-5 the front's labels, 6 the bank's name, 7-16 the back's labels.
+    Matriz<Rotulo> Label1;
+    Rotulo Label2{"ddmmaa"}; // the hint beside the date
+    Caixa CheckBox{"Incluir no relatório"};
+    Quadro Frame1{"Cheque"};
+
+    // --- the back, the comment lines and the extra fields
+    Quadro Frame3{"Verso do Cheque"};
+    Matriz<Texto> Text2;
+    Quadro Frame4{"Campos Extras"};
+    Matriz<Texto> TxtCpo;
+    Matriz<Rotulo> Label4{"Campo 1:", "Campo 2:", "Campo 3:"};
+
+    // --- the year's digits on the cheque
+    Quadro Frame2{"Formato de Data"};
+    Opcao Option1{"1 Digito 199_"};
+    Opcao Option2{"2 Digitos 20__"};
+    Opcao Option3{"4 Digitos ____"};
+
+    Painel Panel3D2{"F3 - Pesquisa  |  F8 - Limpa Campo  |  F4 - Grava Linha"};
+    Medidor Gauge1;
+    Rotulo Label3{"Impressão:"};
+    // Which printer the program talks to, so the simulator is never taken for the printer.
+    Rotulo RotuloImpressora;
+    Imagem Image1;
+    Temporizador Timer1{2500};
+
+    Matriz<Botao> Opcoes{"Imprime C&heque", "Imprime &Verso",      "&Relatório",
+                         "Limpa Cheq&ue",   "Limpa Ver&so",        "Cheque a Pra&zo",
+                         "Imprime Có&pia",  "Cheque Transferência"};
+
+    // --- menus
+    MenuItem Arquivo{"&Arquivo"};
+    MenuItem Conf_Vexa{"C&onfigurações"};
+    MenuItem MOpSoft{"Opções do Sof&tware"};
+    MenuItem Sair{"&Sair"};
+    MenuItem Cadastro{"&Cadastro"};
+    MenuItem Bank{"&Bancos"};
+    MenuItem subChequeNormal{"Para Impressão de Cheque &Normal"};
+    MenuItem subChequeTransferencia{"Para Impressão de Cheque &Transferência"};
+    MenuItem Favor{"&Favorecidos"};
+    MenuItem Cidad{"&Cidades"};
+    MenuItem CpoX{"Campo &Extra"};
+    MenuItem Layout{"&Layout de Cópia"};
+    MenuItem Impressao{"&Impressão"};
+    MenuItem Imp_Cheque{"&Cheque"};
+    MenuItem Imp_ChequeTransf{"Cheque &Transferência"};
+    MenuItem ch_pr{"Cheques a &Prazo"};
+    MenuItem CopiaCheque{"Cópia do C&heque"};
+    MenuItem Verso{"&Verso do Cheque"};
+    MenuItem Relat{"&Relatório"};
+    MenuItem Ajuda{"Aju&da"};
+    MenuItem Topicos{"Aj&uda do Sofware Vexa Plus"};
+    MenuItem Sobre_T{"&Sobre o Software Vexa Plus"};
+
+    // The fields of a request, indexed as Text1; emptied as they reach the fields.
+    QStringList ParametrosCheque;
+
+    void Form_Load() override;
+    void Form_Unload() override;
+
+    // --- the screen's procedures
+    void IniciaSessao();
+    void LimpaTela();
+    void LimpaFrente();
+    void CarregaFrente();
+    void LimpaVerso();
+    bool ValidaCheque();
+    // The texts of the extra fields, in order.
+    QStringList TextosExtras() const;
+
+    // --- handlers
+    void Text1_Change(int Index);
+    void Text1_GotFocus(int Index);
+    void Text1_LostFocus(int Index);
+    void Text1_KeyDown(int Index, int &KeyCode, int Shift);
+    void Text2_Change(int Index);
+    void Text2_GotFocus(int Index);
+    void Text2_KeyDown(int Index, int &KeyCode, int Shift);
+    void TxtCpo_GotFocus(int Index);
+    void TxtCpo_LostFocus(int Index);
+    void TxtCpo_KeyDown(int Index, int &KeyCode, int Shift);
+    void Opcoes_Enter(int Index);
+    void Opcoes_Click(int Index);
+    void Option_Click(int Digitos);
+    void Timer1_Timer();
+    void Sair_Click();
+
+    // A request that reached this running copy: the fields take their texts as if typed,
+    // and the window comes forward.
+    void RecebePedido(const QMap<int, QString> &campos);
+
+  private:
+    // The single-copy test: true when a running copy took the request (this one then ends).
+    bool VerificaInstancia();
+    // Opens another screen without blocking this one; one whose load failed is unloaded.
+    Tela *abre(const QString &nome);
+    // Binds a command to the screen it opens: disabled while that screen isn't built.
+    void liga_tela(MenuItem &item, const QString &nome);
+    // F8 empties a field; F4 stores it under its key (none: nothing is stored). True when
+    // the key was one of the two.
+    bool limpa_ou_grava(Texto &campo, int KeyCode, const QString &secao, const QString &chave);
+    void sai_banco();
+    void sai_valor();
+    void sai_data();
+    void abre_campo_extra(int campo);
+
+    QString linhaComando_;
+    std::unique_ptr<Instancia> instancia_;
+    bool entregue_ = false;
+    QString dicaGuardada_;
+};
+
+// The screens the entry screen opens, by name. A screen joins this table when it is built,
+// and every command that opens it is enabled with it.
+using FabricaTela = std::function<std::unique_ptr<Tela>(Sessao &, Desktop &)>;
+const std::map<QString, FabricaTela> &TelasDoMain();
+
+} // namespace vexa

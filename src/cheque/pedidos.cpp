@@ -1,0 +1,45 @@
+#include "cheque/pedidos.h"
+
+#include "cheque/main.h"
+
+namespace vexa {
+
+QStringList LeLinhaComando(const QString &Linha) {
+    QStringList parametros(7);
+    enum { Antes, Letra, Valor } estado = Antes;
+    QString letra, valor;
+    for (const QChar c : Linha) {
+        if (c == u'/') {
+            if (!valor.isEmpty()) GuardaParametro(parametros, letra, valor);
+            valor.clear();
+            estado = Letra;
+        } else if (estado == Letra) {
+            letra = c;
+            estado = Valor;
+        } else if (estado == Valor) {
+            valor += c;
+        }
+    }
+    if (!valor.isEmpty()) GuardaParametro(parametros, letra, valor);
+    return parametros;
+}
+
+void GuardaParametro(QStringList &Parametros, const QString &Letra, const QString &Valor) {
+    static const QMap<QString, int> campos = {{"B", 0}, {"V", 1}, {"F", 2},
+                                              {"L", 3}, {"D", 4}, {"C", 6}};
+    const auto campo = campos.find(Letra.toUpper());
+    if (campo == campos.end()) return;
+    while (Parametros.size() < 7)
+        Parametros.append(QString());
+    Parametros[*campo] = Valor.trimmed();
+}
+
+void AplicaParametros(Main &Tela) {
+    for (int i = 0; i < Tela.ParametrosCheque.size(); ++i) {
+        if (Tela.ParametrosCheque[i].isEmpty() || !Tela.Text1.contains(i)) continue;
+        Tela.Muda(Tela.Text1[i], Tela.ParametrosCheque[i]);
+        Tela.ParametrosCheque[i].clear();
+    }
+}
+
+} // namespace vexa

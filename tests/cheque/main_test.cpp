@@ -1,0 +1,653 @@
+#include "cheque/extra.h"
+#include "cheque/main.h"
+#include "core/conversoes.h"
+#include "core/desktop_roteiro.h"
+#include "core/ini.h"
+#include "core/inicio.h"
+#include "core/relogio.h"
+#include "printer/impressao.h"
+#include "printer/simulador.h"
+#include "store/tabelas.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace vexa;
+
+namespace {
+
+constexpr int Enter = 13, F3 = 114, F4 = 115, F8 = 119;
+const QString Titulo = "Vexa PLUS - Document Printer";
+
+class TelaMain : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        fixa_hoje(QDate(2026, 11, 23));
+        PreparaPastaDados(s);
+        s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
+    }
+    void TearDown() override { fixa_hoje(QDate()); }
+
+    Main &abre(const QString &linha = {}) {
+        m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, linha)));
+        imp().LimpaChamadas();
+        d.Mensagens.clear();
+        return *m;
+    }
+    Simulador &imp() { return static_cast<Simulador &>(*s.Impressora); }
+    QString ini(const QString &secao, const QString &chave) {
+        return LeGravaIni(s.CaminhoIni, secao, chave, "");
+    }
+    // Types into a field and leaves it for the report box, which checks nothing.
+    void digita_e_sai(int i, const QString &texto) {
+        m->Digita("Text1", i, texto);
+        m->SetFocus("CheckBox");
+    }
+    void preenche(const QString &banco, const QString &valor, const QString &favorecido,
+                  const QString &cidade, const QString &data, const QString &numero) {
+        const QStringList textos{banco, valor, favorecido, cidade, data, "", numero};
+        for (int i = 0; i < 7; ++i)
+            if (i != 5) m->Text1[i].Text = textos[i];
+        m->SetFocus("CheckBox");
+    }
+    QList<QMap<QString, QString>> linhas_log() {
+        QList<QMap<QString, QString>> linhas;
+        EXPECT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
+        RecordSet &log = Conjunto(s, TabLog);
+        for (log.MoveFirst(); !log.Eof(); log.MoveNext()) {
+            QMap<QString, QString> l;
+            for (const QString &c : log.Campos())
+                l[c] = log.Campo(c);
+            linhas << l;
+        }
+        FechaTabelas(s, 0, 0, 0, 1);
+        return linhas;
+    }
+
+    QTemporaryDir pasta;
+    Sessao s{pasta.path()};
+    DesktopRoteiro d;
+    Main *m = nullptr;
+};
+
+// --- leaving a field
+
+struct Saida {
+    int campo;
+    QString digitado, resultado;
+    RefControle foco; // where the focus ends
+    QString mensagem, titulo;
+};
+
+class SaidaDeCampo : public TelaMain, public ::testing::WithParamInterface<Saida> {};
+
+TEST_P(SaidaDeCampo, NormalizaOuRecusa) {
+    const Saida &c = GetParam();
+    abre();
+    digita_e_sai(c.campo, c.digitado);
+    EXPECT_EQ(m->Text1[c.campo].Text, c.resultado);
+    EXPECT_EQ(m->Foco().texto(), c.foco.texto());
+    if (c.mensagem.isEmpty()) {
+        EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+    } else {
+        ASSERT_EQ(d.Mensagens.size(), 1);
+        EXPECT_EQ(d.Mensagens[0].Texto, c.mensagem);
+        EXPECT_EQ(d.Mensagens[0].Titulo, c.titulo);
+    }
+}
+
+const RefControle Caixa_{"CheckBox", -1};
+INSTANTIATE_TEST_SUITE_P(
+    Campos, SaidaDeCampo,
+    ::testing::Values(Saida{0, "1", "001", Caixa_},
+                      Saida{0, "abc", "", Caixa_}, // numeric value 0: emptied, no word
+                      Saida{0, "0", "", Caixa_},
+                      Saida{0, "998", "", {"Text1", 0}, "Banco Inexistente...", "Erro"},
+                      Saida{1, "1000", "1.000,00", Caixa_}, Saida{1, "1234,5", "1.234,50", Caixa_},
+                      Saida{1, "1.234,567", "1.234,57", Caixa_}, Saida{1, "12x", "", {"Text1", 1}},
+                      Saida{1, "", "", Caixa_}, Saida{4, "1/2/03", "01/02/03", Caixa_},
+                      Saida{4, "01/02/2003", "01/02/03", Caixa_},
+                      Saida{4, "050399", "05/03/99", Caixa_},
+                      Saida{4, "05031999", "05/03/99", Caixa_},
+                      Saida{4, "29/2/00", "29/02/00", Caixa_},
+                      // an empty date is today's, and the number is next
+                      Saida{4, "", "23/11/26", {"Text1", 6}},
+                      Saida{4, "31/04/99", "", {"Text1", 4}, "Data Inválida.", Titulo},
+                      Saida{4, "29/02/01", "", {"Text1", 4}, "Data Inválida.", Titulo},
+                      Saida{4, "5", "", {"Text1", 4}, "Data Inválida.", Titulo},
+                      // the payee, the city and the number are taken as typed
+                      Saida{2, "D'Ávila", "D'Ávila", Caixa_}, Saida{6, "A12", "A12", Caixa_}));
+
+TEST_F(TelaMain, BancoMostraONomeAoLadoDoCodigo) {
+    abre();
+    digita_e_sai(0, "237");
+    EXPECT_EQ(m->Text1[0].Text, "237");
+    EXPECT_EQ(m->Label1[6].Caption, NomeBanco(s, "237"));
+    EXPECT_NE(m->Label1[6].Caption, "Inexistente");
+    EXPECT_FALSE(m->Label1[6].Caption.isEmpty());
+}
+
+TEST_F(TelaMain, SemBaseDeDadosOBancoPassaCalado) {
+    abre();
+    s.Banco.reset();
+    QFile::remove(s.CaminhoApp + "/VEXA.db");
+    digita_e_sai(0, "5");
+    EXPECT_EQ(m->Text1[0].Text, "005");
+    EXPECT_TRUE(m->Label1[6].Caption.isEmpty());
+    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+}
+
+// --- size limits of text that arrives otherwise than typed
+
+struct Limite {
+    QString controle;
+    int indice, tamanho, fica;
+};
+class LimiteDeTamanho : public TelaMain, public ::testing::WithParamInterface<Limite> {};
+
+TEST_P(LimiteDeTamanho, CortaComAMensagem) {
+    const Limite &c = GetParam();
+    abre();
+    Controle &campo = *m->controle(c.controle, c.indice);
+    m->Muda(campo, QString(c.tamanho, u'7'));
+    EXPECT_EQ(campo.Text.size(), c.fica);
+    if (c.tamanho == c.fica) {
+        EXPECT_TRUE(d.Mensagens.isEmpty());
+    } else {
+        ASSERT_EQ(d.Mensagens.size(), 1);
+        EXPECT_EQ(d.Mensagens[0].Texto, "Tamanho Máximo deste campo...");
+        EXPECT_EQ(d.Mensagens[0].Titulo, "Erro");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Campos, LimiteDeTamanho,
+                         ::testing::Values(Limite{"Text1", 0, 3, 3}, Limite{"Text1", 0, 4, 3},
+                                           Limite{"Text1", 1, 16, 16}, Limite{"Text1", 1, 17, 16},
+                                           Limite{"Text1", 2, 48, 47}, Limite{"Text1", 3, 20, 20},
+                                           Limite{"Text1", 3, 30, 15}, // not 20
+                                           Limite{"Text1", 6, 13, 12}, Limite{"Text1", 4, 40, 40},
+                                           Limite{"Text2", 9, 80, 80}, Limite{"Text2", 0, 81, 80}));
+
+TEST_F(TelaMain, OBancoNaoParaAoDigitarMasECortado) {
+    abre();
+    m->Digita("Text1", 3, QString(30, u'x')); // typing stops at 20
+    EXPECT_EQ(m->Text1[3].Text.size(), 20);
+    m->Digita("Text2", 0, QString(70, u'x')); // typing stops at 60
+    EXPECT_EQ(m->Text2[0].Text.size(), 60);
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    m->Digita("Text1", 0, "1234");
+    EXPECT_EQ(m->Text1[0].Text, "123");
+    EXPECT_EQ(d.Textos(), QStringList{"Tamanho Máximo deste campo..."});
+}
+
+// --- keys
+
+struct Passo {
+    QString controle;
+    int indice;
+    QString texto;
+    RefControle destino;
+};
+class EnterAvanca : public TelaMain, public ::testing::WithParamInterface<Passo> {};
+
+TEST_P(EnterAvanca, ParaOProximoCampo) {
+    const Passo &c = GetParam();
+    abre();
+    m->SetFocus(c.controle, c.indice);
+    m->controle(c.controle, c.indice)->Text = c.texto;
+    m->Tecla(Enter);
+    EXPECT_EQ(m->Foco().texto(), c.destino.texto());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ordem, EnterAvanca,
+    ::testing::Values(Passo{"Text1", 0, "001", {"Text1", 1}}, Passo{"Text1", 1, "10", {"Text1", 2}},
+                      Passo{"Text1", 2, "", {"Text1", 3}},
+                      Passo{"Text1", 3, "", {"Text1", 3}}, // an empty city keeps the focus
+                      Passo{"Text1", 3, "Santos", {"Text1", 4}},
+                      Passo{"Text1", 4, "010203", {"Text1", 6}},
+                      Passo{"Text1", 6, "", {"Opcoes", 0}}, Passo{"Text2", 0, "", {"Text2", 1}},
+                      Passo{"Text2", 9, "", {"Opcoes", 0}}, Passo{"TxtCpo", 0, "", {"TxtCpo", 1}},
+                      Passo{"TxtCpo", 2, "", {"Text1", 6}}));
+
+TEST_F(TelaMain, F4GuardaOCampoEUmVazioComoUmBranco) {
+    abre();
+    m->SetFocus("Text1", 2);
+    m->Tecla(F4);
+    EXPECT_NE(ini("FrenteInfo", "Favorecido"), "-2");
+    EXPECT_EQ(m->Text1[2].Text, "");
+    m->Digita("Text1", 3, "Santos");
+    m->Tecla(F4);
+    m->Digita("Text1", 4, "010203");
+    m->Tecla(F4);
+    m->Digita("Text2", 4, "Nominal");
+    m->Tecla(F4);
+    m->Digita("TxtCpo", 1, "Obra 12");
+    m->Tecla(F4);
+    EXPECT_EQ(ini("FrenteInfo", "Cidade"), "Santos");
+    EXPECT_EQ(ini("Verso", "Linha04"), "Nominal");
+    EXPECT_EQ(ini("FrenteInfo", "Campo01"), "Obra 12");
+    EXPECT_EQ(ini("FrenteInfo", "Data"), "-2"); // the date isn't stored
+
+    // Clearing the front brings the stored line back, the blank payee too.
+    m->Digita("Text1", 3, "Outra");
+    m->Clica("Opcoes", 3);
+    EXPECT_EQ(m->Text1[2].Text, " ");
+    EXPECT_EQ(m->Text1[3].Text, "Santos");
+    EXPECT_EQ(m->Text1[4].Text, "");
+    EXPECT_EQ(m->TxtCpo[1].Text, "Obra 12");
+    EXPECT_EQ(m->Foco().texto(), "Text1(0)");
+}
+
+TEST_F(TelaMain, F8EsvaziaCadaTipoDeCampo) {
+    abre();
+    for (const auto &[controle, indice] :
+         {std::pair<QString, int>{"Text1", 3}, {"Text2", 5}, {"TxtCpo", 2}}) {
+        m->Digita(controle, indice, "abc");
+        m->Tecla(F8);
+        EXPECT_EQ(m->controle(controle, indice)->Text, "") << controle.toStdString();
+    }
+}
+
+TEST_F(TelaMain, F3PedeAPesquisaSoNoBancoFavorecidoECidade) {
+    abre();
+    const std::map<int, int> tipos = {{0, 2}, {2, 0}, {3, 1}};
+    for (int i : {0, 1, 2, 3, 4, 6}) {
+        s.TipoPesquisa = 9;
+        m->SetFocus("Text1", i);
+        m->Tecla(F3);
+        EXPECT_EQ(s.TipoPesquisa, tipos.count(i) ? tipos.at(i) : 9) << i;
+    }
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+}
+
+TEST_F(TelaMain, F3NumCampoExtraAbreSuaPosicao) {
+    LeGravaIni(s.CaminhoIni, "FrenteInfo", "Campo01Lin", "12");
+    LeGravaIni(s.CaminhoIni, "FrenteInfo", "Campo01Col", "40");
+    abre();
+    m->SetFocus("TxtCpo", 1);
+    EXPECT_EQ(m->Panel3D2.Caption, "F3 - Programa Campo  |  F8 - Limpa Campo  |  F4 - Grava Linha");
+    m->Tecla(F3);
+    auto *extra = d.Tela_<CmpExtra>("CmpExtra");
+    ASSERT_NE(extra, nullptr);
+    EXPECT_EQ(extra->Escolhido, 1);
+    EXPECT_EQ(extra->CmdNumCampo[1].Value, 1);
+    EXPECT_EQ(extra->PosText[0].Text, "12");
+    EXPECT_EQ(extra->PosText[1].Text, "40");
+    EXPECT_EQ(extra->Foco().texto(), "PosText(0)");
+    m->SetFocus("Text1", 6);
+    EXPECT_EQ(m->Panel3D2.Caption, "F3 - Pesquisa  |  F8 - Limpa Campo  |  F4 - Grava Linha");
+}
+
+TEST_F(TelaMain, ResultadoDaPesquisaEntraNoCampoQueRecebeOFoco) {
+    abre();
+    s.ResultadoPesquisa = "Maria";
+    m->SetFocus("Text1", 2);
+    EXPECT_EQ(m->Text1[2].Text, "Maria");
+    EXPECT_TRUE(s.ResultadoPesquisa.isEmpty());
+}
+
+// The clearing commands take the focus before the field is left: a bad field is emptied
+// without a word, also by the back's command, which otherwise leaves the front alone.
+TEST_F(TelaMain, LimparNaoParaNumCampoRuim) {
+    LeGravaIni(s.CaminhoIni, "Verso", "Linha00", "Guardada");
+    abre();
+    m->Text1[3].Text = "Santos";
+    m->Digita("Text1", 1, "12x");
+    m->Clica("Opcoes", 4);
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    EXPECT_EQ(m->Text1[1].Text, "");
+    EXPECT_EQ(m->Text1[3].Text, "Santos");
+    EXPECT_EQ(m->Text2[0].Text, "Guardada");
+    EXPECT_EQ(m->Foco().texto(), "Text2(0)");
+
+    m->Digita("Text1", 0, "998");
+    m->Clica("Opcoes", 3);
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    EXPECT_EQ(m->Text1[0].Text, "");
+    EXPECT_EQ(m->Foco().texto(), "Text1(0)");
+}
+
+// --- the check before printing
+
+struct Falha {
+    QStringList campos; // bank, amount, payee, city, date, number
+    QString mensagem;
+    int foco;
+};
+class ValidaChequeFalha : public TelaMain, public ::testing::WithParamInterface<Falha> {};
+
+TEST_P(ValidaChequeFalha, ParaNoPrimeiroCampoRuim) {
+    const Falha &c = GetParam();
+    abre();
+    preenche(c.campos[0], c.campos[1], c.campos[2], c.campos[3], c.campos[4], c.campos[5]);
+    m->Clica("Opcoes", 0);
+    if (c.mensagem.isEmpty()) {
+        EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+    } else {
+        ASSERT_EQ(d.Mensagens.size(), 1);
+        EXPECT_EQ(d.Mensagens[0].Texto, c.mensagem);
+        EXPECT_EQ(d.Mensagens[0].Titulo, Titulo);
+        EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Exclamacao);
+    }
+    EXPECT_EQ(m->Foco().texto(), QStringLiteral("Text1(%1)").arg(c.foco));
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ordem, ValidaChequeFalha,
+    ::testing::Values(
+        Falha{{"", "", "", "", "", ""}, "O número do banco não pode ser vazio", 0},
+        Falha{{"001", "0,00", "", "", "", ""}, "O valor não pode ser igual a zero (0,00).", 1},
+        Falha{{"001", "", "", "", "", ""}, "O valor não pode ser vazio", 1},
+        Falha{{"001", "-5,00", "", "", "", ""}, "Valor inválido", 1},
+        Falha{{"001", "abc", "", "", "", ""}, "Valor inválido", 1},
+        Falha{{"001", "1,00", "", "", "", ""}, "A data não pode ser vazia", 4},
+        Falha{{"001", "1,00", "", "", "31/04/99", ""}, "", 4},
+        Falha{{"001", "1,00", "", "", "05/03/99", ""}, "", 6}));
+
+TEST_F(TelaMain, NumeroDoChequeOpcionalDeixaImprimir) {
+    LeGravaIni(s.CaminhoIni, "Opcoes", "NumCObrig", "0");
+    abre();
+    preenche("001", "1,00", "Ana", "Rio", "05/03/99", "");
+    d.Respostas = {Resposta::Cancel};
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(d.Textos(), QStringList{"Insira o Documento."});
+}
+
+// --- printing and registering
+
+TEST_F(TelaMain, ChequeDaEstradaImprimeERegistra) {
+    abre();
+    m->Text2[0].Text = "Aluguel";
+    preenche("001", "1.234,50", "Maria", "Santos", "05/03/99", "000123");
+    m->CheckBox.Value = 1;
+    m->Clica("Opcoes", 0);
+
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto, "Insira o Documento.");
+    EXPECT_EQ(d.Mensagens[0].Titulo, "Impressão do Cheque");
+    EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::OKCancel);
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Informacao);
+    EXPECT_EQ(imp().Chamadas(),
+              (QStringList{"IniciaPorta(COM2)",
+                           "ImprimeCheque(001|1.234,50|Maria|Santos|05/03/99|)", "FechaPorta()"}));
+    EXPECT_EQ(s.UltimoComentario, (QStringList{"Aluguel", "", ""}));
+    EXPECT_EQ(m->Foco().texto(), "Text1(0)");
+    EXPECT_EQ(m->Text1[1].Text, "1.234,50"); // the fields stay for the next cheque
+
+    const auto linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 1);
+    const QMap<QString, QString> esperada = {
+        {"Index", "0000000001"},   {"Codigo", "00001"}, {"Banco", "001"},
+        {"V_CH", "1234,5"},        {"Favor", "Maria"},  {"Local", "Santos"},
+        {"Data", "05/03/99"},      {"NRCH", "000123"},  {"StCancel", " "},
+        {"Comentario", "Aluguel"}, {"Comentario1", ""}, {"Comentario2", ""}};
+    for (auto it = esperada.begin(); it != esperada.end(); ++it)
+        EXPECT_EQ(linhas[0].value(it.key()), it.value()) << it.key().toStdString();
+
+    // The next cheque takes the next Index.
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(linhas_log().value(1).value("Index"), "0000000002");
+}
+
+struct Registro {
+    QString valor, favorecido, numero;
+    QString chamada, V_CH, Favor, NRCH;
+};
+class LinhaDoLog : public TelaMain, public ::testing::WithParamInterface<Registro> {};
+
+TEST_P(LinhaDoLog, GuardaOsCamposComoEstaoNaTela) {
+    const Registro &c = GetParam();
+    LeGravaIni(s.CaminhoIni, "Opcoes", "NumCObrig", "0");
+    abre();
+    preenche("001", c.valor, c.favorecido, "São Paulo", "05/03/99", c.numero);
+    m->CheckBox.Value = 1;
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(imp().Chamadas().value(1), c.chamada);
+    const auto linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 1);
+    EXPECT_EQ(linhas[0].value("V_CH"), c.V_CH);
+    EXPECT_EQ(linhas[0].value("Favor"), c.Favor);
+    EXPECT_EQ(linhas[0].value("Local"), "São Paulo"); // unconverted in the register
+    EXPECT_EQ(linhas[0].value("NRCH"), c.NRCH);
+    EXPECT_EQ(m->Text1[2].Text, c.Favor);
+}
+
+const QString SaoPaulo = ConverteTexto("São Paulo");
+INSTANTIATE_TEST_SUITE_P(
+    Campos, LinhaDoLog,
+    ::testing::Values(
+        Registro{"1.234,00", "Ana", "1",
+                 "ImprimeCheque(001|1.234,00|Ana|" + SaoPaulo + "|05/03/99|)", "1234,", "Ana", "1"},
+        // an empty payee prints one blank, and the blank stays on the screen and in Log
+        Registro{"0,01", "", "", "ImprimeCheque(001|0,01| |" + SaoPaulo + "|05/03/99|)", ",01", " ",
+                 " "},
+        Registro{"9.999.999.999,99", "João", "X9",
+                 "ImprimeCheque(001|9.999.999.999,99|" + ConverteTexto("João") + "|" + SaoPaulo +
+                     "|05/03/99|)",
+                 "9999999999,99", "João", "X9"}));
+
+TEST_F(TelaMain, CaixaDesmarcadaImprimeSemRegistrar) {
+    abre();
+    preenche("001", "10,00", "Ana", "Rio", "05/03/99", "7");
+    m->CheckBox.Value = 0;
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(imp().Chamadas().size(), 3);
+    EXPECT_TRUE(linhas_log().isEmpty());
+}
+
+TEST_F(TelaMain, CancelarOuFalharNaoRegistra) {
+    abre();
+    preenche("001", "10,00", "Ana", "Rio", "05/03/99", "7");
+    m->CheckBox.Value = 1;
+    d.Respostas = {Resposta::Cancel};
+    m->Clica("Opcoes", 0);
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+
+    imp().Falha("ImprimeCheque", Simulador::SemPapel);
+    m->Clica("Opcoes", 0);
+    ASSERT_EQ(d.Mensagens.size(), 3);
+    EXPECT_EQ(d.Mensagens[2].Texto, "Problemas com a impressao do cheque");
+    EXPECT_EQ(d.Mensagens[2].Titulo, "Impressão do Cheque (004)");
+    EXPECT_EQ(d.Mensagens[2].Icone_, Icone::Exclamacao);
+    EXPECT_TRUE(linhas_log().isEmpty());
+}
+
+TEST_F(TelaMain, IndexContinuaDoUltimoEOCodigoDaVolta) {
+    ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
+    RecordSet &log = Conjunto(s, TabLog);
+    log.AddNew();
+    log.Define("Index", "0000099999");
+    log.Define("Codigo", "99999");
+    log.Update();
+    FechaTabelas(s, 0, 0, 0, 1);
+    abre();
+    preenche("001", "10,00", "Ana", "Rio", "05/03/99", "7");
+    m->CheckBox.Value = 1;
+    m->Clica("Opcoes", 0);
+    const auto linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 2);
+    EXPECT_EQ(linhas[1].value("Index"), "0000100000");
+    EXPECT_EQ(linhas[1].value("Codigo"), "00000");
+}
+
+TEST_F(TelaMain, CampoExtraSemPosicaoParaAntesDoDocumento) {
+    abre();
+    preenche("001", "10,00", "Ana", "Rio", "05/03/99", "7");
+    m->TxtCpo[0].Text = "Obra";
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(d.Textos(),
+              QStringList{"Valores de posicao nao cadastrados na impressao do campo 1!\n"});
+    EXPECT_NE(d.Aberta("CmpExtra"), nullptr);
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+
+    // With a position the field goes ahead of the cheque, unconverted, with the port closed.
+    LeGravaIni(s.CaminhoIni, "FrenteInfo", "Campo00Lin", "3");
+    LeGravaIni(s.CaminhoIni, "FrenteInfo", "Campo00Col", "100");
+    m->TxtCpo[0].Text = "Obra nº 12";
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(imp().Chamadas().value(0), "ImprimeCampoX(1|3|100|Obra nº 12)");
+    EXPECT_EQ(imp().Chamadas().value(1), "IniciaPorta(COM2)");
+}
+
+// --- the back
+
+struct Verso {
+    QMap<int, QString> linhas;
+    QString texto;
+    int modo;
+};
+class ImprimeVersoTeste : public TelaMain, public ::testing::WithParamInterface<Verso> {};
+
+TEST_P(ImprimeVersoTeste, MargemEModo) {
+    const Verso &c = GetParam();
+    abre();
+    for (auto it = c.linhas.begin(); it != c.linhas.end(); ++it)
+        m->Text2[it.key()].Text = it.value();
+    m->Clica("Opcoes", 1);
+    ASSERT_FALSE(d.Mensagens.isEmpty());
+    EXPECT_EQ(d.Mensagens[0].Texto, "Insira o Documento.");
+    EXPECT_EQ(d.Mensagens[0].Titulo, "Impressão do Verso");
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Informacao);
+    if (c.texto.isEmpty()) {
+        EXPECT_TRUE(imp().Chamadas().isEmpty());
+    } else {
+        EXPECT_EQ(imp().Chamadas(),
+                  (QStringList{"IniciaPorta(COM2)", "TravaDoc(1)",
+                               QStringLiteral("FormataTX(%1|%2|0|0|0|0)").arg(c.texto).arg(c.modo),
+                               "TravaDoc(0)", "FechaPorta()"}));
+    }
+    EXPECT_EQ(m->Foco().texto(), "Text2(0)");
+    for (int i = 7; i <= 16; ++i)
+        EXPECT_NE(m->Label1[i].ForeColor, 255);
+}
+
+const QString M15(15, u' ');
+INSTANTIATE_TEST_SUITE_P(
+    Linhas, ImprimeVersoTeste,
+    ::testing::Values(Verso{{}, "", 3},
+                      // lines ahead of a line keep their place, trailing ones are dropped
+                      Verso{{{5, "Nominal"}}, "\n\n\n\n\n" + M15 + "Nominal\n", 3},
+                      Verso{{{0, "A"}, {2, "B"}}, M15 + "A\n\n" + M15 + "B\n", 3},
+                      Verso{{{0, QString(65, u'x')}}, M15 + QString(65, u'x') + "\n", 3},
+                      Verso{{{0, QString(66, u'x')}, {1, "y"}},
+                            M15 + QString(66, u'x') + "\n" + M15 + "y\n",
+                            2}));
+
+TEST_F(TelaMain, CancelarOVersoNaoImprime) {
+    abre();
+    m->Text2[0].Text = "linha";
+    d.Respostas = {Resposta::Cancel};
+    m->Clica("Opcoes", 1);
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+}
+
+// --- start and stop
+
+TEST_F(TelaMain, PartidaLeConfiguracoesEPedido) {
+    LeGravaIni(s.CaminhoIni, "FrenteInfo", "NumBanco", "237");
+    LeGravaIni(s.CaminhoIni, "FrenteInfo", "Valor", "50,00");
+    LeGravaIni(s.CaminhoIni, "Verso", "Linha01", "Cmd guardado");
+    LeGravaIni(s.CaminhoIni, "Sistema", "InRel", "0");
+    LeGravaIni(s.CaminhoIni, "Opcoes", "ConfiguraData", "2");
+    d.Abre(std::make_unique<Main>(s, d, "lixo/b 001 /V1234,50/FMaria/D050399/X9/C"));
+    m = d.Tela_<Main>("Main");
+    ASSERT_NE(m, nullptr);
+    EXPECT_EQ(m->Caption, "Vexa - Plus Document Printer");
+    // The request wins over the stored line; a field it doesn't name keeps the stored one.
+    EXPECT_EQ(m->Text1[0].Text, "001");
+    EXPECT_EQ(m->Text1[1].Text, "1234,50"); // as typed: no leave check ran
+    EXPECT_EQ(m->Text1[2].Text, "Maria");
+    EXPECT_EQ(m->Text1[4].Text, "050399");
+    EXPECT_EQ(m->Text1[6].Text, "");
+    EXPECT_EQ(m->Text2[1].Text, "Cmd guardado");
+    EXPECT_EQ(m->CheckBox.Value, 0);
+    EXPECT_EQ(ini("Sistema", "InRel"), "0");
+    EXPECT_EQ(m->Option2.Value, 1);
+    EXPECT_EQ(imp().Chamadas(),
+              (QStringList{"IniciaPorta(COM2)", "ComandoTX(" + ComandoFormatoData(2) + "|5)",
+                           "FechaPorta()"}));
+    EXPECT_TRUE(d.Mostradas.contains("Main"));
+    EXPECT_EQ(m->Foco().texto(), "Text1(0)");
+    EXPECT_TRUE(m->RotuloImpressora.Caption.contains(s.Impressora->Descricao()));
+    EXPECT_TRUE(m->ParametrosCheque.join("").isEmpty());
+}
+
+TEST_F(TelaMain, PartidaSemFormatoDeDataNaoTocaAImpressora) {
+    LeGravaIni(s.CaminhoIni, "Sistema", "InRel", "7");
+    abre();
+    EXPECT_TRUE(imp().Registro().isEmpty());
+    EXPECT_EQ(m->CheckBox.Value, 1);
+    EXPECT_EQ(ini("Sistema", "InRel"), "1");
+    for (const Opcao *o : {&m->Option1, &m->Option2, &m->Option3})
+        EXPECT_EQ(o->Value, 0);
+}
+
+TEST_F(TelaMain, OpcaoDeDataMandaOComandoEGuarda) {
+    abre();
+    m->Clica("Option3");
+    EXPECT_EQ(imp().Chamadas(),
+              (QStringList{"IniciaPorta(COM2)", "ComandoTX(" + ComandoFormatoData(4) + "|5)",
+                           "FechaPorta()"}));
+    EXPECT_EQ(ini("Opcoes", "ConfiguraData"), "4");
+    EXPECT_EQ(m->Option3.Value, 1);
+}
+
+TEST_F(TelaMain, PrimeiraVezSoNoSegundoTique) {
+    abre();
+    m->Timer1_Timer();
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    EXPECT_EQ(s.FaseInicio, 2);
+    d.Respostas = {Resposta::Cancel};
+    m->Timer1_Timer();
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Para o correto funcionamento"));
+    EXPECT_EQ(s.FaseInicio, 0);
+    EXPECT_EQ(m->Timer1.Interval, 10000);
+    EXPECT_EQ(ini("Config", "FirstTime"), "1"); // Cancel: it comes again at the next start
+    m->Timer1_Timer();
+    EXPECT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(m->Image1.Visible);
+}
+
+TEST_F(TelaMain, SairEFecharGravamACaixaDoRelatorio) {
+    abre();
+    m->Clica("CheckBox"); // ticked at start: now off
+    m->Clica("Sair");
+    EXPECT_EQ(ini("Sistema", "InRel"), "0");
+    EXPECT_TRUE(d.Encerrado);
+
+    m->CheckBox.Value = 1;
+    m->Unload();
+    EXPECT_EQ(ini("Sistema", "InRel"), "1");
+}
+
+TEST_F(TelaMain, PedidoDeOutraCopiaEntraComoDigitado) {
+    abre();
+    d.Mostradas.clear();
+    m->RecebePedido({{0, "237"}, {3, QString(30, u'c')}});
+    EXPECT_EQ(m->Text1[0].Text, "237");
+    EXPECT_TRUE(m->Label1[6].Caption.isEmpty()); // no leave check ran
+    EXPECT_EQ(m->Text1[3].Text, QString(15, u'c'));
+    EXPECT_EQ(d.Textos(), QStringList{"Tamanho Máximo deste campo..."});
+    EXPECT_EQ(d.Mostradas, QStringList{"Main"});
+    EXPECT_TRUE(imp().Registro().isEmpty()); // a request never prints
+}
+
+TEST_F(TelaMain, ComandosDeTelasAindaAusentesFicamDesligados) {
+    abre();
+    EXPECT_TRUE(m->CpoX.Enabled);
+    EXPECT_TRUE(m->Opcoes[0].Enabled);
+    EXPECT_TRUE(m->Opcoes[1].Enabled);
+    for (const auto &[nome, item] :
+         std::map<QString, const MenuItem *>{{"Relato", &m->Relat},
+                                             {"ChePrz", &m->ch_pr},
+                                             {"Bancos", &m->subChequeNormal},
+                                             {"Favorec", &m->Favor},
+                                             {"Sobre", &m->Sobre_T}})
+        EXPECT_EQ(item->Enabled, TelasDoMain().count(nome) != 0) << nome.toStdString();
+    EXPECT_EQ(m->Opcoes[2].Enabled, m->Relat.Enabled);
+}
+
+} // namespace

@@ -1,0 +1,175 @@
+// make capturas: opens every screen offscreen, as the operator would see it, and writes a
+// PNG of each into the folder given.
+#include "cheque/main.h"
+#include "core/ini.h"
+#include "core/inicio.h"
+#include "core/relogio.h"
+#include "core/sessao.h"
+#include "printer/impressao.h"
+#include "registers/bancos.h"
+#include "registers/cidade.h"
+#include "registers/favorec.h"
+#include "registers/pesquisa.h"
+#include "registers/saida.h"
+#include "store/tabelas.h"
+#include "ui/aplicacao.h"
+#include "ui/desktop_qt.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdio>
+#include <functional>
+
+using namespace vexa;
+
+namespace {
+
+QString destino;
+
+void espera(int ms = 150) {
+    QEventLoop laco;
+    QTimer::singleShot(ms, &laco, &QEventLoop::quit);
+    laco.exec();
+}
+
+void grava(QWidget *janela, const QString &nome) {
+    espera();
+    const QString arquivo = QDir(destino).filePath(nome + ".png");
+    if (janela && janela->grab().save(arquivo))
+        std::printf("  %s\n", qPrintable(arquivo));
+    else
+        std::printf("  %s: não foi possível gravar\n", qPrintable(arquivo));
+}
+
+// Types a text into a field of a screen and leaves it with Enter, as the operator does.
+void digita(Tela &tela, const QString &campo, int indice, const QString &texto) {
+    tela.SetFocus(campo, indice);
+    tela.Digita(campo, indice, texto);
+    tela.Tecla(13);
+}
+
+// Rows straight into a register's table.
+void inclui(Sessao &s, Desktop &d, int tabela, const QList<QPair<QString, QString>> &linhas) {
+    AbreTabelas(s, d, 0, 0, 0, 0);
+    ExisteCodigo(s, QString(), tabela);
+    RecordSet &rs = Conjunto(s, tabela);
+    for (const auto &[codigo, nome] : linhas) {
+        rs.AddNew();
+        rs.Define("Codigo", codigo);
+        rs.Define("Nome", nome);
+        rs.Update();
+    }
+}
+
+void escolhe_linha(Tela &tela, int linha) {
+    if (auto *lista = tela.controle("List1")) lista->ListIndex = linha;
+    tela.Dispara({"List1", -1}, Evento::Click);
+    tela.Refresh();
+}
+
+// The registers: banks with a layout loaded and its graphic adjust, payees, cities, the
+// search window and the print dialog.
+void captura_registros(Sessao &sessao, ui::DesktopQt &desktop) {
+    inclui(sessao, desktop, TabFavorecido,
+           {{"00001", "Ana Maria de Souza"},
+            {"00002", "Construtora Boa Vista Ltda."},
+            {"00015", "José Conceição Pereira"},
+            {"00120", "Mercado Central do Bairro"}});
+    inclui(sessao, desktop, TabCidade,
+           {{"00001", "Curitiba"}, {"00002", "Londrina"}, {"00003", "São José dos Pinhais"}});
+
+    Tela *bancos = desktop.Abre(std::make_unique<Bancos>(sessao, desktop));
+    if (!bancos) return;
+    escolhe_linha(*bancos, 14);
+    grava(desktop.Janela(*bancos), "bancos");
+    bancos->Clica("Command3D2");
+    if (Tela *ajusta = desktop.Aberta("Ajusta")) {
+        ajusta->SetFocus("Text1", 3);
+        ajusta->Refresh();
+        grava(desktop.Janela(*ajusta), "ajusta-padrao");
+        ajusta->Unload();
+    }
+    bancos->Unload();
+
+    Tela *favorec = desktop.Abre(std::make_unique<Favorec>(sessao, desktop));
+    if (favorec) {
+        escolhe_linha(*favorec, 2);
+        grava(desktop.Janela(*favorec), "favorec");
+        favorec->Unload();
+    }
+    Tela *cidade = desktop.Abre(std::make_unique<Cidade>(sessao, desktop));
+    if (cidade) {
+        digita(*cidade, "Text1", 0, "4");
+        cidade->Digita("Text1", 1, "Maringá");
+        cidade->Refresh();
+        grava(desktop.Janela(*cidade), "cidade");
+        cidade->Unload();
+    }
+
+    sessao.TipoPesquisa = 0;
+    Tela *pesquisa = desktop.Abre(std::make_unique<Pesquisa>(sessao, desktop));
+    if (pesquisa) {
+        pesquisa->Digita("Text1", 0, "A");
+        pesquisa->Refresh();
+        grava(desktop.Janela(*pesquisa), "pesquisa");
+        pesquisa->Unload();
+    }
+
+    // The print dialog is modal in use; here it is shown as it opens, over nothing.
+    sessao.TabelaLista = "Favorecido";
+    auto saida = std::make_unique<Saida>(sessao, desktop);
+    saida->SSPanel1.Caption = "Total = 4 Favorecidos ";
+    if (Tela *s = desktop.Abre(std::move(saida))) {
+        grava(desktop.Janela(*s), "saida");
+        s->Unload();
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[]) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    ui::PreparaAplicacao(app);
+    destino = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("capturas");
+    QDir().mkpath(destino);
+
+    QTemporaryDir pasta;
+    fixa_hoje(QDate(2026, 11, 22));
+    Sessao sessao(pasta.path());
+    PreparaPastaDados(sessao);
+    // The first-run message would come over the screens.
+    LeGravaIni(sessao.CaminhoIni, "Config", "FirstTime", "*%*");
+    sessao.Impressora = CriaImpressora(sessao);
+    ui::DesktopQt desktop;
+
+    std::printf("Capturas em %s:\n", qPrintable(destino));
+    Tela *main = desktop.Abre(std::make_unique<Main>(sessao, desktop, QString()));
+    if (!main) return 1;
+    grava(desktop.Janela(*main), "main-vazia");
+
+    digita(*main, "Text1", 0, "1");
+    digita(*main, "Text1", 1, "1234,5");
+    digita(*main, "Text1", 2, "Maria");
+    digita(*main, "Text1", 3, "Santos");
+    digita(*main, "Text1", 4, "5/3/99");
+    digita(*main, "Text1", 6, "000123");
+    main->Refresh();
+    // Typed through the model, every field kept the selection of its turn with the focus.
+    for (QLineEdit *e : desktop.Janela(*main)->findChildren<QLineEdit *>())
+        if (!e->hasFocus()) e->deselect();
+    grava(desktop.Janela(*main), "main-cheque");
+
+    // The positions of the extra fields, as F3 in the first one opens them.
+    main->SetFocus("TxtCpo", 0);
+    main->Tecla(114);
+    main->Refresh();
+    if (Tela *extra = desktop.Aberta("CmpExtra")) grava(desktop.Janela(*extra), "cmpextra");
+
+    captura_registros(sessao, desktop);
+    return 0;
+}
