@@ -11,6 +11,10 @@
 #include "core/relogio.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
+#include "registers/bancos.h"
+#include "registers/cidade.h"
+#include "registers/favorec.h"
+#include "registers/pesquisa.h"
 #include "store/tabelas.h"
 
 #include <QFileInfo>
@@ -57,7 +61,8 @@ QString le_guardado(const Sessao &s, const QString &secao, const QString &chave)
 
 const std::map<QString, FabricaTela> &TelasDoMain() {
     static const std::map<QString, FabricaTela> telas = {
-        {"CmpExtra", cria<CmpExtra>},
+        {"Bancos", cria<Bancos>},   {"Cidade", cria<Cidade>},     {"CmpExtra", cria<CmpExtra>},
+        {"Favorec", cria<Favorec>}, {"Pesquisa", cria<Pesquisa>},
     };
     return telas;
 }
@@ -188,13 +193,7 @@ void Main::liga_tela(MenuItem &item, const QString &nome) {
 Tela *Main::abre(const QString &nome) {
     const auto fabrica = TelasDoMain().find(nome);
     if (fabrica == TelasDoMain().end()) return nullptr;
-    Tela *t = desktop.Abre(fabrica->second(sessao, desktop));
-    if (sessao.FechaTela) {
-        if (t) t->Unload();
-        sessao.FechaTela = 0;
-        return nullptr;
-    }
-    return t;
+    return abre_tela(sessao, desktop, fabrica->second(sessao, desktop));
 }
 
 // --- start and stop
@@ -259,6 +258,11 @@ void Main::Form_Unload() {
     // A copy that only handed its request over never read the settings it would write.
     if (entregue_) return;
     GravaInRel(sessao, CheckBox.Value != 0);
+}
+
+void Main::Form_Activate() {
+    const RefControle foco = Foco();
+    if (foco.Nome == "Text1") Text1_GotFocus(foco.Index);
 }
 
 void Main::Sair_Click() {
@@ -406,6 +410,9 @@ void Main::sai_data() {
     if (data.isEmpty()) {
         data = hoje().toString("ddMMyy");
         SetFocus("Text1", 6);
+    } else if (data.size() <= 2) {
+        // A day alone is that day of the month of the run.
+        data = data_curta(data, sessao.MesAno);
     } else if (data.count(u'/') == 2) {
         const QStringList partes = data.split(u'/');
         data =

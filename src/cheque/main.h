@@ -83,6 +83,9 @@ class Main : public Tela {
 
     void Form_Load() override;
     void Form_Unload() override;
+    // The window is in front again: the field that has the focus gets it anew, so a pick of
+    // the search window enters the field that asked for it.
+    void Form_Activate() override;
 
     // --- the screen's procedures
     void IniciaSessao();

@@ -154,4 +154,14 @@ void Tela::move_foco(RefControle destino) {
     Dispara(destino, Evento::GotFocus);
 }
 
+Tela *abre_tela(Sessao &s, Desktop &d, std::unique_ptr<Tela> tela, bool modal) {
+    Tela *aberta = d.Abre(std::move(tela), modal);
+    if (s.FechaTela) {
+        if (aberta) d.Fecha(*aberta);
+        s.FechaTela = 0;
+        return nullptr;
+    }
+    return aberta;
+}
+
 } // namespace vexa

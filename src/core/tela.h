@@ -180,6 +180,8 @@ class Tela {
     Desktop &desktop;
 
     virtual void Form_Load() {}
+    // The window became the active one again (another screen in front of it closed).
+    virtual void Form_Activate() {}
     // The window is being closed by the operator: set Cancel to keep it open.
     virtual void Form_QueryUnload(int &Cancel) { Q_UNUSED(Cancel); }
     virtual void Form_Unload() {}
@@ -258,5 +260,9 @@ class Tela {
     std::optional<RefControle> redireciona_;
     bool descarregada_ = false;
 };
+
+// Opens a screen that may fail in its load: when it set FechaTela, it is closed again at once,
+// the flag is cleared and the result is null.
+Tela *abre_tela(Sessao &s, Desktop &d, std::unique_ptr<Tela> tela, bool modal = false);
 
 } // namespace vexa

@@ -14,16 +14,6 @@ void preenche_lista(Sessao &s, int Tabela, Lista &lista) {
         lista.AddItem(rs.Campo("Codigo") + " - " + rs.Campo("Nome"));
 }
 
-Tela *abre_tela(Sessao &s, Desktop &d, std::unique_ptr<Tela> tela, bool modal) {
-    Tela *aberta = d.Abre(std::move(tela), modal);
-    if (s.FechaTela) {
-        if (aberta) d.Fecha(*aberta);
-        s.FechaTela = 0;
-        return nullptr;
-    }
-    return aberta;
-}
-
 void avisa_base_ausente(Sessao &s, Desktop &d) {
     d.MsgBox("O Banco de dados \"" + s.CaminhoApp + "/" + s.NomeMDB + "\" nao foi encontrado!");
 }

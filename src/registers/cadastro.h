@@ -14,10 +14,6 @@ class RecordSet;
 // name. The register screens and the search window show their rows this way.
 void preenche_lista(Sessao &s, int Tabela, Lista &lista);
 
-// Opens a screen as the operator would: a screen whose load failed (FechaTela) is closed
-// again at once and the flag cleared. Returns the open screen or null.
-Tela *abre_tela(Sessao &s, Desktop &d, std::unique_ptr<Tela> tela, bool modal = false);
-
 // "O Banco de dados "<path>" nao foi encontrado!": a register opened without its database.
 void avisa_base_ausente(Sessao &s, Desktop &d);
 

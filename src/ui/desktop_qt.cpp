@@ -33,6 +33,15 @@ class JanelaTela : public QMainWindow {
     QEventLoop *laco = nullptr;
 
   protected:
+    void changeEvent(QEvent *ev) override {
+        QMainWindow::changeEvent(ev);
+        // A message box closing in the middle of a handler gives the window back too: that
+        // is no new activation of the screen.
+        if (ev->type() != QEvent::ActivationChange || !isActiveWindow() || Binder::Ocupado() ||
+            tela_->Descarregada())
+            return;
+        Binder::Despacha([this] { tela_->Form_Activate(); });
+    }
     void closeEvent(QCloseEvent *ev) override {
         if (tela_->Descarregada()) return ev->accept();
         int cancela = 0;

@@ -107,16 +107,8 @@ QGroupBox *cria_frente(QWidget *pai, QList<QWidget *> &ordem) {
     data->setFixedWidth(largura_de(data, 9));
     auto *numero = campo(quadro, nome("Text1", 6));
     numero->setFixedWidth(largura_de(numero, 13));
-    for (QLineEdit *e : {banco, valor, favorecido, cidade, data, numero}) {
-        QFont f = e->font();
-        f.setPointSize(f.pointSize() + 1);
-        e->setFont(f);
-    }
 
     auto *nomeBanco = rotulo(quadro, nome("Label1", 6));
-    QFont negrito = nomeBanco->font();
-    negrito.setBold(true);
-    nomeBanco->setFont(negrito);
     nomeBanco->setMinimumWidth(220);
 
     auto *linha1 = new QHBoxLayout;

@@ -31,11 +31,4 @@ INSTANTIATE_TEST_SUITE_P(
         Linha{"/X1/Z/C12", {"", "", "", "", "", "", "12"}},
         Linha{"/B1/B2", {"2", "", "", "", "", "", ""}}));
 
-TEST(GuardaParametro, LetraDesconhecidaNaoGuarda) {
-    QStringList p(7);
-    GuardaParametro(p, "l", "  Rio  ");
-    GuardaParametro(p, "Q", "x");
-    EXPECT_EQ(p, (QStringList{"", "", "", "Rio", "", "", ""}));
-}
-
 } // namespace
