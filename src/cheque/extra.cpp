@@ -45,7 +45,7 @@ void CmpExtra::CmdNumCampo_Click(int Index) {
 void CmpExtra::PosText_Change(int Index) {
     QString digitos;
     for (const QChar c : PosText[Index].Text)
-        if (c.isDigit()) digitos += c;
+        if (c >= u'0' && c <= u'9') digitos += c; // not other scripts' digits: Val reads none
     PosText[Index].Text = digitos;
 }
 

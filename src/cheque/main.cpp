@@ -18,6 +18,7 @@
 #include "store/tabelas.h"
 
 #include <QFileInfo>
+#include <algorithm>
 
 namespace vexa {
 
@@ -320,8 +321,11 @@ void Main::LimpaVerso() {
 
 QStringList Main::TextosExtras() const {
     QStringList textos;
+    // A field of blanks prints nothing, so it goes as empty: the blank that F4 stores for an
+    // empty field comes back at each clearing, and must not stop every cheque for want of a
+    // position.
     for (const auto &[i, t] : TxtCpo)
-        textos.append(t.Text);
+        textos.append(t.Text.trimmed().isEmpty() ? QString() : t.Text);
     return textos;
 }
 
@@ -373,6 +377,8 @@ void Main::Opcoes_Enter(int Index) {
 void Main::Text1_LostFocus(int Index) {
     if (sessao.ValidaCampos == 0) {
         Muda(Text1[Index], QString());
+        // An emptied bank field keeps no name beside it.
+        if (Index == 0) Label1[6].Caption.clear();
         sessao.ValidaCampos = 1;
         return;
     }
@@ -383,6 +389,9 @@ void Main::Text1_LostFocus(int Index) {
 
 void Main::sai_banco() {
     Texto &campo = Text1[0];
+    // The name beside the code belongs to the code now in the field: a refused code, or one
+    // that can't be looked up, shows none rather than the last bank's.
+    Label1[6].Caption.clear();
     if (Val(campo.Text) <= 0) return Muda(campo, QString());
     Muda(campo, Format(campo.Text, "000"));
     if (AbreTabelas(sessao, desktop, 1, 0, 0, 0) == -2) return;
@@ -420,7 +429,12 @@ void Main::sai_data() {
     } else if (data.size() >= 8 && !data.contains(u'/')) {
         data = data.left(4) + data.mid(6, 2);
     }
-    if (DataValida(data)) return Muda(campo, Format(data, "@@/@@/@@"));
+    // Only a whole date stands in the field: "0102" would pass the check with a year of 0 and
+    // show as "  /01/02", to be refused later by the check before printing.
+    const bool seis_digitos =
+        data.size() == 6 &&
+        std::all_of(data.begin(), data.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    if (seis_digitos && DataValida(data)) return Muda(campo, Format(data, "@@/@@/@@"));
     desktop.MsgBox("Data Inválida.", Botoes::OK, TituloPrograma);
     Muda(campo, QString());
     SetFocus(campo);

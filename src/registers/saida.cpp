@@ -81,8 +81,9 @@ QList<QPair<QString, QString>> registros(Sessao &s, Desktop &d, const QString &T
     QList<QPair<QString, QString>> r;
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return r;
     RecordSet rs;
-    if (!rs.Abre(s.Banco->db(),
-                 "Select * FROM " + Tabela + " ORDER BY " + (Ordem == "0" ? "Codigo" : "Nome")))
+    // A list by name reads as a directory: case and accents aside.
+    if (!rs.Abre(s.Banco->db(), "Select * FROM " + Tabela + " ORDER BY " +
+                                    (Ordem == "0" ? "Codigo" : "Nome COLLATE TEXTO, Nome")))
         return r;
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
         r.append({rs.Campo("Codigo"), rs.Campo("Nome")});

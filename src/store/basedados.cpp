@@ -28,6 +28,13 @@ QString NomeTabela(int tabela) {
     return {};
 }
 
+QString chave_texto(const QString &texto) {
+    QString chave;
+    for (const QChar c : texto.normalized(QString::NormalizationForm_D))
+        if (c.category() != QChar::Mark_NonSpacing) chave.append(c);
+    return chave.toCaseFolded();
+}
+
 QString literal_sql(const QString &texto) {
     return "'" + QString(texto).replace('\'', "''") + "'";
 }
@@ -37,6 +44,12 @@ namespace {
 QString texto_arg(sqlite3_value *v) {
     const auto *p = reinterpret_cast<const char *>(sqlite3_value_text(v));
     return p ? QString::fromUtf8(p) : QString();
+}
+
+int colacao_texto(void *, int n1, const void *a, int n2, const void *b) {
+    const QString x = chave_texto(QString::fromUtf8(static_cast<const char *>(a), n1));
+    const QString y = chave_texto(QString::fromUtf8(static_cast<const char *>(b), n2));
+    return x.compare(y);
 }
 
 void sql_cdbl(sqlite3_context *ctx, int, sqlite3_value **argv) {
@@ -59,6 +72,7 @@ void RegistraFuncoesSql(const QSqlDatabase &db) {
     const int f = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
     sqlite3_create_function(s, "CDBL", 1, f, nullptr, sql_cdbl, nullptr, nullptr);
     sqlite3_create_function(s, "CVDate", 1, f, nullptr, sql_cvdate, nullptr, nullptr);
+    sqlite3_create_collation(s, "TEXTO", SQLITE_UTF8, nullptr, colacao_texto);
 }
 
 BaseDados::BaseDados(const QString &caminho)

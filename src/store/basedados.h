@@ -47,8 +47,14 @@ class BaseDados {
 // Adds the SQL functions the program's selects use to a SQLite connection: CDBL(text) (a
 // number typed in the Brazilian way, "1.234,56"; 0 when it isn't one) and CVDate(text) (a
 // date "dd/mm/yy" or "dd/mm/yyyy" as its day number, for comparisons; NULL when it isn't
-// one). LEFT is a keyword of SQLite: the left part of a field is substr(field, 1, n).
+// one); and the collation TEXTO. LEFT is a keyword of SQLite: the left part of a field is
+// substr(field, 1, n).
 void RegistraFuncoesSql(const QSqlDatabase &db);
+
+// Names are compared as a directory orders them: without regard to case or accents, so that
+// "banco" finds "Banco do Brasil" and "Álvaro" comes before "Zélia". The key of that order, and
+// the collation TEXTO that uses it in SQL ("Order by Nome COLLATE TEXTO").
+QString chave_texto(const QString &texto);
 
 // Text for an SQL string literal: the quotes doubled. For the places where the select is
 // composed whole; values typed by the operator go bound instead wherever the select allows.

@@ -95,11 +95,15 @@ QString nome_de(Sessao &s, int tabela, const QString &codigo) {
     return rs.Campo("Nome");
 }
 
-// "%" and "_" typed by the operator are letters, not wildcards.
-QString padrao_like(const QString &texto) {
-    QString t = texto;
-    t.replace('\\', "\\\\").replace('%', "\\%").replace('_', "\\_");
-    return t + '%';
+// The rows whose field begins with the text typed, ordered by that field. The text is bound,
+// so every character the operator types is a letter, never a wildcard or a quote; names
+// compare as a directory orders them.
+QString comeca_com(const QString &campo, const QString &texto, QVariantList &valores) {
+    const QString n = QString::number(texto.size());
+    const QString colacao = campo == "Nome" ? " COLLATE TEXTO" : "";
+    valores << texto;
+    return " Where (substr(" + campo + ",1," + n + ")=?" + colacao + ") Order by " + campo +
+           colacao;
 }
 
 // The rows of Log older than the period: a date in the first eight characters, more than
@@ -197,11 +201,9 @@ void FiltraTabela(Sessao &s, const QString &Filtro, int Tabela) {
     QString sql = "Select * From " + nome;
     QVariantList valores;
     if (!Filtro.isEmpty()) {
-        const QString n = QString::number(Filtro.size());
         QString campo = "Nome";
         if (eh_numerico(Filtro)) campo = Tabela == TabLog ? "Banco" : "Codigo";
-        sql += " Where (substr(" + campo + ",1," + n + ")=?) Order by " + campo;
-        valores << Filtro;
+        sql += comeca_com(campo, Filtro, valores);
     }
     b.Conjunto(Tabela).Abre(b.db(), sql, valores);
 }
@@ -213,9 +215,7 @@ void PesquisaLista(Sessao &s, const QString &Filtro, int Tipo) {
     QString sql = "Select * From " + NomeTabela(Tipo);
     QVariantList valores;
     if (!Filtro.isEmpty()) {
-        const QString campo = eh_numerico(Filtro) ? "Codigo" : "Nome";
-        sql += " Where " + campo + " Like (?) ESCAPE '\\' Order by " + campo;
-        valores << padrao_like(Filtro);
+        sql += comeca_com(eh_numerico(Filtro) ? "Codigo" : "Nome", Filtro, valores);
     }
     b.Conjunto(Tipo).Abre(b.db(), sql, valores);
 }

@@ -67,6 +67,8 @@ TEST_F(TelaCmpExtra, EscolhaMostraAPosicaoGuardadaSoQuandoCompleta) {
 
 TEST_F(TelaCmpExtra, SoDigitosNaPosicaoEFecharFecha) {
     CmpExtra &t = abre();
+    t.Digita("PosText", 0, QStringLiteral("\u0663")); // another script's 3: not a digit here
+    EXPECT_EQ(t.PosText[0].Text, "");
     t.Digita("PosText", 0, "1a2-");
     EXPECT_EQ(t.PosText[0].Text, "12");
     t.Digita("PosText", 1, "4 0");

@@ -10,6 +10,7 @@
 #include "registers/pesquisa.h"
 #include "store/tabelas.h"
 
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -77,7 +78,7 @@ struct Saida {
     int campo;
     QString digitado, resultado;
     RefControle foco; // where the focus ends
-    QString mensagem, titulo;
+    QString mensagem = {}, titulo = {};
 };
 
 class SaidaDeCampo : public TelaMain, public ::testing::WithParamInterface<Saida> {};
@@ -118,6 +119,9 @@ INSTANTIATE_TEST_SUITE_P(
                       // a day alone is of the month of the run (November 2026)
                       Saida{4, "5", "05/11/26", Caixa_},
                       Saida{4, "31", "", {"Text1", 4}, "Data Inválida.", Titulo},
+                      // a day and a month without a year are no date, not "  /01/02"
+                      Saida{4, "0102", "", {"Text1", 4}, "Data Inválida.", Titulo},
+                      Saida{4, "1/2/", "", {"Text1", 4}, "Data Inválida.", Titulo},
                       // the payee, the city and the number are taken as typed
                       Saida{2, "D'Ávila", "D'Ávila", Caixa_}, Saida{6, "A12", "A12", Caixa_}));
 
@@ -139,6 +143,41 @@ TEST_F(TelaMain, SemBaseDeDadosOBancoPassaCalado) {
     EXPECT_TRUE(m->Label1[6].Caption.isEmpty());
     EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
 }
+
+// The name beside the bank is the name of the code in the field: whatever empties the field,
+// or keeps the code from being looked up, leaves no other bank's name beside it.
+struct NomeBanco_ {
+    QString segundo; // typed over the shown bank 237
+    bool semBase, limpaVerso;
+    QString campo, mensagem;
+};
+class NomeAoLado : public TelaMain, public ::testing::WithParamInterface<NomeBanco_> {};
+
+TEST_P(NomeAoLado, NuncaDeOutroBanco) {
+    const NomeBanco_ &c = GetParam();
+    abre();
+    digita_e_sai(0, "237");
+    ASSERT_FALSE(m->Label1[6].Caption.isEmpty());
+    if (c.semBase) {
+        s.Banco.reset();
+        QFile::remove(s.CaminhoApp + "/VEXA.db");
+    }
+    m->Digita("Text1", 0, c.segundo);
+    if (c.limpaVerso)
+        m->Clica("Opcoes", 4);
+    else
+        m->SetFocus("CheckBox");
+    EXPECT_EQ(m->Text1[0].Text, c.campo);
+    EXPECT_EQ(m->Label1[6].Caption, "");
+    EXPECT_EQ(d.Textos(), c.mensagem.isEmpty() ? QStringList() : QStringList{c.mensagem});
+}
+
+INSTANTIATE_TEST_SUITE_P(Bancos, NomeAoLado,
+                         ::testing::Values(NomeBanco_{"998", false, false, "",
+                                                      "Banco Inexistente..."},
+                                           NomeBanco_{"abc", false, false, "", ""},
+                                           NomeBanco_{"5", true, false, "005", ""},
+                                           NomeBanco_{"237", false, true, "", ""}));
 
 // --- size limits of text that arrives otherwise than typed
 
@@ -390,6 +429,8 @@ TEST_F(TelaMain, ChequeDaEstradaImprimeERegistra) {
     EXPECT_EQ(s.UltimoComentario, (QStringList{"Aluguel", "", ""}));
     EXPECT_EQ(m->Foco().texto(), "Text1(0)");
     EXPECT_EQ(m->Text1[1].Text, "1.234,50"); // the fields stay for the next cheque
+    EXPECT_EQ(m->Gauge1.Value, 100);         // the gauge swept up to red
+    EXPECT_EQ(m->Gauge1.ForeColor, 255);
 
     const auto linhas = linhas_log();
     ASSERT_EQ(linhas.size(), 1);
@@ -409,6 +450,7 @@ TEST_F(TelaMain, ChequeDaEstradaImprimeERegistra) {
 struct Registro {
     QString valor, favorecido, numero;
     QString chamada, V_CH, Favor, NRCH;
+    QString cidade = "São Paulo";
 };
 class LinhaDoLog : public TelaMain, public ::testing::WithParamInterface<Registro> {};
 
@@ -416,7 +458,7 @@ TEST_P(LinhaDoLog, GuardaOsCamposComoEstaoNaTela) {
     const Registro &c = GetParam();
     LeGravaIni(s.CaminhoIni, "Opcoes", "NumCObrig", "0");
     abre();
-    preenche("001", c.valor, c.favorecido, "São Paulo", "05/03/99", c.numero);
+    preenche("001", c.valor, c.favorecido, c.cidade, "05/03/99", c.numero);
     m->CheckBox.Value = 1;
     m->Clica("Opcoes", 0);
     EXPECT_EQ(imp().Chamadas().value(1), c.chamada);
@@ -424,7 +466,7 @@ TEST_P(LinhaDoLog, GuardaOsCamposComoEstaoNaTela) {
     ASSERT_EQ(linhas.size(), 1);
     EXPECT_EQ(linhas[0].value("V_CH"), c.V_CH);
     EXPECT_EQ(linhas[0].value("Favor"), c.Favor);
-    EXPECT_EQ(linhas[0].value("Local"), "São Paulo"); // unconverted in the register
+    EXPECT_EQ(linhas[0].value("Local"), c.cidade); // unconverted in the register
     EXPECT_EQ(linhas[0].value("NRCH"), c.NRCH);
     EXPECT_EQ(m->Text1[2].Text, c.Favor);
 }
@@ -441,7 +483,10 @@ INSTANTIATE_TEST_SUITE_P(
         Registro{"9.999.999.999,99", "João", "X9",
                  "ImprimeCheque(001|9.999.999.999,99|" + ConverteTexto("João") + "|" + SaoPaulo +
                      "|05/03/99|)",
-                 "9999999999,99", "João", "X9"}));
+                 "9999999999,99", "João", "X9"},
+        // an empty city prints one blank, and stays empty on the screen and in Log
+        Registro{"10,00", "Ana", "2", "ImprimeCheque(001|10,00|Ana| |05/03/99|)", "10,", "Ana", "2",
+                 ""}));
 
 TEST_F(TelaMain, CaixaDesmarcadaImprimeSemRegistrar) {
     abre();
@@ -469,12 +514,23 @@ TEST_F(TelaMain, CancelarOuFalharNaoRegistra) {
     EXPECT_TRUE(linhas_log().isEmpty());
 }
 
-TEST_F(TelaMain, IndexContinuaDoUltimoEOCodigoDaVolta) {
+// The next Index follows the last row's, unless the first row has no Codigo.
+struct Indice {
+    QString ultimoIndex, primeiroCodigo, novoIndex, novoCodigo;
+};
+class IndexDoLog : public TelaMain, public ::testing::WithParamInterface<Indice> {};
+
+TEST_P(IndexDoLog, ContinuaDoUltimoEOCodigoSaoOsCincoFinais) {
+    const Indice &c = GetParam();
     ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
     RecordSet &log = Conjunto(s, TabLog);
     log.AddNew();
-    log.Define("Index", "0000099999");
-    log.Define("Codigo", "99999");
+    log.Define("Index", "0000000003");
+    log.Define("Codigo", c.primeiroCodigo);
+    log.Update();
+    log.AddNew();
+    log.Define("Index", c.ultimoIndex);
+    log.Define("Codigo", c.ultimoIndex.right(5));
     log.Update();
     FechaTabelas(s, 0, 0, 0, 1);
     abre();
@@ -482,10 +538,18 @@ TEST_F(TelaMain, IndexContinuaDoUltimoEOCodigoDaVolta) {
     m->CheckBox.Value = 1;
     m->Clica("Opcoes", 0);
     const auto linhas = linhas_log();
-    ASSERT_EQ(linhas.size(), 2);
-    EXPECT_EQ(linhas[1].value("Index"), "0000100000");
-    EXPECT_EQ(linhas[1].value("Codigo"), "00000");
+    ASSERT_EQ(linhas.size(), 3);
+    QMap<QString, QString> nova;
+    for (const auto &l : linhas)
+        if (l.value("Banco") == "001") nova = l;
+    EXPECT_EQ(nova.value("Index"), c.novoIndex);
+    EXPECT_EQ(nova.value("Codigo"), c.novoCodigo);
 }
+
+INSTANTIATE_TEST_SUITE_P(Linhas, IndexDoLog,
+                         ::testing::Values(Indice{"0000099999", "00003", "0000100000", "00000"},
+                                           Indice{"0000000041", "00003", "0000000042", "00042"},
+                                           Indice{"0000000041", "", "0000000001", "00001"}));
 
 TEST_F(TelaMain, CampoExtraSemPosicaoParaAntesDoDocumento) {
     abre();
@@ -504,6 +568,19 @@ TEST_F(TelaMain, CampoExtraSemPosicaoParaAntesDoDocumento) {
     m->Clica("Opcoes", 0);
     EXPECT_EQ(imp().Chamadas().value(0), "ImprimeCampoX(1|3|100|Obra nº 12)");
     EXPECT_EQ(imp().Chamadas().value(1), "IniciaPorta(COM2)");
+}
+
+TEST_F(TelaMain, CampoExtraGuardadoVazioNaoPedePosicao) {
+    abre();
+    m->SetFocus("TxtCpo", 0);
+    m->Tecla(F4); // stored as one blank, which comes back with the front
+    m->Clica("Opcoes", 3);
+    ASSERT_EQ(m->TxtCpo[0].Text, " ");
+    preenche("001", "10,00", "Ana", "Rio", "05/03/99", "7");
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(d.Textos(), QStringList{"Insira o Documento."});
+    EXPECT_EQ(imp().Chamadas().value(0), "IniciaPorta(COM2)");
+    EXPECT_EQ(d.Aberta("CmpExtra"), nullptr);
 }
 
 // --- the back
@@ -623,6 +700,21 @@ TEST_F(TelaMain, PrimeiraVezSoNoSegundoTique) {
     EXPECT_EQ(ini("Config", "FirstTime"), "1"); // Cancel: it comes again at the next start
     m->Timer1_Timer();
     EXPECT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(m->Image1.Visible);
+}
+
+TEST_F(TelaMain, AsFigurasSeAlternamACadaTique) {
+    for (const char *f : {"/Qorna.bmp", "/tolg01.bmp"}) {
+        QFile arquivo(s.CaminhoApp + f);
+        ASSERT_TRUE(arquivo.open(QIODevice::WriteOnly));
+    }
+    abre();
+    QStringList vistas;
+    for (int i = 0; i < 3; ++i) {
+        m->Timer1_Timer();
+        vistas << QFileInfo(m->Image1.Picture).fileName();
+    }
+    EXPECT_EQ(vistas, (QStringList{"Qorna.bmp", "tolg01.bmp", "Qorna.bmp"}));
     EXPECT_TRUE(m->Image1.Visible);
 }
 

@@ -2,6 +2,7 @@
 #include "registers/ajusta.h"
 #include "registers/bancos.h"
 #include "registers/registros_apoio.h"
+#include "registers/regras.h"
 #include "store/bancos_padrao.h"
 
 using namespace vexa;
@@ -127,6 +128,8 @@ TEST_F(AjustaTeste, OrdemIncorretaAvisaEFicaAberta) {
     a.Clica("Command3D1", 0);
     ASSERT_EQ(d.Textos(), QStringList({MsgAjuste}));
     EXPECT_EQ(d.Mensagens[0].Titulo, "Ajuste Gráfico Incorreto");
+    EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::OK);
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Nenhum);
     EXPECT_FALSE(a.Descarregada());
     EXPECT_EQ(b->Text1[12].Text, "-009");
 
@@ -136,6 +139,45 @@ TEST_F(AjustaTeste, OrdemIncorretaAvisaEFicaAberta) {
     EXPECT_EQ(d.Mensagens.size(), 1);
     EXPECT_TRUE(a.Descarregada());
 }
+
+// The order check of the adjust: each condition alone, with the two boxes it compares
+// brought to the same top or the same left edge.
+struct CasoOrdem {
+    const char *nome;
+    bool topo; // compares tops (lines), else left edges (columns)
+    int a, b;  // the boxes made equal
+};
+
+class OrdemAjuste : public ::testing::TestWithParam<CasoOrdem> {};
+
+TEST_P(OrdemAjuste, IgualdadeFalha) {
+    const QList<int> T0 = {119, 871, 1247, 1811, 2375, 2375, 2375, 2375};
+    const QList<int> X0 = {6307, 1207, 663, 799, 3451, 5490, 6102, 7803};
+    EXPECT_TRUE(VerificaOrdemAjuste(T0, X0));
+    const CasoOrdem &c = GetParam();
+    QList<int> T = T0, X = X0;
+    if (c.topo)
+        T[c.b] = T[c.a];
+    else
+        X[c.b] = X[c.a];
+    EXPECT_FALSE(VerificaOrdemAjuste(T, X));
+    // One step past the other box fails as well.
+    if (c.topo)
+        T[c.b] = T[c.a] - AjusteGrafico::UnidadeLinha;
+    else
+        X[c.b] = X[c.a] - AjusteGrafico::UnidadeColuna;
+    EXPECT_FALSE(VerificaOrdemAjuste(T, X));
+}
+
+INSTANTIATE_TEST_SUITE_P(Condicoes, OrdemAjuste,
+                         ::testing::Values(CasoOrdem{"ValorExtenso1", true, 0, 1},
+                                           CasoOrdem{"Extenso1Extenso2", true, 1, 2},
+                                           CasoOrdem{"Extenso2Favorecido", true, 2, 3},
+                                           CasoOrdem{"FavorecidoCidade", true, 3, 4},
+                                           CasoOrdem{"CidadeDia", false, 4, 5},
+                                           CasoOrdem{"DiaMes", false, 5, 6},
+                                           CasoOrdem{"MesAno", false, 6, 7}),
+                         [](const auto &info) { return std::string(info.param.nome); });
 
 TEST_F(AjustaTeste, CancelarNaoDevolveNada) {
     Ajusta &a = abre_ajuste("001");

@@ -37,24 +37,62 @@ TEST_P(RegrasPosicoes, ConjuntoA) {
     EXPECT_EQ(VerificaPosicoes(GetParam().codigo, GetParam().posicoes), GetParam().passa);
 }
 
+// Each rule at its limit and one step past it, with the other positions kept valid, so that
+// a rule that fails alone shows up alone.
 INSTANTIATE_TEST_SUITE_P(
     Casos, RegrasPosicoes,
-    ::testing::Values(CasoRegra{"Padrao", "001", layout(), true},
-                      CasoRegra{"L1DepoisDeL2", "001", layout({{0, "005"}, {1, "004"}}), false},
-                      CasoRegra{"L1Acima5", "001", layout({{0, "006"}, {1, "007"}, {2, "008"}}),
-                                false},
-                      CasoRegra{"C5MaisC8Em118", "001",
-                                layout({{9, "096"}, {10, "010"}, {11, "020"}, {12, "022"}}), true},
-                      CasoRegra{"C5MaisC8Em119", "001",
-                                layout({{9, "096"}, {10, "010"}, {11, "020"}, {12, "023"}}), false},
-                      CasoRegra{"C1Em118", "001", layout({{5, "118"}}), true},
-                      CasoRegra{"C1Em119", "001", layout({{5, "119"}}), false},
-                      CasoRegra{"DiaDepoisDoMes", "001", layout({{10, "041"}}), false},
-                      CasoRegra{"L5Em18", "001", layout({{4, "018"}}), false},
-                      // Texts compare as texts: "5" comes after "010".
-                      CasoRegra{"SemTresDigitos", "001", layout({{0, "5"}}), false},
-                      CasoRegra{"Codigo995Livre", "995", layout({{0, "020"}, {5, "300"}}), true},
-                      CasoRegra{"Codigo994Verificado", "994", layout({{5, "119"}}), false}),
+    ::testing::Values(
+        CasoRegra{"Padrao", "001", layout(), true},
+        // 1 to 4: the five lines run strictly downwards.
+        CasoRegra{"L1DepoisDeL2", "001", layout({{0, "005"}, {1, "004"}}), false},
+        CasoRegra{"L1IgualL2", "001", layout({{0, "005"}, {1, "005"}}), false},
+        CasoRegra{"L2IgualL3", "001", layout({{1, "007"}}), false},
+        CasoRegra{"L3IgualL4", "001", layout({{2, "010"}}), false},
+        CasoRegra{"L4IgualL5", "001", layout({{3, "013"}}), false},
+        // 5 and 6: day, month and year strictly to the right.
+        CasoRegra{"DiaIgualMes", "001", layout({{10, "040"}}), false},
+        CasoRegra{"DiaDepoisDoMes", "001", layout({{10, "041"}}), false},
+        CasoRegra{"MesIgualAno", "001", layout({{11, "065"}}), false},
+        // 7, 9, 11, 13, 15: the range of each line.
+        CasoRegra{"L1Em0", "001", layout({{0, "000"}}), false},
+        CasoRegra{"L1Em5", "001", layout({{0, "005"}, {1, "006"}}), true},
+        CasoRegra{"L1Em6", "001", layout({{0, "006"}, {1, "007"}, {2, "008"}}), false},
+        CasoRegra{"L2Em3", "001", layout({{1, "003"}}), false},
+        CasoRegra{"L2Em9", "001", layout({{1, "009"}, {2, "011"}, {3, "012"}}), true},
+        CasoRegra{"L2Em10", "001", layout({{1, "010"}, {2, "011"}, {3, "012"}}), false},
+        CasoRegra{"L3Em5", "001", layout({{1, "004"}, {2, "005"}}), false},
+        CasoRegra{"L3Em12", "001", layout({{2, "012"}, {3, "014"}, {4, "015"}}), true},
+        CasoRegra{"L3Em13", "001", layout({{2, "013"}, {3, "014"}, {4, "015"}}), false},
+        CasoRegra{"L4Em7", "001", layout({{2, "006"}, {3, "007"}}), false},
+        CasoRegra{"L4Em15", "001", layout({{3, "015"}, {4, "016"}}), true},
+        CasoRegra{"L4Em16", "001", layout({{3, "016"}, {4, "017"}}), false},
+        CasoRegra{"L5Em9", "001", layout({{3, "008"}, {4, "009"}}), false},
+        CasoRegra{"L5Em17", "001", layout({{4, "017"}}), true},
+        CasoRegra{"L5Em18", "001", layout({{4, "018"}}), false},
+        // 8, 10, 12, 14: the columns end at 118.
+        CasoRegra{"C1Em118", "001", layout({{5, "118"}}), true},
+        CasoRegra{"C1Em119", "001", layout({{5, "119"}}), false},
+        CasoRegra{"C2Em118", "001", layout({{6, "118"}}), true},
+        CasoRegra{"C2Em119", "001", layout({{6, "119"}}), false},
+        CasoRegra{"C3Em118", "001", layout({{7, "118"}}), true},
+        CasoRegra{"C3Em119", "001", layout({{7, "119"}}), false},
+        CasoRegra{"C4Em118", "001", layout({{8, "118"}}), true},
+        CasoRegra{"C4Em119", "001", layout({{8, "119"}}), false},
+        CasoRegra{"C5Em119", "001", layout({{9, "119"}, {10, "000"}, {11, "001"}, {12, "002"}}),
+                  false},
+        // 17 to 19: day, month and year from the city's column, at 114, 116 and 118.
+        CasoRegra{"DataNosLimites", "001", layout({{10, "064"}, {11, "066"}, {12, "068"}}), true},
+        CasoRegra{"DiaEm115", "001", layout({{10, "065"}, {11, "066"}, {12, "067"}}), false},
+        CasoRegra{"MesEm117", "001", layout({{10, "060"}, {11, "067"}, {12, "068"}}), false},
+        CasoRegra{"C5MaisC8Em118", "001",
+                  layout({{9, "096"}, {10, "010"}, {11, "020"}, {12, "022"}}), true},
+        CasoRegra{"C5MaisC8Em119", "001",
+                  layout({{9, "096"}, {10, "010"}, {11, "020"}, {12, "023"}}), false},
+        // The order compares texts: "9" comes after "010" although 9 is below 10.
+        CasoRegra{"TextoNaoNumero", "001", layout({{1, "9"}, {2, "010"}, {3, "011"}}), false},
+        CasoRegra{"DiaSemTresDigitos", "001", layout({{10, "9"}}), false},
+        CasoRegra{"Codigo995Livre", "995", layout({{0, "020"}, {5, "300"}}), true},
+        CasoRegra{"Codigo994Verificado", "994", layout({{5, "119"}}), false}),
     [](const auto &info) { return std::string(info.param.nome); });
 
 class BancosTeste : public teste::Registros {
@@ -107,6 +145,7 @@ TEST_F(BancosTeste, IncluirComImpressoraGravaNosTresLugares) {
     EXPECT_EQ(d.Mensagens[0].Texto, "Deseja Atualizar na Impressora?");
     EXPECT_EQ(d.Mensagens[0].Titulo, "Comando Vexa");
     EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::YesNo);
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Nenhum);
     EXPECT_EQ(imp().Chamadas(),
               QStringList({"IniciaPorta(COM2)",
                            "IncluiBanco(500|001,005,007,010,013,118,017,009,011,050,007,040,065)",
@@ -131,6 +170,18 @@ TEST_F(BancosTeste, PosicaoRecusadaNaoGravaNada) {
     EXPECT_EQ(linha_tabela("500"), "");
     EXPECT_EQ(formato("500"), "-2");
     EXPECT_EQ(b.Text1[7].Text, "119");
+}
+
+TEST_F(BancosTeste, Codigo995VaiAImpressoraComQualquerPosicao) {
+    auto &b = abre<Bancos>();
+    preenche(b, "995", "Teste", layout({{0, "009"}, {5, "119"}}));
+    b.Clica("Command3D1", 0);
+    EXPECT_EQ(d.Textos(), QStringList({"Deseja Atualizar na Impressora?"}));
+    EXPECT_EQ(imp().Chamadas(),
+              QStringList({"IniciaPorta(COM2)",
+                           "IncluiBanco(995|009,005,007,010,013,119,017,009,011,050,031,040,065)",
+                           "FechaPorta()"}));
+    EXPECT_TRUE(linha_tabela("995").startsWith("995|Teste|009|"));
 }
 
 TEST_F(BancosTeste, SemImpressoraGravaSemVerificar) {
@@ -160,6 +211,8 @@ TEST_F(BancosTeste, CampoVazioECodigoRepetido) {
     b.Clica("Command3D1", 0);
     EXPECT_EQ(d.Textos(),
               QStringList({"Deseja Atualizar na Impressora?", "Codigo ja cadastrado..."}));
+    EXPECT_EQ(d.Mensagens[1].Titulo, "Erro");
+    EXPECT_EQ(d.Mensagens[1].Icone_, Icone::Exclamacao);
     EXPECT_EQ(linha_tabela("001").section('|', 1, 1), "Banco do Brasil");
 }
 
@@ -190,6 +243,75 @@ TEST_F(BancosTeste, AlterarEExcluirUmLayoutCarregado) {
     EXPECT_FALSE(b.List1.Itens.contains("237 - Bradesco"));
 }
 
+// Alterar and Excluir on a loaded layout that is no longer there, or whose line the search
+// took away: a message, nothing stored, the settings and the printer untouched.
+struct CasoSemLayout {
+    const char *nome;
+    int botao;
+    bool apagado; // the row deleted behind the screen; otherwise the list refreshed
+    QString mensagem;
+};
+
+class BancosSemLayout : public BancosTeste, public ::testing::WithParamInterface<CasoSemLayout> {};
+
+TEST_P(BancosSemLayout, AvisaENaoGrava) {
+    const CasoSemLayout &c = GetParam();
+    auto &b = abre<Bancos>();
+    ASSERT_GE(seleciona(b, "237"), 0);
+    digita(b, "Text1", 6, "14");
+    if (c.apagado) {
+        ExisteCodigo(s, "237", TabBancos);
+        ASSERT_TRUE(Conjunto(s, TabBancos).Delete());
+    } else {
+        b.Digita("Text2", -1, "2");
+        ASSERT_EQ(b.List1.ListIndex, -1);
+    }
+    const QString antes = c.apagado ? QString() : linha_tabela("237");
+    const QString iniAntes = formato("237");
+    d.Mensagens.clear();
+    d.Respostas = {Resposta::No};
+    b.Clica("Command3D1", c.botao);
+
+    const QStringList esperadas = c.botao == 1
+                                      ? QStringList({"Deseja Atualizar na Impressora?", c.mensagem})
+                                      : QStringList({c.mensagem});
+    ASSERT_EQ(d.Textos(), esperadas);
+    EXPECT_EQ(d.Mensagens.last().Titulo, "Erro");
+    EXPECT_EQ(d.Mensagens.last().Icone_, Icone::Exclamacao);
+    EXPECT_EQ(linha_tabela("237"), antes);
+    EXPECT_EQ(formato("237"), iniAntes);
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+    if (c.apagado) {
+        // A failed check leaves the screen as it was.
+        EXPECT_EQ(b.Text1[6].Text, "014");
+        EXPECT_TRUE(b.Command3D1[1].Enabled);
+    } else {
+        // Without a selection the command still ends: first state, all layouts listed.
+        EXPECT_FALSE(b.Command3D1[1].Enabled);
+        EXPECT_TRUE(b.Text1[0].Enabled);
+        EXPECT_EQ(b.Text1[1].Text, "");
+        EXPECT_EQ(b.Text2.Text, "");
+        EXPECT_EQ(b.List1.ListCount(), BancosPadrao().size());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casos, BancosSemLayout,
+    ::testing::Values(CasoSemLayout{"AlterarApagado", 1, true, "Codigo nao encontrado..."},
+                      CasoSemLayout{"ExcluirApagado", 2, true, "Codigo nao encontrado..."},
+                      CasoSemLayout{"AlterarSemSelecao", 1, false, "Selecione um banco..."},
+                      CasoSemLayout{"ExcluirSemSelecao", 2, false, "Selecione um banco..."}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+TEST_F(BancosTeste, FecharFechaOConjuntoDaTabela) {
+    auto &b = abre<Bancos>();
+    ASSERT_TRUE(Conjunto(s, TabBancos).Aberto());
+    b.Clica("Command3D1", 3);
+    EXPECT_TRUE(b.Descarregada());
+    EXPECT_FALSE(Conjunto(s, TabBancos).Aberto());
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+}
+
 TEST_F(BancosTeste, IncluirComLayoutCarregadoSoLimpaATela) {
     auto &b = abre<Bancos>();
     seleciona(b, "001");
@@ -213,6 +335,7 @@ TEST_F(BancosTeste, FalhaAoGravarOIniAvisaEMantemARegistro) {
     b.Clica("Command3D1", 0);
     EXPECT_EQ(d.Textos().last(), "Problemas na alteracao do arquivo VEXA.INI");
     EXPECT_EQ(d.Mensagens.last().Titulo, "Erro");
+    EXPECT_EQ(d.Mensagens.last().Icone_, Icone::Exclamacao);
     EXPECT_NE(linha_tabela("500"), "");
 }
 

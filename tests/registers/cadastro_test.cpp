@@ -106,6 +106,8 @@ TEST_F(CadastroTeste, FavorecidoVaiParaAImpressoraPelosDoisUltimosDigitos) {
     f.Clica("Command3D1", 0);
     EXPECT_EQ(d.Textos(), QStringList({"Deseja Incluir na Impressora?"}));
     EXPECT_EQ(d.Mensagens[0].Titulo, "Comando Vexa");
+    EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::YesNo);
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Nenhum);
     EXPECT_EQ(imp().Chamadas(),
               QStringList({"IniciaPorta(COM2)",
                            "IncluiFavorecido(45|" + ConverteTexto("José Conceição") + ")",
@@ -123,6 +125,25 @@ TEST_F(CadastroTeste, ExcluirNaImpressoraMesmoQuandoOBancoRecusa) {
               QStringList({"Deseja Excluir na Impressora?", "Codigo nao encontrado..."}));
     EXPECT_EQ(imp().Chamadas(),
               QStringList({"IniciaPorta(COM2)", "ExcluiFavorecido(77)", "FechaPorta()"}));
+}
+
+TEST_F(CadastroTeste, IncluirComFavorecidoCarregadoPerguntaELimpa) {
+    inclui(TabFavorecido, {{"00031", "Maria"}});
+    auto &f = abre<Favorec>();
+    f.List1.ListIndex = 0;
+    f.Dispara({"List1", -1}, Evento::Click);
+    ASSERT_EQ(f.Text1[1].Text, "Maria");
+    f.Clica("Command3D1", 0);
+    // The question comes before the screen is cleared, and Yes sends the payee on it.
+    EXPECT_EQ(d.Textos(), QStringList({"Deseja Incluir na Impressora?"}));
+    EXPECT_EQ(imp().Chamadas(),
+              QStringList({"IniciaPorta(COM2)", "IncluiFavorecido(31|Maria)", "FechaPorta()"}));
+    EXPECT_EQ(f.Text1[0].Text, "");
+    EXPECT_EQ(f.Text1[1].Text, "");
+    EXPECT_TRUE(f.Text1[0].Enabled);
+    EXPECT_FALSE(f.Command3D1[1].Enabled);
+    EXPECT_EQ(f.Foco(), (RefControle{"Text1", 0}));
+    EXPECT_EQ(linhas(TabFavorecido), QStringList({"00031|Maria"}));
 }
 
 TEST_F(CadastroTeste, CidadeNaoPerguntaPelaImpressora) {
@@ -175,10 +196,13 @@ TEST_F(PesquisaTeste, BancoDevolveOCodigoECancelarNada) {
     EXPECT_EQ(s.ResultadoPesquisa, "237");
 
     p = pesquisa(1);
+    ASSERT_TRUE(Conjunto(s, TabCidade).Aberto());
     p->List1.ListIndex = 0;
     p->Clica("Command3D1", 1);
     EXPECT_EQ(s.ResultadoPesquisa, "");
     EXPECT_TRUE(p->Descarregada());
+    // Closing the window closes its table's record set.
+    EXPECT_FALSE(Conjunto(s, TabCidade).Aberto());
 
     p = pesquisa(1);
     p->Clica("Command3D1", 2);
@@ -194,6 +218,8 @@ TEST_F(PesquisaTeste, RegistroVazioOfereceOCadastro) {
     ASSERT_EQ(d.Textos(), QStringList({"Nao existe registro para pesquisar!!!\r"
                                        "Deseja cadastrar algum dado?"}));
     EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::OKCancel);
+    EXPECT_EQ(d.Mensagens[0].Titulo, "");
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Nenhum);
     EXPECT_NE(d.Aberta("Cidade"), nullptr);
     EXPECT_EQ(d.Aberta("Pesquisa"), nullptr);
 

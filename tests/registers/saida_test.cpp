@@ -40,7 +40,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         // A payee counts twice on the cheque printer: 16 a page.
         CasoLista{"favorecidos_vexa", "Favorecido", 0, registros(17, 5, "Favorecido"), 2},
-        CasoLista{"favorecidos_win", "Favorecido", 1, registros(3, 5, "Favorecido"), 1},
+        // 50 a page on the system printer, and the payees' head of the first page differs.
+        CasoLista{"favorecidos_win", "Favorecido", 1, registros(51, 5, "Favorecido"), 2},
         // Two cities a line; the odd one closes the list on a line of its own.
         CasoLista{"cidades_vexa", "Cidade", 0, registros(5, 5, "Cidade"), 1},
         CasoLista{"cidades_win", "Cidade", 1, registros(2, 5, "Cidade"), 1},
@@ -99,6 +100,56 @@ TEST_F(SaidaTeste, FavorecidosNaImpressoraDeChequesPaginaAPagina) {
     EXPECT_FALSE(saida.Descarregada());
 }
 
+// The question before the first page on the cheque printer, by list; Cancel there sends
+// nothing at all.
+struct CasoPrimeira {
+    const char *nome;
+    std::function<Tela &(SaidaTeste &)> registro;
+    QString botao;
+    QString titulo;
+};
+
+class PrimeiraPagina : public SaidaTeste, public ::testing::WithParamInterface<CasoPrimeira> {
+  public:
+    template <class T> T &abre_registro() { return abre<T>(); }
+    void cidades() { inclui(TabCidade, registros(3, 5, "Cidade")); }
+};
+
+TEST_P(PrimeiraPagina, PerguntaComOTituloDaListaECancelarNaoEnviaNada) {
+    const CasoPrimeira &c = GetParam();
+    Saida &saida = dialogo(c.registro(*this), c.botao);
+    d.Respostas = {Resposta::Cancel};
+    saida.Clica("Command1");
+    ASSERT_EQ(d.Textos(), QStringList({"Insira o Documento."}));
+    EXPECT_EQ(d.Mensagens[0].Titulo, c.titulo);
+    EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::OKCancel);
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Informacao);
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+    EXPECT_FALSE(saida.Descarregada());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Listas, PrimeiraPagina,
+    ::testing::Values(
+        CasoPrimeira{"Favorecidos",
+                     [](SaidaTeste &t) -> Tela & {
+                         return static_cast<PrimeiraPagina &>(t).abre_registro<Favorec>();
+                     },
+                     "Imprimirfav", "Impressão de Relatório"},
+        CasoPrimeira{"Cidades",
+                     [](SaidaTeste &t) -> Tela & {
+                         auto &p = static_cast<PrimeiraPagina &>(t);
+                         p.cidades();
+                         return p.abre_registro<Cidade>();
+                     },
+                     "Imprime", "Impressão de Relatório"},
+        CasoPrimeira{"Bancos",
+                     [](SaidaTeste &t) -> Tela & {
+                         return static_cast<PrimeiraPagina &>(t).abre_registro<Bancos>();
+                     },
+                     "SSCommand1", "Impressão"}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
 TEST_F(SaidaTeste, CancelarParaAsPaginasSeguintes) {
     Saida &saida = dialogo(abre<Favorec>(), "Imprimirfav");
     d.Respostas = {Resposta::OK, Resposta::Cancel};
@@ -143,6 +194,51 @@ TEST_F(SaidaTeste, BancosNaImpressoraDoSistemaPorNome) {
                                        "- A impressora está desligada!\n"
                                        "- Fim de papel ou papel enroscado!"}));
 }
+
+// The eight selects: each list by code and by name, told by its first two rows.
+struct CasoOrdem {
+    const char *nome;
+    QString lista; // TabelaLista
+    int tabelaBancos;
+    QString ordem;
+    QString primeira, segunda;
+};
+
+class OrdemDasListas : public SaidaTeste, public ::testing::WithParamInterface<CasoOrdem> {};
+
+TEST_P(OrdemDasListas, PrimeirasLinhasNaImpressoraDoSistema) {
+    const CasoOrdem &c = GetParam();
+    inclui(TabCidade, {{"00001", "Maringá"}, {"00002", "curitiba"}, {"00003", "Álvares"}});
+    inclui(TabTransferencia, {{"001", "Zeta"}, {"341", "Alfa"}});
+    s.TabelaBancos = c.tabelaBancos;
+    if (c.lista == "Bancos")
+        ImprimeBancos(s, d, 1, c.ordem);
+    else
+        ImprimeCadastro(s, d, 1, c.ordem, c.lista);
+    ASSERT_EQ(d.Impressos.size(), 1);
+    const QStringList &pagina = d.Impressos[0].Paginas[0];
+    ASSERT_GE(pagina.size(), 7);
+    EXPECT_EQ(pagina[5], "       " + c.primeira);
+    EXPECT_EQ(pagina[6], c.segunda);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Selects, OrdemDasListas,
+    ::testing::Values(
+        CasoOrdem{"FavorecidoCodigo", "Favorecido", 0, "0", "00001       Favorecido 1",
+                  "00002       Favorecido 2"},
+        CasoOrdem{"FavorecidoNome", "Favorecido", 0, "1", "00001       Favorecido 1",
+                  "00010       Favorecido 10"},
+        CasoOrdem{"CidadeCodigo", "Cidade", 0, "0", "00001       Maringá", "00002       curitiba"},
+        // By name case and accents don't count.
+        CasoOrdem{"CidadeNome", "Cidade", 0, "1", "00003       Álvares", "00002       curitiba"},
+        CasoOrdem{"BancosCodigo", "Bancos", 1, "0", "001         Banco do Brasil",
+                  "003         Banco da Amazônia"},
+        CasoOrdem{"BancosNome", "Bancos", 1, "1", "085         Ailos",
+                  "246         Banco ABC Brasil"},
+        CasoOrdem{"TransferenciaCodigo", "Bancos", 2, "0", "001         Zeta", "341         Alfa"},
+        CasoOrdem{"TransferenciaNome", "Bancos", 2, "1", "341         Alfa", "001         Zeta"}),
+    [](const auto &info) { return std::string(info.param.nome); });
 
 TEST_F(SaidaTeste, RegistroVazioNaoAbreODialogo) {
     abre<Cidade>().Clica("Imprime");

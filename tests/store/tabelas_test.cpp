@@ -126,8 +126,11 @@ struct CasoFiltro {
 class FiltroTabela : public Armazem, public ::testing::WithParamInterface<CasoFiltro> {};
 
 TEST_P(FiltroTabela, NumericoComparaOCodigoOutroONome) {
-    inclui(TabCidade, {{"00020", "Santos"}, {"00003", "Campinas"}, {"00010", "Sorocaba"}});
-    inclui(TabFavorecido, {{"00001", "Maria"}, {"00002", "Ana"}});
+    inclui(TabCidade, {{"00020", "Santos"},
+                       {"00003", "Campinas"},
+                       {"00010", "Sorocaba"},
+                       {"00030", "São Paulo"}});
+    inclui(TabFavorecido, {{"00001", "Maria"}, {"00002", "Ana"}, {"00003", "Álvaro"}});
     const auto &c = GetParam();
     if (c.tabela >= 100)
         PesquisaLista(*s, c.filtro, c.tabela - 100);
@@ -136,18 +139,21 @@ TEST_P(FiltroTabela, NumericoComparaOCodigoOutroONome) {
     EXPECT_EQ(codigos(c.tabela % 100), c.esperado);
 }
 
-INSTANTIATE_TEST_SUITE_P(Casos, FiltroTabela,
-                         ::testing::Values(CasoFiltro{TabCidade, "0001", {"00010"}},
-                                           CasoFiltro{TabCidade, "S", {"00020", "00010"}},
-                                           CasoFiltro{TabCidade, "So", {"00010"}},
-                                           CasoFiltro{TabCidade, "", {"00003", "00010", "00020"}},
-                                           CasoFiltro{TabFavorecido, "00", {"00001", "00002"}},
-                                           CasoFiltro{TabFavorecido, "A", {"00002"}},
-                                           CasoFiltro{TabBancos, "34", {"341"}},
-                                           CasoFiltro{
-                                               100 + TabCidade, "00", {"00003", "00010", "00020"}},
-                                           CasoFiltro{100 + TabCidade, "s", {"00020", "00010"}},
-                                           CasoFiltro{100 + TabBancos, "Sicr", {"748"}}));
+INSTANTIATE_TEST_SUITE_P(
+    Casos, FiltroTabela,
+    ::testing::Values(CasoFiltro{TabCidade, "0001", {"00010"}},
+                      // names compare without case or accents, and order so
+                      CasoFiltro{TabCidade, "S", {"00020", "00030", "00010"}},
+                      CasoFiltro{TabCidade, "So", {"00010"}},
+                      CasoFiltro{TabCidade, "sao", {"00030"}},
+                      CasoFiltro{TabCidade, "", {"00003", "00010", "00020", "00030"}},
+                      CasoFiltro{TabFavorecido, "00", {"00001", "00002", "00003"}},
+                      CasoFiltro{TabFavorecido, "a", {"00003", "00002"}},
+                      CasoFiltro{TabBancos, "34", {"341"}},
+                      CasoFiltro{100 + TabCidade, "00", {"00003", "00010", "00020", "00030"}},
+                      CasoFiltro{100 + TabCidade, "s", {"00020", "00030", "00010"}},
+                      CasoFiltro{100 + TabBancos, "banco do b", {"001"}},
+                      CasoFiltro{100 + TabBancos, "Sicr", {"748"}}));
 
 TEST_F(Armazem, FiltroNumericoDoLogComparaOBanco) {
     cheque("0000000001", "01/05/24", "237");
