@@ -37,9 +37,12 @@ const char *const esquema[] = {
     "c6 TEXT, c7 TEXT, c8 TEXT, c9 TEXT, c10 TEXT, c11 TEXT)",
     "CREATE TABLE Favorecido (Codigo TEXT PRIMARY KEY, Nome TEXT)",
     "CREATE TABLE Cidade (Codigo TEXT PRIMARY KEY, Nome TEXT)",
-    "CREATE TABLE Log (\"Index\" TEXT PRIMARY KEY, Codigo TEXT, Banco TEXT, V_CH TEXT, "
-    "Favor TEXT, Local TEXT, Data TEXT, NRCH TEXT, Comentario TEXT, Comentario1 TEXT, "
-    "Comentario2 TEXT, StCancel TEXT)",
+    // The register takes every row of a printed cheque: an Index that came out twice (from a
+    // register whose first row lost its code) must not cost the row of a cheque on paper.
+    "CREATE TABLE Log (\"Index\" TEXT, Codigo TEXT, Banco TEXT, V_CH TEXT, Favor TEXT, "
+    "Local TEXT, Data TEXT, NRCH TEXT, Comentario TEXT, Comentario1 TEXT, Comentario2 TEXT, "
+    "StCancel TEXT)",
+    "CREATE INDEX LogIndex ON Log (\"Index\")",
 };
 
 bool cria_em(const QString &arquivo) {

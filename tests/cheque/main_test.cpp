@@ -551,6 +551,28 @@ INSTANTIATE_TEST_SUITE_P(Linhas, IndexDoLog,
                                            Indice{"0000000041", "00003", "0000000042", "00042"},
                                            Indice{"0000000041", "", "0000000001", "00001"}));
 
+// A register whose first row lost its code gives the number 0000000001 again: the row of
+// the printed cheque is kept all the same.
+TEST_F(TelaMain, NumeroRepetidoNaoPerdeALinha) {
+    ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
+    RecordSet &log = Conjunto(s, TabLog);
+    for (const auto &[index, codigo] : {std::pair{"0000000000", ""}, {"0000000001", "00001"}}) {
+        log.AddNew();
+        log.Define("Index", index);
+        log.Define("Codigo", codigo);
+        log.Update();
+    }
+    FechaTabelas(s, 0, 0, 0, 1);
+    abre();
+    preenche("001", "10,00", "Ana", "Rio", "05/03/99", "7");
+    m->CheckBox.Value = 1;
+    m->Clica("Opcoes", 0);
+    const auto linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 3);
+    EXPECT_EQ(linhas.last().value("Favor"), "Ana");
+    EXPECT_EQ(linhas.last().value("Index"), "0000000001");
+}
+
 TEST_F(TelaMain, CampoExtraSemPosicaoParaAntesDoDocumento) {
     abre();
     preenche("001", "10,00", "Ana", "Rio", "05/03/99", "7");
