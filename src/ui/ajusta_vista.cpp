@@ -101,7 +101,7 @@ class FormaCheque : public QFrame {
 
 QLabel *rotulo_numero(QWidget *pai, int i) {
     auto *l = new QLabel(pai);
-    l->setObjectName(QStringLiteral("Label2(%1)").arg(i));
+    l->setObjectName(nome_controle("Label2", i));
     l->setAlignment(Qt::AlignCenter);
     l->setMinimumWidth(44);
     l->setFrameShape(QFrame::StyledPanel);
@@ -130,7 +130,7 @@ void CriaVistaAjusta(Tela &tela, QMainWindow &janela) {
     QList<CaixaAmostra *> caixas;
     for (auto &[i, caixa] : modelo.Text1) {
         auto *c = new CaixaAmostra(caixa, forma);
-        c->setObjectName(QStringLiteral("Text1(%1)").arg(i));
+        c->setObjectName(nome_controle("Text1", i));
         caixas.append(c);
     }
     v->addWidget(forma, 0, Qt::AlignHCenter);
@@ -162,27 +162,16 @@ void CriaVistaAjusta(Tela &tela, QMainWindow &janela) {
     dica->setMargin(3);
     baixo->addWidget(dica, 1);
     for (int i = 0; i < 2; ++i)
-        baixo->addWidget(cria_botao(central, QStringLiteral("Command3D1(%1)").arg(i)));
+        baixo->addWidget(cria_botao(central, nome_controle("Command3D1", i)));
     v->addLayout(baixo);
 
-    // The boxes follow the model after every handler, and a label marks the box in focus.
+    // The boxes follow the model after every handler.
     QPointer<QWidget> vivo(central);
-    auto pinta = [&modelo, caixas, central, vivo] {
+    auto pinta = [caixas, vivo] {
         if (!vivo) return;
         for (CaixaAmostra *c : caixas) {
             c->posiciona();
             c->update();
-        }
-        for (auto &[i, r] : modelo.Label2) {
-            auto *l = central->findChild<QLabel *>(QStringLiteral("Label2(%1)").arg(i));
-            if (!l) continue;
-            const QString estilo = r.BackColor == SemCor
-                                       ? QString()
-                                       : QStringLiteral("background-color: rgb(%1,%2,%3);")
-                                             .arg(r.BackColor & 0xFF)
-                                             .arg((r.BackColor >> 8) & 0xFF)
-                                             .arg((r.BackColor >> 16) & 0xFF);
-            if (l->styleSheet() != estilo) l->setStyleSheet(estilo);
         }
     };
     pinta();

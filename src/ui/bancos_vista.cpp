@@ -34,7 +34,7 @@ void CriaVistaBancos(Tela &tela, QMainWindow &janela) {
     g->addWidget(new QLabel("Linha / Coluna", posicoes), 0, 1, 1, 2, Qt::AlignCenter);
     QList<QLineEdit *> ordem;
     for (int i = 2; i <= 14; ++i) {
-        auto *e = cria_campo(posicoes, QStringLiteral("Text1(%1)").arg(i), 44);
+        auto *e = cria_campo(posicoes, nome_controle("Text1", i), 44);
         e->setAlignment(Qt::AlignCenter);
         ordem.append(e);
         if (i <= 6) {

@@ -374,13 +374,12 @@ void Binder::espelha_um(const Ligacao &l) {
         } else if (lb->text() != c->Caption) {
             lb->setText(c->Caption);
         }
-        if (c->ForeColor != SemCor) {
-            QPalette pal = lb->palette();
-            pal.setColor(QPalette::WindowText, cor_rgb(c->ForeColor));
-            lb->setPalette(pal);
-        } else if (lb->palette().resolveMask()) {
-            lb->setPalette(QPalette());
-        }
+        // A label's colours: the text's, and a background only where the model gives one.
+        QPalette pal = QApplication::palette(lb);
+        if (c->ForeColor != SemCor) pal.setColor(QPalette::WindowText, cor_rgb(c->ForeColor));
+        if (c->BackColor != SemCor) pal.setColor(QPalette::Window, cor_rgb(c->BackColor));
+        if (lb->palette() != pal) lb->setPalette(pal);
+        lb->setAutoFillBackground(c->BackColor != SemCor);
     }
 }
 

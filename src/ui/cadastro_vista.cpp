@@ -13,34 +13,6 @@
 
 namespace vexa::ui {
 
-QVBoxLayout *cria_corpo(QMainWindow &janela, QWidget *&central, int espaco) {
-    central = new QWidget(&janela);
-    auto *v = new QVBoxLayout(central);
-    v->setContentsMargins(12, 12, 12, 12);
-    v->setSpacing(espaco);
-    janela.setCentralWidget(central);
-    return v;
-}
-
-QLineEdit *cria_campo(QWidget *pai, const QString &nome, int largura) {
-    auto *e = new QLineEdit(pai);
-    e->setObjectName(nome);
-    if (largura > 0) e->setFixedWidth(largura);
-    return e;
-}
-
-QPushButton *cria_botao(QWidget *pai, const QString &nome) {
-    auto *b = new QPushButton(pai);
-    b->setObjectName(nome);
-    b->setAutoDefault(true);
-    return b;
-}
-
-QString legenda(Tela &tela, const QString &nome, int index) {
-    const Controle *c = tela.controle(nome, index);
-    return c ? c->Caption : QString();
-}
-
 QWidget *cria_lista(Tela &tela, QWidget *pai, const QString &procura) {
     auto *lado = new QWidget(pai);
     auto *v = new QVBoxLayout(lado);
@@ -49,8 +21,7 @@ QWidget *cria_lista(Tela &tela, QWidget *pai, const QString &procura) {
     const RefControle campo = RefControle::de(procura);
     f->addRow(legenda(tela, campo.Nome, campo.Index), cria_campo(lado, procura));
     v->addLayout(f);
-    auto *lista = new QListWidget(lado);
-    lista->setObjectName("List1");
+    auto *lista = cria<QListWidget>(lado, "List1");
     QFont fixa("Courier New");
     fixa.setStyleHint(QFont::TypeWriter);
     lista->setFont(fixa);
@@ -61,7 +32,7 @@ QWidget *cria_lista(Tela &tela, QWidget *pai, const QString &procura) {
 
 void cria_comandos(QBoxLayout *linha, QWidget *pai, const QStringList &outros) {
     for (int i = 0; i < 4; ++i)
-        linha->addWidget(cria_botao(pai, QStringLiteral("Command3D1(%1)").arg(i)));
+        linha->addWidget(cria_botao(pai, nome_controle("Command3D1", i)));
     linha->addStretch(1);
     for (const QString &nome : outros)
         linha->addWidget(cria_botao(pai, nome));

@@ -1,25 +1,21 @@
 // "Programa Campo": the three field choices in a row, the line and column, and the commands.
-#include "cheque/extra.h"
+#include "ui/partes.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace vexa::ui {
 
 void CriaVistaCmpExtra(Tela &tela, QMainWindow &janela) {
-    auto *central = new QWidget(&janela);
-    auto *v = new QVBoxLayout(central);
-    v->setContentsMargins(12, 12, 12, 12);
-    v->setSpacing(10);
+    QWidget *central = nullptr;
+    auto *v = cria_corpo(janela, central);
 
     auto *campos = new QHBoxLayout;
     for (int i = 0; i < 3; ++i) {
-        auto *b = new QPushButton(central);
-        b->setObjectName(QStringLiteral("CmdNumCampo(%1)").arg(i));
+        auto *b = cria<QPushButton>(central, nome_controle("CmdNumCampo", i));
         // The chosen field stays pressed.
         b->setCheckable(true);
         campos->addWidget(b);
@@ -27,25 +23,16 @@ void CriaVistaCmpExtra(Tela &tela, QMainWindow &janela) {
     v->addLayout(campos);
 
     auto *posicao = new QFormLayout;
-    for (int i = 0; i < 2; ++i) {
-        auto *e = new QLineEdit(central);
-        e->setObjectName(QStringLiteral("PosText(%1)").arg(i));
-        e->setFixedWidth(70);
-        const Controle *c = tela.controle("PosText", i);
-        posicao->addRow(c ? c->Caption : QString(), e);
-    }
+    for (int i = 0; i < 2; ++i)
+        posicao->addRow(legenda(tela, "PosText", i),
+                        cria_campo(central, nome_controle("PosText", i), 70));
     v->addLayout(posicao);
 
     auto *comandos = new QHBoxLayout;
     comandos->addStretch(1);
-    for (int i : {0, 2}) {
-        auto *b = new QPushButton(central);
-        b->setObjectName(QStringLiteral("BtnCmd(%1)").arg(i));
-        b->setAutoDefault(true);
-        comandos->addWidget(b);
-    }
+    for (int i : {0, 2})
+        comandos->addWidget(cria_botao(central, nome_controle("BtnCmd", i)));
     v->addLayout(comandos);
-    janela.setCentralWidget(central);
 }
 
 } // namespace vexa::ui

@@ -1,7 +1,7 @@
 // The entry screen's widgets: the front of the cheque as a cheque reads, the back and the
 // extra fields apart below it, the commands in a column at the right, the key hint at the
 // bottom.
-#include "core/tela.h"
+#include "ui/partes.h"
 
 #include <QCheckBox>
 #include <QFont>
@@ -22,22 +22,6 @@
 namespace vexa::ui {
 
 namespace {
-
-QString nome(const QString &controle, int indice = -1) {
-    return indice < 0 ? controle : QStringLiteral("%1(%2)").arg(controle).arg(indice);
-}
-
-template <class W> W *cria(QWidget *pai, const QString &objeto) {
-    auto *w = new W(pai);
-    w->setObjectName(objeto);
-    return w;
-}
-
-QLineEdit *campo(QWidget *pai, const QString &objeto, int largura = 0) {
-    auto *e = cria<QLineEdit>(pai, objeto);
-    if (largura > 0) e->setFixedWidth(largura);
-    return e;
-}
 
 QLabel *rotulo(QWidget *pai, const QString &objeto, QLineEdit *par = nullptr) {
     auto *l = cria<QLabel>(pai, objeto);
@@ -95,31 +79,31 @@ QGroupBox *cria_frente(QWidget *pai, QList<QWidget *> &ordem) {
     g->setHorizontalSpacing(10);
     g->setVerticalSpacing(8);
 
-    auto *banco = campo(quadro, nome("Text1", 0));
+    auto *banco = cria_campo(quadro, nome_controle("Text1", 0));
     banco->setFixedWidth(largura_de(banco, 4));
-    auto *valor = campo(quadro, nome("Text1", 1));
+    auto *valor = cria_campo(quadro, nome_controle("Text1", 1));
     valor->setFixedWidth(largura_de(valor, 17));
     valor->setAlignment(Qt::AlignRight);
-    auto *favorecido = campo(quadro, nome("Text1", 2));
+    auto *favorecido = cria_campo(quadro, nome_controle("Text1", 2));
     favorecido->setPlaceholderText("Favorecido");
-    auto *cidade = campo(quadro, nome("Text1", 3));
-    auto *data = campo(quadro, nome("Text1", 4));
+    auto *cidade = cria_campo(quadro, nome_controle("Text1", 3));
+    auto *data = cria_campo(quadro, nome_controle("Text1", 4));
     data->setFixedWidth(largura_de(data, 9));
-    auto *numero = campo(quadro, nome("Text1", 6));
+    auto *numero = cria_campo(quadro, nome_controle("Text1", 6));
     numero->setFixedWidth(largura_de(numero, 13));
 
-    auto *nomeBanco = rotulo(quadro, nome("Label1", 6));
+    auto *nomeBanco = rotulo(quadro, nome_controle("Label1", 6));
     nomeBanco->setMinimumWidth(220);
 
     auto *linha1 = new QHBoxLayout;
     linha1->addWidget(banco);
     linha1->addWidget(nomeBanco, 1);
-    g->addWidget(rotulo(quadro, nome("Label1", 0), banco), 0, 0);
+    g->addWidget(rotulo(quadro, nome_controle("Label1", 0), banco), 0, 0);
     g->addLayout(linha1, 0, 1);
-    g->addWidget(rotulo(quadro, nome("Label1", 5), numero), 0, 2, Qt::AlignRight);
+    g->addWidget(rotulo(quadro, nome_controle("Label1", 5), numero), 0, 2, Qt::AlignRight);
     g->addWidget(numero, 0, 3);
 
-    g->addWidget(rotulo(quadro, nome("Label1", 1), valor), 1, 0);
+    g->addWidget(rotulo(quadro, nome_controle("Label1", 1), valor), 1, 0);
     g->addWidget(valor, 1, 1, Qt::AlignLeft);
 
     g->addWidget(favorecido, 2, 0, 1, 4);
@@ -127,11 +111,11 @@ QGroupBox *cria_frente(QWidget *pai, QList<QWidget *> &ordem) {
     auto *linha4 = new QHBoxLayout;
     linha4->addWidget(cidade, 1);
     linha4->addSpacing(16);
-    linha4->addWidget(rotulo(quadro, nome("Label1", 4), data));
+    linha4->addWidget(rotulo(quadro, nome_controle("Label1", 4), data));
     linha4->addSpacing(4);
     linha4->addWidget(data);
     linha4->addWidget(rotulo(quadro, "Label2"));
-    g->addWidget(rotulo(quadro, nome("Label1", 3), cidade), 3, 0);
+    g->addWidget(rotulo(quadro, nome_controle("Label1", 3), cidade), 3, 0);
     g->addLayout(linha4, 3, 1, 1, 3);
 
     auto *relatorio = cria<QCheckBox>(quadro, "CheckBox");
@@ -148,9 +132,9 @@ QGroupBox *cria_verso(QWidget *pai, QList<QWidget *> &ordem) {
     g->setVerticalSpacing(4);
     // Two columns of five lines: the three comment lines open the first.
     for (int i = 0; i < 10; ++i) {
-        auto *linha = campo(quadro, nome("Text2", i));
+        auto *linha = cria_campo(quadro, nome_controle("Text2", i));
         const int col = (i / 5) * 2, lin = i % 5;
-        g->addWidget(rotulo(quadro, nome("Label1", i + 7), linha), lin, col);
+        g->addWidget(rotulo(quadro, nome_controle("Label1", i + 7), linha), lin, col);
         g->addWidget(linha, lin, col + 1);
         ordem << linha;
     }
@@ -163,8 +147,8 @@ QGroupBox *cria_extras(QWidget *pai, QList<QWidget *> &ordem) {
     auto *quadro = cria<QGroupBox>(pai, "Frame4");
     auto *h = new QHBoxLayout(quadro);
     for (int i = 0; i < 3; ++i) {
-        auto *texto = campo(quadro, nome("TxtCpo", i));
-        h->addWidget(rotulo(quadro, nome("Label4", i), texto));
+        auto *texto = cria_campo(quadro, nome_controle("TxtCpo", i));
+        h->addWidget(rotulo(quadro, nome_controle("Label4", i), texto));
         h->addWidget(texto, 1);
         ordem << texto;
     }
@@ -177,7 +161,7 @@ QWidget *cria_comandos(QWidget *pai, QList<QWidget *> &ordem) {
     v->setContentsMargins(0, 0, 0, 0);
     v->setSpacing(6);
     for (int i = 0; i < 8; ++i) {
-        auto *b = cria<QPushButton>(coluna, nome("Opcoes", i));
+        auto *b = cria<QPushButton>(coluna, nome_controle("Opcoes", i));
         // Enter on a focused command presses it, as the road of the cheque expects.
         b->setAutoDefault(true);
         b->setMinimumHeight(30);

@@ -15,7 +15,7 @@ void CriaVistaPesquisa(Tela &tela, QMainWindow &janela) {
     auto *comandos = new QHBoxLayout;
     comandos->addStretch(1);
     for (int i = 0; i < 3; ++i)
-        comandos->addWidget(cria_botao(central, QStringLiteral("Command3D1(%1)").arg(i)));
+        comandos->addWidget(cria_botao(central, nome_controle("Command3D1", i)));
     v->addLayout(comandos);
     tela.LarguraJanela = 460;
     tela.AlturaJanela = 400;

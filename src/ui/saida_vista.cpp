@@ -18,7 +18,7 @@ QGroupBox *grupo(QWidget *pai, const QString &nome, std::initializer_list<int> o
     auto *v = new QVBoxLayout(g);
     for (int i : opcoes) {
         auto *r = new QRadioButton(g);
-        r->setObjectName(QStringLiteral("Option1(%1)").arg(i));
+        r->setObjectName(nome_controle("Option1", i));
         v->addWidget(r);
     }
     return g;

@@ -82,7 +82,7 @@ TEST_F(VistaRegistros, AjusteMoveCaixasComAsSetasEMostraOsRotulos) {
     const int topo = caixa->y();
     QTest::mouseClick(caixa, Qt::LeftButton);
     ASSERT_TRUE(caixa->hasFocus());
-    EXPECT_FALSE(w<QLabel>(j, "Label2(0)")->styleSheet().isEmpty());
+    EXPECT_TRUE(w<QLabel>(j, "Label2(0)")->autoFillBackground());
     QTest::keyClick(caixa, Qt::Key_Down);
     QTest::keyClick(caixa, Qt::Key_Down);
     QTest::keyClick(caixa, Qt::Key_Left);
@@ -93,8 +93,8 @@ TEST_F(VistaRegistros, AjusteMoveCaixasComAsSetasEMostraOsRotulos) {
     EXPECT_TRUE(caixa->hasFocus());
     QTest::keyClick(caixa, Qt::Key_Tab);
     EXPECT_TRUE(w<QWidget>(j, "Text1(1)")->hasFocus());
-    EXPECT_TRUE(w<QLabel>(j, "Label2(0)")->styleSheet().isEmpty());
-    EXPECT_FALSE(w<QLabel>(j, "Label2(6)")->styleSheet().isEmpty());
+    EXPECT_FALSE(w<QLabel>(j, "Label2(0)")->autoFillBackground());
+    EXPECT_TRUE(w<QLabel>(j, "Label2(6)")->autoFillBackground());
 
     QTest::mouseClick(w<QPushButton>(j, "Command3D1(0)"), Qt::LeftButton);
     EXPECT_TRUE(a->Descarregada());
