@@ -2,7 +2,7 @@
 BUILD ?= build
 PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins libgl-dev \
            libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
-           fonts-liberation fonts-dejavu-core clang-format poppler-utils
+           fonts-liberation fonts-dejavu-core clang-format poppler-utils ccache
 export QT_QPA_PLATFORM ?= offscreen
 
 .PHONY: all deps build run test bench capturas format format-check clean
