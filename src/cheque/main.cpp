@@ -9,6 +9,7 @@
 #include "core/inicio.h"
 #include "core/instancia.h"
 #include "core/relogio.h"
+#include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
 #include "registers/bancos.h"
@@ -24,7 +25,6 @@ namespace vexa {
 
 namespace {
 
-constexpr int TeclaEnter = 13, TeclaF3 = 114, TeclaF4 = 115, TeclaF8 = 119;
 const QString TituloPrograma = "Vexa PLUS - Document Printer";
 
 template <class T> std::unique_ptr<Tela> cria(Sessao &s, Desktop &d) {
@@ -441,11 +441,11 @@ void Main::sai_data() {
 }
 
 bool Main::limpa_ou_grava(Texto &campo, int KeyCode, const QString &secao, const QString &chave) {
-    if (KeyCode == TeclaF8) {
+    if (KeyCode == tecla::F8) {
         Muda(campo, QString());
         return true;
     }
-    if (KeyCode != TeclaF4) return false;
+    if (KeyCode != tecla::F4) return false;
     // An empty value would read the key instead of storing it.
     if (!chave.isEmpty())
         LeGravaIni(sessao.CaminhoIni, secao, chave, campo.Text.isEmpty() ? " " : campo.Text);
@@ -457,13 +457,13 @@ void Main::Text1_KeyDown(int Index, int &KeyCode, int) {
     if (limpa_ou_grava(Text1[Index], KeyCode, "FrenteInfo",
                        chave == chaves_frente.end() ? QString() : chave->second))
         return;
-    if (KeyCode == TeclaF3) {
+    if (KeyCode == tecla::F3) {
         static const std::map<int, qint16> tipos = {{0, 2}, {2, 0}, {3, 1}};
         if (!tipos.count(Index)) return;
         sessao.TipoPesquisa = tipos.at(Index);
         abre("Pesquisa");
     }
-    if (KeyCode != TeclaEnter) return;
+    if (KeyCode != tecla::Enter) return;
     KeyCode = 0;
     if (Index <= 2)
         SetFocus("Text1", Index + 1);
@@ -477,7 +477,7 @@ void Main::Text1_KeyDown(int Index, int &KeyCode, int) {
 
 void Main::Text2_KeyDown(int Index, int &KeyCode, int) {
     if (limpa_ou_grava(Text2[Index], KeyCode, "Verso", chave_verso(Index))) return;
-    if (KeyCode != TeclaEnter) return;
+    if (KeyCode != tecla::Enter) return;
     KeyCode = 0;
     if (Index < 9)
         SetFocus("Text2", Index + 1);
@@ -487,8 +487,8 @@ void Main::Text2_KeyDown(int Index, int &KeyCode, int) {
 
 void Main::TxtCpo_KeyDown(int Index, int &KeyCode, int) {
     if (limpa_ou_grava(TxtCpo[Index], KeyCode, "FrenteInfo", chave_extra(Index))) return;
-    if (KeyCode == TeclaF3) abre_campo_extra(Index);
-    if (KeyCode != TeclaEnter) return;
+    if (KeyCode == tecla::F3) abre_campo_extra(Index);
+    if (KeyCode != tecla::Enter) return;
     KeyCode = 0;
     if (Index < 2)
         SetFocus("TxtCpo", Index + 1);

@@ -1,6 +1,7 @@
 #include "registers/ajusta.h"
 
 #include "core/conversoes.h"
+#include "core/teclas.h"
 #include "registers/bancos.h"
 #include "registers/regras.h"
 
@@ -56,7 +57,7 @@ QList<int> AjusteGrafico::Esquerdas() const {
 }
 
 void AjusteGrafico::Text1_KeyDown(int Index, int &KeyCode, int) {
-    if (KeyCode < 37 || KeyCode > 40) return;
+    if (KeyCode < tecla::Esquerda || KeyCode > tecla::Abaixo) return;
     Forma &caixa = Text1[Index];
     const Amostra &a = amostras_[Index];
     const double x = coluna_de(caixa.Left), y = linha_de(caixa.Top);
@@ -66,7 +67,7 @@ void AjusteGrafico::Text1_KeyDown(int Index, int &KeyCode, int) {
     const bool largo = Index == 1 || Index == 2;
     bool termina = false;
     switch (KeyCode) {
-    case 37:
+    case tecla::Esquerda:
         if (x > 0) {
             caixa.Left -= UnidadeColuna;
             const double nx = coluna_de(caixa.Left);
@@ -74,21 +75,21 @@ void AjusteGrafico::Text1_KeyDown(int Index, int &KeyCode, int) {
                 caixa.Width += 70;
         }
         break;
-    case 39:
+    case tecla::Direita:
         if (x < 118) {
             caixa.Left += UnidadeColuna;
             const double nx = coluna_de(caixa.Left);
             if ((Index == 3 && nx > 110) || (largo && nx > 74)) caixa.Width -= 70;
         }
         break;
-    case 38:
+    case tecla::Acima:
         if (fixa_na_vertical(Index)) break;
         if (a.Minimo > 0 && y + 1 < a.Minimo)
             termina = true;
         else if (y > 0)
             caixa.Top -= UnidadeLinha;
         break;
-    case 40:
+    case tecla::Abaixo:
         if (fixa_na_vertical(Index)) break;
         if (a.Maximo > 0 && y + 1 > a.Maximo)
             termina = true;

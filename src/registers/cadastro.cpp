@@ -1,6 +1,7 @@
 #include "registers/cadastro.h"
 
 #include "core/conversoes.h"
+#include "core/teclas.h"
 #include "registers/saida.h"
 #include "store/tabelas.h"
 
@@ -157,7 +158,7 @@ void Cadastro::Text1_LostFocus(int Index) {
 }
 
 void Cadastro::Text1_KeyDown(int Index, int &KeyCode, int) {
-    if (KeyCode != 13) return;
+    if (KeyCode != tecla::Enter) return;
     if (Index < ultimo())
         SetFocus(Text1[Index + 1]);
     else
