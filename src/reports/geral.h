@@ -1,0 +1,18 @@
+#pragma once
+// The general report file: every field of each cheque of the current set of Log rows, the
+// comments included, as text for a word processor or a spreadsheet.
+#include "core/desktop.h"
+#include "core/sessao.h"
+
+#include <QString>
+
+namespace vexa {
+
+// The report's text, lines ended by CR LF: the title, then each cheque of the current set of
+// Log rows in its order, closed by a line of 56 stars.
+QString TextoRelatorioGeral(Sessao &s);
+
+// "Criar Agora": asks where to write the report, writes it whole, and says it is done.
+void CriaRelatorioGeral(Sessao &s, Desktop &d);
+
+} // namespace vexa

@@ -1,0 +1,242 @@
+#include "reports/relato.h"
+
+#include "cheque/main.h"
+#include "core/conversoes.h"
+#include "registers/cadastro.h"
+#include "reports/filtro.h"
+#include "reports/geral.h"
+#include "store/tabelas.h"
+
+namespace vexa {
+
+namespace {
+
+QString campo(const QMap<QString, QString> &registro, const QString &nome) {
+    const auto i = registro.constFind(nome);
+    if (i != registro.constEnd()) return i.value();
+    for (auto j = registro.constBegin(); j != registro.constEnd(); ++j)
+        if (j.key().compare(nome, Qt::CaseInsensitive) == 0) return j.value();
+    return {};
+}
+
+// A text mask over a field, or blanks of the mask's width when the field is empty.
+QString em_colunas(const QString &texto, const QString &mascara, int largura) {
+    return texto.isEmpty() ? QString(largura, u' ') : Format(texto, mascara);
+}
+
+} // namespace
+
+QString valor_relatorio(const QString &V_CH, const QString &mascara) {
+    const auto valor = centavos(V_CH);
+    return valor ? formata_centavos(*valor, mascara) : Format(V_CH, mascara);
+}
+
+QString LinhaRelatorio(const QMap<QString, QString> &registro) {
+    static const QString favorecido = "!" + QString(74, u'@');
+    QString linha =
+        campo(registro, "StCancel") == "C" ? QStringLiteral("C |") : QStringLiteral("  |");
+    linha += em_colunas(campo(registro, "NRCH"), "@@@@@@@@@@@@", 12);
+    linha += " | ";
+    linha += campo(registro, "Banco");
+    linha += " | ";
+    linha +=
+        Format(valor_relatorio(campo(registro, "V_CH"), "#,###,###,##0.00"), "@@@@@@@@@@@@@@@@");
+    linha += " | ";
+    linha += em_colunas(campo(registro, "Data"), "!@@@@@@@@", 8);
+    linha += " | ";
+    linha += em_colunas(campo(registro, "Favor"), favorecido, 74);
+    linha += em_colunas(campo(registro, "Index"), "@@@@@@@@@@", 10);
+    return linha;
+}
+
+Relato::Relato(Sessao &sessao, Desktop &desktop)
+    : Tela("Relato", "Relatório de Cheques Transmitidos", sessao, desktop) {
+    OpCmd[0].Value = 1;
+    OpCmd[1].Value = 1;
+    // The printed lists and the cancelling screen are not part of this screen yet.
+    SSCommand1.Enabled = false;
+    SSCommand4.Enabled = false;
+    registra("List1", List1);
+    registra("Label2", Label2);
+    registra("Text1", Text1);
+    registra("Label1", Label1);
+    registra("SSCommand1", SSCommand1);
+    registra("SSCommand2", SSCommand2);
+    registra("SSCommand3", SSCommand3);
+    registra("SSCommand4", SSCommand4);
+    registra("SSCommand5", SSCommand5);
+    registra("SSCommand6", SSCommand6);
+    registra("Elimina", Elimina);
+    registra("FrameGeral", FrameGeral);
+    registra("criar", criar);
+    registra("Label3", Label3);
+    registra("Label4", Label4);
+    registra("FrameFormato", FrameFormato);
+    registra("FrameEnvio", FrameEnvio);
+    registra("OpCmd", OpCmd);
+    registra("OpCmd01", OpCmd01);
+    registra("OpCmd02", OpCmd02);
+    liga("List1", Evento::Click, [this](int) { List1_Click(); });
+    liga("SSCommand1", Evento::Click, [this](int) { SSCommand1_Click(); });
+    liga("SSCommand2", Evento::Click, [this](int) { SSCommand2_Click(); });
+    liga("SSCommand3", Evento::Click, [this](int) { SSCommand3_Click(); });
+    liga("SSCommand5", Evento::Click, [this](int) { SSCommand5_Click(); });
+    liga("SSCommand6", Evento::Click, [this](int) { SSCommand6_Click(); });
+    liga("Elimina", Evento::Click, [this](int) { Elimina_Click(); });
+    liga("criar", Evento::Click, [this](int) { criar_Click(); });
+}
+
+void Relato::Form_Load() {
+    Text1[5].Caption = formata_centavos(0, "###,###,###,###,##0.00");
+    if (AbreTabelas(sessao, desktop, 0, 0, 0, 1) == -2) {
+        avisa_base_ausente(sessao, desktop);
+        return;
+    }
+    aberta_ = true;
+    CarregaListaLog();
+}
+
+void Relato::Form_Unload() {
+    if (aberta_) FechaTabelas(sessao, 0, 0, 0, 1);
+}
+
+void Relato::CarregaListaLog() {
+    List1.Clear();
+    Total = 0;
+    RecordSet &rs = Conjunto(sessao, TabLog);
+    if (rs.Aberto()) {
+        const QStringList campos = rs.Campos();
+        QMap<QString, QString> registro;
+        for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
+            for (const QString &c : campos)
+                registro[c] = rs.Campo(c);
+            List1.AddItem(LinhaRelatorio(registro));
+            if (registro.value("StCancel") != "C")
+                Total += centavos(registro.value("V_CH")).value_or(0);
+        }
+    }
+    Text1[5].Caption = formata_centavos(Total, "###,###,###,###,##0.00");
+}
+
+void Relato::CarregaDetalhe(const QString &Index) {
+    if (Index.isEmpty()) return;
+    ExisteCodigo(sessao, Index, TabLog);
+    RecordSet &rs = Conjunto(sessao, TabLog);
+    rs.MoveFirst();
+    if (rs.Eof()) return;
+    const auto ou_branco = [](const QString &t) { return t.isEmpty() ? QStringLiteral(" ") : t; };
+    const QString banco = rs.Campo("Banco");
+    const QString valor = rs.Campo("V_CH");
+    const QString favorecido = rs.Campo("Favor");
+    const QString cidade = rs.Campo("Local");
+    const QString data = rs.Campo("Data");
+    const QString numero = rs.Campo("NRCH");
+    const QString cancelado = rs.Campo("StCancel");
+    const QStringList comentarios = {rs.Campo("Comentario"), rs.Campo("Comentario1"),
+                                     rs.Campo("Comentario2")};
+    // The bank's name is looked up in its own table; the current set of Log stays on the
+    // cheque.
+    Text1[0].Caption = banco + " - " + NomeBanco(sessao, banco);
+    Text1[1].Caption = valor_relatorio(valor, "##,###,###,##0.00");
+    Text1[2].Caption = ou_branco(favorecido);
+    Text1[3].Caption = ou_branco(cidade);
+    Text1[4].Caption = ou_branco(data);
+    Text1[6].Caption = ou_branco(numero);
+    Text1[7].Caption = cancelado == "C" ? QStringLiteral("C") : QStringLiteral(" ");
+    for (int i = 0; i < 3; ++i)
+        Text1[8 + i].Caption = comentarios[i];
+    sessao.UltimoComentario = comentarios;
+    Mostrado = Index;
+}
+
+void Relato::ListaCompletaLog() {
+    if (AbreTabelas(sessao, desktop, 0, 0, 0, 1) == -2) return;
+    CarregaListaLog();
+}
+
+void Relato::limpa_detalhe(bool comNumero) {
+    for (int i = 0; i <= 4; ++i)
+        Text1[i].Caption.clear();
+    if (comNumero) Text1[6].Caption.clear();
+}
+
+void Relato::List1_Click() {
+    const QString linha = List1.List(List1.ListIndex);
+    if (linha.isEmpty()) return;
+    CarregaDetalhe(linha.right(10).trimmed());
+}
+
+void Relato::SSCommand1_Click() {
+    if (List1.ListCount() == 0) {
+        desktop.MsgBox("Não é possivel enviar relatório!\rNenhum registro encontrado!", Botoes::OK,
+                       "    Relatório sem registros");
+        return;
+    }
+}
+
+void Relato::SSCommand2_Click() {
+    Unload();
+}
+
+void Relato::SSCommand3_Click() {
+    if (Text1[0].Caption.isEmpty()) return;
+    const QString codigo = Text1[0].Caption.left(3);
+    const QString linha = List1.List(List1.ListIndex);
+    const bool existe = ExisteCodigo(sessao, linha.mid(18, 3), TabBancos) == 1;
+    if (Text1[7].Caption == "C" &&
+        desktop.MsgBox("O cheque atual possui status de cancelado!\nConfirma reimpressao?",
+                       Botoes::OKCancel) == Resposta::Cancel)
+        return;
+    if (!existe) {
+        desktop.MsgBox("Banco inexistente, não é possível re-imprimir!", Botoes::OK, "Erro",
+                       Icone::Exclamacao);
+        return;
+    }
+    if (auto *principal = dynamic_cast<Main *>(desktop.Aberta("Main"))) {
+        Main &m = *principal;
+        m.Muda(m.Text1[0], codigo);
+        m.Label1[6].Caption = NomeBanco(sessao, codigo);
+        m.Muda(m.Text1[1], Text1[1].Caption);
+        m.Muda(m.Text1[2], Text1[2].Caption);
+        m.Muda(m.Text1[3], Text1[3].Caption);
+        m.Muda(m.Text1[4], Text1[4].Caption);
+        m.Muda(m.Text1[6], Text1[6].Caption);
+        m.CheckBox.Value = 0;
+        m.SetFocus(m.CheckBox);
+        for (int i = 0; i < 3; ++i)
+            m.Muda(m.Text2[i], sessao.UltimoComentario.value(i));
+        m.Refresh();
+    }
+    Unload();
+}
+
+void Relato::SSCommand5_Click() {
+    ListaCompletaLog();
+    limpa_detalhe(false);
+}
+
+void Relato::SSCommand6_Click() {
+    abre_tela(sessao, desktop, std::make_unique<Filtro>(sessao, desktop));
+}
+
+void Relato::Elimina_Click() {
+    if (Text1[0].Caption.isEmpty()) return;
+    if (desktop.MsgBox("Este Cheque Será Eliminado Da Base de Dados de seu computador!Tem Certeza "
+                       "que deseja Eliminá-lo?",
+                       Botoes::YesNo, "Atenção", Icone::Pergunta) != Resposta::Yes)
+        return;
+    // The cheque shown, whatever the current set became since it was chosen.
+    if (ExisteCodigo(sessao, Mostrado, TabLog) == 1) {
+        RecordSet &rs = Conjunto(sessao, TabLog);
+        rs.MoveFirst();
+        rs.Delete();
+    }
+    ListaCompletaLog();
+    limpa_detalhe(true);
+}
+
+void Relato::criar_Click() {
+    CriaRelatorioGeral(sessao, desktop);
+}
+
+} // namespace vexa

@@ -1,0 +1,422 @@
+#include "cheque/main.h"
+#include "registers/registros_apoio.h"
+#include "reports/filtro.h"
+#include "reports/geral.h"
+#include "reports/relato.h"
+
+#include <QFile>
+
+using namespace vexa;
+using vexa::teste::confere_referencia;
+
+namespace {
+
+struct Cheque {
+    QString Index, Banco, V_CH, Favor, Local, Data, NRCH, StCancel;
+    QStringList Comentarios = {"", "", ""};
+};
+
+class TelaRelato : public vexa::teste::Registros {
+  protected:
+    void grava(const QList<Cheque> &cheques) {
+        ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
+        RecordSet &rs = Conjunto(s, TabLog);
+        for (const Cheque &c : cheques) {
+            rs.AddNew();
+            rs.Define("Index", c.Index);
+            rs.Define("Codigo", c.Index.right(5));
+            rs.Define("Banco", c.Banco);
+            rs.Define("V_CH", c.V_CH);
+            rs.Define("Favor", c.Favor);
+            rs.Define("Local", c.Local);
+            rs.Define("Data", c.Data);
+            rs.Define("NRCH", c.NRCH);
+            rs.Define("StCancel", c.StCancel.isEmpty() ? " " : c.StCancel);
+            rs.Define("Comentario", c.Comentarios[0]);
+            rs.Define("Comentario1", c.Comentarios[1]);
+            rs.Define("Comentario2", c.Comentarios[2]);
+            ASSERT_TRUE(rs.Update());
+        }
+        FechaTabelas(s, 0, 0, 0, 1);
+    }
+    void grava_exemplo() {
+        grava({{"0000000001",
+                "001",
+                "1234,5",
+                "Maria D'Ávila",
+                "São Paulo",
+                "05/02/99",
+                "000123",
+                "",
+                {"Aluguel de fevereiro", "", "sala 5"}},
+               {"0000000002", "237", "100,", "João da Silva", "Campinas", "10/02/99", "", "C"},
+               {"0000000003",
+                "341",
+                "99,99",
+                "Posto 50% Ltda",
+                "Santos",
+                "20/03/99",
+                "77",
+                "",
+                {"", "ref_1 *urgente*", ""}}});
+    }
+    Relato &relato() { return abre<Relato>(); }
+    QStringList indices(Relato &r) {
+        QStringList i;
+        for (const QString &l : r.List1.Itens)
+            i << l.right(10).trimmed();
+        return i;
+    }
+};
+
+// --- the row of the list
+
+struct Linha {
+    const char *caso;
+    QMap<QString, QString> registro;
+    QString esperada;
+};
+class LinhaDoRelatorio : public ::testing::TestWithParam<Linha> {};
+
+TEST_P(LinhaDoRelatorio, ColunasFixas) {
+    const QString linha = LinhaRelatorio(GetParam().registro);
+    EXPECT_EQ(linha, GetParam().esperada);
+    EXPECT_EQ(linha.size(), 138);
+}
+
+const QString B74 = QString(74, ' ');
+INSTANTIATE_TEST_SUITE_P(
+    Relatorio, LinhaDoRelatorio,
+    ::testing::Values(Linha{"vazia",
+                            {{"Banco", "001"}},
+                            "  |" + QString(12, ' ') + " | 001 | " + QString(16, ' ') + " | " +
+                                QString(8, ' ') + " | " + B74 + QString(10, ' ')},
+                      Linha{"completa",
+                            {{"StCancel", " "},
+                             {"NRCH", "123"},
+                             {"Banco", "237"},
+                             {"V_CH", "1234,5"},
+                             {"Data", "05/02/99"},
+                             {"Favor", "Maria"},
+                             {"Index", "0000000007"}},
+                            "  |         123 | 237 |         1.234,50 | 05/02/99 | Maria" +
+                                QString(69, ' ') + "0000000007"},
+                      Linha{"cancelada e valor inteiro",
+                            {{"StCancel", "C"}, {"Banco", "001"}, {"V_CH", "100,"}, {"Index", "1"}},
+                            "C |" + QString(12, ' ') + " | 001 |           100,00 | " +
+                                QString(8, ' ') + " | " + B74 + "         1"},
+                      Linha{"maior valor e favorecido cortado",
+                            {{"Banco", "001"},
+                             {"V_CH", "9999999999,99"},
+                             {"Favor", QString(70, 'x') + "ABCDEFGH"},
+                             {"Index", "0000000001"}},
+                            "  |" + QString(12, ' ') + " | 001 | 9.999.999.999,99 | " +
+                                QString(8, ' ') + " | " + QString(70, 'x') + "ABCD" +
+                                "0000000001"}),
+    [](const auto &info) {
+        QString n = info.param.caso;
+        n.replace(' ', '_');
+        return n.toStdString();
+    });
+
+// --- the screen
+
+TEST_F(TelaRelato, ListaMostraTodosETotalDeixaOsCancelados) {
+    grava_exemplo();
+    Relato &r = relato();
+    EXPECT_EQ(indices(r), (QStringList{"0000000001", "0000000002", "0000000003"}));
+    EXPECT_TRUE(r.List1.Itens[1].startsWith("C |"));
+    EXPECT_EQ(r.Text1[5].Caption, "1.334,49");
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+}
+
+TEST_F(TelaRelato, ListaVaziaTotalZero) {
+    Relato &r = relato();
+    EXPECT_EQ(r.List1.ListCount(), 0);
+    EXPECT_EQ(r.Text1[5].Caption, "0,00");
+    r.Clica("SSCommand1");
+    r.SSCommand1_Click();
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto,
+              "Não é possivel enviar relatório!\rNenhum registro encontrado!");
+    EXPECT_EQ(d.Mensagens[0].Titulo, "    Relatório sem registros");
+}
+
+TEST_F(TelaRelato, SemBaseDeDados) {
+    QFile::remove(s.CaminhoApp + "/VEXA.db");
+    Relato &r = relato();
+    EXPECT_EQ(d.Textos(),
+              QStringList{"O Banco de dados \"" + s.CaminhoApp + "/VEXA.db\" nao foi encontrado!"});
+    EXPECT_EQ(r.List1.ListCount(), 0);
+}
+
+TEST_F(TelaRelato, CliqueMostraOChequeEReduzOConjuntoAEle) {
+    grava_exemplo();
+    Relato &r = relato();
+    r.List1.ListIndex = 0;
+    r.List1_Click();
+    EXPECT_EQ(r.Text1[0].Caption, "001 - " + NomeBanco(s, "001"));
+    EXPECT_EQ(r.Text1[1].Caption, "1.234,50");
+    EXPECT_EQ(r.Text1[2].Caption, "Maria D'Ávila");
+    EXPECT_EQ(r.Text1[3].Caption, "São Paulo");
+    EXPECT_EQ(r.Text1[4].Caption, "05/02/99");
+    EXPECT_EQ(r.Text1[6].Caption, "000123");
+    EXPECT_EQ(r.Text1[7].Caption, " ");
+    EXPECT_EQ(r.Text1[8].Caption, "Aluguel de fevereiro");
+    EXPECT_EQ(r.Text1[10].Caption, "sala 5");
+    EXPECT_EQ(Conjunto(s, TabLog).RecordCount(), 1);
+    EXPECT_EQ(r.List1.ListCount(), 3); // the list keeps every row
+
+    // The general report then holds that cheque alone; the complete list brings all back.
+    d.CaminhoSalvar = pasta.path() + "/um";
+    r.Clica("criar");
+    EXPECT_EQ(d.Textos().last(),
+              "O Relatório Foi Criado Com Sucesso, Poderá Abri-lo no Word ou Excel");
+    QFile f(pasta.path() + "/um.txt");
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QString::fromUtf8(f.readAll()).count("CH. Nº:"), 1);
+    r.Clica("SSCommand5");
+    EXPECT_EQ(Conjunto(s, TabLog).RecordCount(), 3);
+    EXPECT_TRUE(r.Text1[0].Caption.isEmpty());
+}
+
+TEST_F(TelaRelato, RelatorioGeralInteiro) {
+    grava_exemplo();
+    grava({{"0000000004", "999", "5,", "Banco sumido", "", "01/04/99", "", ""}});
+    Relato &r = relato();
+    confere_referencia(TextoRelatorioGeral(s), "relatorios/geral.txt");
+    d.CaminhoSalvar = pasta.path() + "/geral.txt";
+    r.Clica("criar");
+    QFile f(d.CaminhoSalvar);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QByteArray bytes = f.readAll();
+    EXPECT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
+    EXPECT_EQ(QString::fromUtf8(bytes.mid(3)), TextoRelatorioGeral(s));
+}
+
+TEST_F(TelaRelato, RelatorioGeralQueNaoPodeSerGravadoAvisa) {
+    grava_exemplo();
+    Relato &r = relato();
+    d.CaminhoSalvar = pasta.path() + "/nao/existe.txt";
+    r.Clica("criar");
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Não foi possível gravar o relatório em"));
+    d.CaminhoSalvar.clear(); // Cancel in the dialog writes nothing and says nothing
+    r.Clica("criar");
+    EXPECT_EQ(d.Mensagens.size(), 1);
+}
+
+TEST_F(TelaRelato, ExcluirPerguntaEApagaOChequeMostrado) {
+    grava_exemplo();
+    Relato &r = relato();
+    r.List1.ListIndex = 1;
+    r.List1_Click();
+    // A filter after the choice doesn't change which cheque is deleted.
+    MontaFiltroLog(s, d, "341", "", "", "", "", "", "", "");
+    d.Respostas = {Resposta::No, Resposta::Yes};
+    r.Clica("Elimina");
+    EXPECT_EQ(r.List1.ListCount(), 1);
+    r.Clica("Elimina");
+    ASSERT_EQ(d.Mensagens.size(), 2);
+    EXPECT_EQ(d.Mensagens[1].Texto, "Este Cheque Será Eliminado Da Base de Dados de seu "
+                                    "computador!Tem Certeza que deseja Eliminá-lo?");
+    EXPECT_EQ(d.Mensagens[1].Titulo, "Atenção");
+    EXPECT_EQ(d.Mensagens[1].Botoes_, Botoes::YesNo);
+    EXPECT_EQ(d.Mensagens[1].Icone_, Icone::Pergunta);
+    EXPECT_EQ(indices(r), (QStringList{"0000000001", "0000000003"}));
+    EXPECT_TRUE(r.Text1[0].Caption.isEmpty());
+    EXPECT_TRUE(r.Text1[6].Caption.isEmpty());
+}
+
+TEST_F(TelaRelato, FiltroRefazALista) {
+    grava_exemplo();
+    Relato &r = relato();
+    MontaFiltroLog(s, d, "", "", "", "", "", "", "", "URGENTE");
+    EXPECT_EQ(indices(r), QStringList{"0000000003"});
+    EXPECT_EQ(r.Text1[5].Caption, "99,99");
+    MontaFiltroLog(s, d, "", "", "", "", "", "Ninguém", "", "");
+    EXPECT_EQ(r.List1.ListCount(), 0);
+    EXPECT_EQ(r.Text1[5].Caption, "0,00");
+}
+
+// --- filter criteria
+
+struct Criterio {
+    const char *caso;
+    QStringList
+        campos; // Banco, DataIni, DataFim, ValorIni, ValorFim, Favorecido, Cidade, Comentario
+    QStringList achados;
+};
+class CriteriosDoFiltro : public TelaRelato, public ::testing::WithParamInterface<Criterio> {};
+
+TEST_P(CriteriosDoFiltro, AchaSoOQueAtendeATodos) {
+    grava_exemplo();
+    const QStringList &c = GetParam().campos;
+    ASSERT_EQ(c.size(), 8);
+    MontaFiltroLog(s, d, c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7]);
+    QStringList achados;
+    RecordSet &rs = Conjunto(s, TabLog);
+    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
+        achados << rs.Campo("Index").right(1);
+    EXPECT_EQ(achados, GetParam().achados);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Filtro, CriteriosDoFiltro,
+    ::testing::Values(
+        Criterio{"nenhum", {"", "", "", "", "", "", "", ""}, {"1", "2", "3"}},
+        Criterio{"banco", {"237", "", "", "", "", "", "", ""}, {"2"}},
+        Criterio{"favorecido com aspa", {"", "", "", "", "", "Maria D'Ávila", "", ""}, {"1"}},
+        Criterio{"favorecido e inteiro", {"", "", "", "", "", "Maria", "", ""}, {}},
+        Criterio{"cidade", {"", "", "", "", "", "", "campinas", ""}, {"2"}},
+        Criterio{"uma data", {"", "10/02/99", "", "", "", "", "", ""}, {"2"}},
+        Criterio{"datas entre", {"", "01/02/99", "28/02/99", "", "", "", "", ""}, {"1", "2"}},
+        Criterio{"so a ultima data", {"", "", "10/02/99", "", "", "", "", ""}, {"1", "2", "3"}},
+        Criterio{"um valor", {"", "", "", "100,00", "", "", "", ""}, {"2"}},
+        Criterio{"valores entre", {"", "", "", "99,99", "1.234,50", "", "", ""}, {"1", "2", "3"}},
+        Criterio{"so o maior valor", {"", "", "", "", "100,00", "", "", ""}, {"1", "2", "3"}},
+        Criterio{"comentario em qualquer linha", {"", "", "", "", "", "", "", "sala"}, {"1"}},
+        Criterio{"porcento e literal", {"", "", "", "", "", "Posto 50% Ltda", "", ""}, {"3"}},
+        Criterio{"sublinhado e literal", {"", "", "", "", "", "", "", "f_1"}, {"3"}},
+        Criterio{"sublinhado nao e coringa", {"", "", "", "", "", "", "", "ref11"}, {}},
+        Criterio{"asterisco e literal", {"", "", "", "", "", "", "", "*urgente*"}, {"3"}},
+        Criterio{"asterisco nao e coringa", {"", "", "", "", "", "", "", "A*o"}, {}},
+        Criterio{
+            "comentario nao salva outro criterio", {"237", "", "", "", "", "", "", "sala"}, {}},
+        Criterio{"todos juntos",
+                 {"001", "01/02/99", "05/02/99", "1.000,00", "2.000,00", "Maria D'Ávila",
+                  "São Paulo", "fevereiro"},
+                 {"1"}}),
+    [](const auto &info) {
+        QString n = info.param.caso;
+        n.replace(' ', '_');
+        return n.toStdString();
+    });
+
+// --- the filter screen
+
+struct Saida {
+    int campo;
+    QString digitado, fica, mensagem;
+};
+class SaidaDoFiltro : public TelaRelato, public ::testing::WithParamInterface<Saida> {};
+
+TEST_P(SaidaDoFiltro, NormalizaOuRecusa) {
+    fixa_hoje(QDate(1999, 2, 14));
+    s.DefineHoje();
+    const Saida &c = GetParam();
+    Filtro &f = abre<Filtro>();
+    f.SetFocus("Text1", c.campo);
+    f.Digita("Text1", c.campo, c.digitado);
+    f.SetFocus("Text1", c.campo == 7 ? 6 : 7);
+    EXPECT_EQ(f.Text1[c.campo].Text, c.fica);
+    if (c.mensagem.isEmpty()) {
+        EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+        EXPECT_FALSE(f.Foco() == (RefControle{"Text1", c.campo}));
+    } else {
+        ASSERT_EQ(d.Mensagens.size(), 1);
+        EXPECT_EQ(d.Mensagens[0].Texto, c.mensagem);
+        EXPECT_EQ(d.Mensagens[0].Titulo, "Erro");
+        EXPECT_EQ(f.Foco(), (RefControle{"Text1", c.campo}));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Filtro, SaidaDoFiltro,
+    ::testing::Values(Saida{0, "1", "001", ""}, Saida{0, "0", "", ""},
+                      Saida{0, "998", "", "Banco Inválido..."}, Saida{1, "5", "05/02/99", ""},
+                      Saida{2, "290299", "", "Data Inválida..."},
+                      Saida{1, "0502", "", "Voce deve entrar com (ddmmaa) diamesano..."},
+                      Saida{2, "311299", "31/12/99", ""}, Saida{3, "1234,5", "1.234,50", ""},
+                      Saida{4, "12x", "", "O valor especificado não é um valor válido!"},
+                      Saida{5, "D'Ávila", "D'Ávila", ""}));
+
+TEST_F(TelaRelato, FiltroEsvaziaAoEntrarECortaOTamanho) {
+    Filtro &f = abre<Filtro>();
+    f.Digita("Text1", 0, "0012");
+    EXPECT_EQ(f.Text1[0].Text, "001");
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto, "Tamanho Máximo deste campo...");
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Exclamacao);
+    f.SetFocus("Text1", 1);
+    f.Digita("Text1", 1, "05/02/99");
+    f.SetFocus("Text1", 5);
+    f.SetFocus("Text1", 1);
+    EXPECT_TRUE(f.Text1[1].Text.isEmpty());
+}
+
+TEST_F(TelaRelato, FiltroEnterSegueACadeia) {
+    Filtro &f = abre<Filtro>();
+    for (int i = 0; i < 6; ++i) {
+        f.SetFocus("Text1", i);
+        f.Tecla(13);
+        EXPECT_EQ(f.Foco(), (RefControle{"Text1", i + 1}));
+    }
+    f.SetFocus("Text1", 6);
+    f.Tecla(13);
+    EXPECT_EQ(f.Foco(), (RefControle{"Command3D1", 0}));
+}
+
+TEST_F(TelaRelato, FiltroOkAplicaECancelarNao) {
+    grava_exemplo();
+    Relato &r = relato();
+    Filtro &f = abre<Filtro>();
+    f.SetFocus("Text1", 6);
+    f.Digita("Text1", 6, "Santos");
+    f.Clica("Command3D1", 1);
+    EXPECT_EQ(r.List1.ListCount(), 3);
+    Filtro &g = abre<Filtro>();
+    g.SetFocus("Text1", 6);
+    g.Digita("Text1", 6, "Santos");
+    g.Clica("Command3D1", 0);
+    EXPECT_TRUE(g.Descarregada());
+    EXPECT_EQ(indices(r), QStringList{"0000000003"});
+}
+
+// --- re-printing
+
+TEST_F(TelaRelato, ReimprimirDevolveOChequeAoMain) {
+    grava_exemplo();
+    d.Respostas = {Resposta::No}; // the start-up's purge keeps the cheques of 1999
+    Main &m = *static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+    d.Mensagens.clear();
+    m.CheckBox.Value = 1;
+    Relato &r = relato();
+    r.List1.ListIndex = 0;
+    r.List1_Click();
+    r.Clica("SSCommand3");
+    EXPECT_TRUE(r.Descarregada());
+    EXPECT_EQ(m.Text1[0].Text, "001");
+    EXPECT_EQ(m.Label1[6].Caption, NomeBanco(s, "001"));
+    EXPECT_EQ(m.Text1[1].Text, "1.234,50");
+    EXPECT_EQ(m.Text1[2].Text, "Maria D'Ávila");
+    EXPECT_EQ(m.Text1[3].Text, "São Paulo");
+    EXPECT_EQ(m.Text1[4].Text, "05/02/99");
+    EXPECT_EQ(m.Text1[6].Text, "000123");
+    EXPECT_EQ(m.Text2[0].Text, "Aluguel de fevereiro");
+    EXPECT_EQ(m.Text2[2].Text, "sala 5");
+    EXPECT_EQ(m.CheckBox.Value, 0);
+    EXPECT_EQ(m.Foco(), RefControle{"CheckBox"});
+}
+
+TEST_F(TelaRelato, ReimprimirCanceladoPerguntaEBancoSumidoRecusa) {
+    grava_exemplo();
+    grava({{"0000000004", "999", "5,", "X", "", "01/04/99", "", ""}});
+    Relato &r = relato();
+    r.List1.ListIndex = 1;
+    r.List1_Click();
+    d.Respostas = {Resposta::Cancel};
+    r.Clica("SSCommand3");
+    EXPECT_FALSE(r.Descarregada());
+    EXPECT_EQ(d.Textos(),
+              QStringList{"O cheque atual possui status de cancelado!\nConfirma reimpressao?"});
+    r.List1.ListIndex = 3;
+    r.List1_Click();
+    r.Clica("SSCommand3");
+    EXPECT_FALSE(r.Descarregada());
+    EXPECT_EQ(d.Mensagens.last().Texto, "Banco inexistente, não é possível re-imprimir!");
+    EXPECT_EQ(d.Mensagens.last().Titulo, "Erro");
+    EXPECT_EQ(d.Mensagens.last().Icone_, Icone::Exclamacao);
+}
+
+} // namespace
