@@ -1,11 +1,10 @@
 #include "reports/geral.h"
 
-#include "core/arquivo.h"
 #include "core/conversoes.h"
+#include "reports/arquivo_relatorio.h"
 #include "reports/relato.h"
 #include "store/tabelas.h"
 
-#include <QFileInfo>
 #include <QHash>
 
 namespace vexa {
@@ -61,20 +60,8 @@ void CriaRelatorioGeral(Sessao &s, Desktop &d) {
                  Icone::Exclamacao);
         return;
     }
-    QString caminho = d.SalvarComo("Salvar Relatório Geral",
-                                   "Arquivo Texto (*.txt);;Todos os Arquivos (*.*)", QString());
-    if (caminho.isEmpty()) return;
-    if (QFileInfo(caminho).suffix().isEmpty()) caminho += ".txt";
-    // UTF-8 with its mark: word processors and spreadsheets read every accent of it as typed.
-    const QByteArray bytes = "\xEF\xBB\xBF" + TextoRelatorioGeral(s).toUtf8();
-    if (!grava_inteiro(caminho, bytes)) {
-        d.MsgBox("Não foi possível gravar o relatório em \"" + caminho +
-                     "\". Verifique se a pasta existe, se há espaço no disco e se o arquivo "
-                     "não está aberto em outro programa.",
-                 Botoes::OK, "Erro", Icone::Exclamacao);
-        return;
-    }
-    d.MsgBox("O Relatório Foi Criado Com Sucesso, Poderá Abri-lo no Word ou Excel");
+    if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", TextoRelatorioGeral(s)))
+        d.MsgBox("O Relatório Foi Criado Com Sucesso, Poderá Abri-lo no Word ou Excel");
 }
 
 } // namespace vexa

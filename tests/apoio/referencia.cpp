@@ -1,6 +1,8 @@
 #include "apoio/referencia.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStringList>
 #include <gtest/gtest.h>
 #include <string>
@@ -19,6 +21,14 @@ std::string visivel(QString linha) {
 } // namespace
 
 void confere_referencia(const QString &obtido, const QString &nome) {
+    // VEXA_GRAVA_REFERENCIAS=1 writes a missing reference from what was obtained, to be read
+    // line by line before it is committed.
+    const QString arquivo = QStringLiteral(VEXA_TESTES_DADOS "/") + nome;
+    if (qEnvironmentVariableIntValue("VEXA_GRAVA_REFERENCIAS") == 1 && !QFile::exists(arquivo)) {
+        QDir().mkpath(QFileInfo(arquivo).path());
+        QFile f(arquivo);
+        if (f.open(QIODevice::WriteOnly)) f.write(obtido.toUtf8());
+    }
     const QString esperado = le_utf8(QStringLiteral(VEXA_TESTES_DADOS "/") + nome);
     ASSERT_FALSE(esperado.isEmpty()) << "reference file missing: " << nome.toStdString();
     if (obtido == esperado) return;

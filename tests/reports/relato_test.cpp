@@ -200,7 +200,7 @@ TEST_F(TelaRelato, RelatorioGeralQueNaoPodeSerGravadoAvisa) {
     d.CaminhoSalvar = pasta.path() + "/nao/existe.txt";
     r.Clica("criar");
     ASSERT_EQ(d.Mensagens.size(), 1);
-    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Não foi possível gravar o relatório em"));
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Não foi possível gravar o arquivo"));
     d.CaminhoSalvar.clear(); // Cancel in the dialog writes nothing and says nothing
     r.Clica("criar");
     EXPECT_EQ(d.Mensagens.size(), 1);
