@@ -26,8 +26,10 @@ bool grava_inteiro(const QString &caminho, const QByteArray &conteudo) {
 }
 
 bool acrescenta_inteiro(const QString &caminho, const QByteArray &conteudo) {
+    // Unbuffered: bytes a failed write left in a buffer would reach the file when it closes,
+    // after it was cut back.
     QFile f(caminho);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Append)) return false;
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) return false;
     const qint64 antes = f.size();
     if (f.write(conteudo) == conteudo.size() && descarrega(f)) return true;
     f.resize(antes);
