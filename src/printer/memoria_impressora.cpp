@@ -190,9 +190,10 @@ bool MemoriaImpressora::muda(const QJsonObject &mudanca) {
     const QString diario = ArquivoDiario();
     const qint64 antes = QFileInfo(diario).size();
     if (!acrescenta_inteiro(diario, QJsonDocument(mudanca).toJson(QJsonDocument::Compact) + '\n')) {
-        // The journal is cut back by the failed write; if it could not be, a next change
-        // would be glued to a broken line, so nothing more is written.
-        if (QFileInfo(diario).size() != antes) gravavel_ = false;
+        // A failed write may still flush what it buffered when its file closes: the journal
+        // is cut back here once more. If it can't be, a next change would be glued to a
+        // broken line, so nothing more is written.
+        if (!QFile::resize(diario, antes) || QFileInfo(diario).size() != antes) gravavel_ = false;
         return false;
     }
     executa(mudanca);

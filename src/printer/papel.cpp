@@ -82,7 +82,12 @@ bool Papel::grava_face(int numero, const QStringList &face) {
 }
 
 bool Papel::acrescenta(int numero, const QString &texto) {
-    return acrescenta_inteiro(Arquivo(numero), texto.toUtf8());
+    const QString arquivo = Arquivo(numero);
+    const qint64 antes = QFileInfo(arquivo).size();
+    if (acrescenta_inteiro(arquivo, texto.toUtf8())) return true;
+    // What the failed write still flushed when its file closed.
+    QFile::resize(arquivo, antes);
+    return false;
 }
 
 void Papel::descarta(int numero) {
