@@ -117,10 +117,16 @@ void MemoriaImpressora::le_diario() {
     }
     const QByteArray tudo = f.readAll();
     qsizetype lido = 0;
+    // The lines that add to the state (a cheque, a sheet) rather than replace a part of it:
+    // roughly what the state would grow by if the journal were folded into it.
+    qsizetype acrescimos = 0;
     for (qsizetype fim = tudo.indexOf('\n'); fim >= 0; fim = tudo.indexOf('\n', lido)) {
         const QJsonDocument doc = QJsonDocument::fromJson(tudo.mid(lido, fim - lido));
         if (!doc.isObject()) break;
-        executa(doc.object());
+        const QJsonObject mudanca = doc.object();
+        executa(mudanca);
+        const QString op = mudanca.value("op").toString();
+        if (op == "cheque" || op == "papel") acrescimos += fim + 1 - lido;
         lido = fim + 1;
     }
     if (lido < tudo.size()) {
@@ -133,8 +139,7 @@ void MemoriaImpressora::le_diario() {
         }
     }
     f.close();
-    if (lido > DiarioPequeno &&
-        lido > 2 * QJsonDocument(estado()).toJson(QJsonDocument::Compact).size())
+    if (lido > DiarioPequeno && lido > 2 * (QFileInfo(ArquivoEstado()).size() + acrescimos))
         compacta();
 }
 
