@@ -17,6 +17,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -76,15 +77,20 @@ class Enchimento {
         const int fd = ::open(caminho_.toLocal8Bit().constData(), O_WRONLY | O_CREAT, 0600);
         const QByteArray bloco(Bloco, 'x');
         qint64 tamanho = 0;
-        for (ssize_t n; (n = ::write(fd, bloco.constData(), bloco.size())) > 0;)
+        ssize_t n = 0;
+        while (fd >= 0 && (n = ::write(fd, bloco.constData(), bloco.size())) > 0)
             tamanho += n;
-        if (::ftruncate(fd, tamanho / Bloco * Bloco - livres * Bloco) != 0) tamanho = -1;
-        ::close(fd);
+        cheio_ = fd >= 0 && n < 0 && errno == ENOSPC &&
+                 ::ftruncate(fd, tamanho / Bloco * Bloco - livres * Bloco) == 0;
+        if (fd >= 0) ::close(fd);
     }
     ~Enchimento() { QFile::remove(caminho_); }
+    // The disk filled up, and the blocks asked for are free again.
+    bool cheio() const { return cheio_; }
 
   private:
     QString caminho_;
+    bool cheio_ = false;
 };
 
 // Every file of the data folder but the filler, with its size and a digest of its bytes: what
@@ -181,7 +187,8 @@ TEST_P(SimuladorDiscoCheio, FalhaDeixaAMemoriaComoEstavaEDepoisFaz) {
     const QStringList antes = arquivos(pasta);
     const QString lembrado = resumo(imp);
     {
-        Enchimento cheio(pasta, caso.livres);
+        Enchimento enchimento(pasta, caso.livres);
+        ASSERT_TRUE(enchimento.cheio());
         EXPECT_EQ(caso.operacao(imp), caso.falha);
         EXPECT_EQ(arquivos(pasta), antes);
         EXPECT_EQ(resumo(imp), lembrado);
