@@ -25,10 +25,10 @@ QJsonObject item_json(const ItemRelatorio &i) {
 }
 
 ItemRelatorio item_de(const QJsonObject &i) {
-    return {i.value("papel").toInt(),     i.value("banco").toString(),
-            i.value("valor").toString(),  i.value("favorecido").toString(),
-            i.value("cidade").toString(), i.value("data").toString(),
-            i.value("cancelado").toBool()};
+    return {i.value(u"papel").toInt(),     i.value(u"banco").toString(),
+            i.value(u"valor").toString(),  i.value(u"favorecido").toString(),
+            i.value(u"cidade").toString(), i.value(u"data").toString(),
+            i.value(u"cancelado").toBool()};
 }
 
 // The journals in the folder, by generation.
@@ -125,7 +125,7 @@ void MemoriaImpressora::le_diario() {
         if (!doc.isObject()) break;
         const QJsonObject mudanca = doc.object();
         executa(mudanca);
-        const QString op = mudanca.value("op").toString();
+        const QString op = mudanca.value(u"op").toString();
         if (op == "cheque" || op == "papel") acrescimos += fim + 1 - lido;
         lido = fim + 1;
     }
@@ -173,21 +173,21 @@ QJsonObject MemoriaImpressora::estado() const {
 }
 
 void MemoriaImpressora::le_estado(const QJsonObject &o) {
-    geracao_ = o.value("geracao").toInt();
-    const QJsonObject bancos = o.value("bancos").toObject();
+    geracao_ = o.value(u"geracao").toInt();
+    const QJsonObject bancos = o.value(u"bancos").toObject();
     for (auto i = bancos.begin(); i != bancos.end(); ++i)
         bancos_[i.key()] = i.value().toString();
-    const QJsonObject favorecidos = o.value("favorecidos").toObject();
+    const QJsonObject favorecidos = o.value(u"favorecidos").toObject();
     for (auto i = favorecidos.begin(); i != favorecidos.end(); ++i)
         favorecidos_[i.key()] = i.value().toString();
-    const QJsonObject moeda = o.value("moeda").toObject();
-    moedaSingular_ = moeda.value("singular").toString(moedaSingular_);
-    moedaPlural_ = moeda.value("plural").toString(moedaPlural_);
-    const int digitos = o.value("digitosAno").toInt(4);
+    const QJsonObject moeda = o.value(u"moeda").toObject();
+    moedaSingular_ = moeda.value(u"singular").toString(moedaSingular_);
+    moedaPlural_ = moeda.value(u"plural").toString(moedaPlural_);
+    const int digitos = o.value(u"digitosAno").toInt(4);
     digitosAno_ = digitos == 1 || digitos == 2 ? digitos : 4;
-    for (const QJsonValue &v : o.value("relatorio").toArray())
+    for (const QJsonValue &v : o.value(u"relatorio").toArray())
         relatorio_.append(item_de(v.toObject()));
-    ultimoPapel_ = o.value("ultimoPapel").toInt();
+    ultimoPapel_ = o.value(u"ultimoPapel").toInt();
 }
 
 bool MemoriaImpressora::muda(const QJsonObject &mudanca) {
@@ -206,29 +206,29 @@ bool MemoriaImpressora::muda(const QJsonObject &mudanca) {
 }
 
 void MemoriaImpressora::executa(const QJsonObject &m) {
-    const QString op = m.value("op").toString();
+    const QString op = m.value(u"op").toString();
     if (op == "banco") {
-        bancos_[m.value("codigo").toString()] = m.value("posicoes").toString();
+        bancos_[m.value(u"codigo").toString()] = m.value(u"posicoes").toString();
     } else if (op == "favorecido") {
-        favorecidos_[m.value("codigo").toString()] = m.value("nome").toString();
+        favorecidos_[m.value(u"codigo").toString()] = m.value(u"nome").toString();
     } else if (op == "exclui") {
-        const QString codigo = m.value("codigo").toString();
+        const QString codigo = m.value(u"codigo").toString();
         if (codigo == "*")
             favorecidos_.clear();
         else
             favorecidos_.remove(codigo);
     } else if (op == "moeda") {
-        moedaSingular_ = m.value("singular").toString();
-        moedaPlural_ = m.value("plural").toString();
+        moedaSingular_ = m.value(u"singular").toString();
+        moedaPlural_ = m.value(u"plural").toString();
     } else if (op == "ano") {
-        digitosAno_ = m.value("digitos").toInt();
+        digitosAno_ = m.value(u"digitos").toInt();
     } else if (op == "cheque") {
         relatorio_.append(item_de(m));
         ultimoPapel_ = std::max(ultimoPapel_, relatorio_.last().Papel);
     } else if (op == "papel") {
-        ultimoPapel_ = std::max(ultimoPapel_, m.value("papel").toInt());
+        ultimoPapel_ = std::max(ultimoPapel_, m.value(u"papel").toInt());
     } else if (op == "cancela") {
-        if (m.value("opcao").toString() == "*") {
+        if (m.value(u"opcao").toString() == "*") {
             for (ItemRelatorio &i : relatorio_)
                 i.Cancelado = true;
         } else {
