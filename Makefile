@@ -39,6 +39,7 @@ test: build format-check
 
 bench: build
 	$(BUILD)/benchmarks/vexa_bench
+	$(BUILD)/benchmarks/vexa_bench_simulador
 
 capturas: build
 	mkdir -p capturas

@@ -2,6 +2,8 @@
 #include "cheque/main.h"
 #include "core/inicio.h"
 #include "core/sessao.h"
+#include "printer/papel.h"
+#include "printer/pdf_face.h"
 #include "ui/aplicacao.h"
 #include "ui/desktop_qt.h"
 
@@ -10,6 +12,7 @@
 int main(int argc, char *argv[]) {
     QApplication app(argc, argv);
     vexa::ui::PreparaAplicacao(app);
+    vexa::define_pintor_pdf(vexa::pdf_face);
 
     // The arguments are another program's request: the fields of a cheque.
     const QString linha = QCoreApplication::arguments().mid(1).join(' ');

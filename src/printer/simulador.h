@@ -1,26 +1,13 @@
 #pragma once
 // The simulated cheque printer: what the program needs of the printer, without the printer.
 //
-// Its memory lives in <data folder>/impressora/ and survives a restart, as the printer's own
-// memory does:
-//   simulador.ini  its settings, section [Simulador]: Porta (the one port it answers on,
-//                  "COM2" by default) and Papel (1 paper in and switched on, 0 off or out of
-//                  paper; every print then answers SemPapel).
-//   memoria.json   the bank layouts, the payees, the currency's names, the year digits of the
-//                  date, the report of printed cheques and the number of the last sheet.
-//   papel/         every document it prints, numbered from 000001: NNNNNN.txt is the UTF-8
-//                  text of the sheet, and a cheque face also gets NNNNNN.pdf beside it.
-//
-// A cheque face is the grid of 120 columns by 22 lines, each line right-trimmed:
-//   - the amount in figures at L1/C1 between "#" marks, as sent: "#1.234,50#";
-//   - the amount in words at L2/C2, broken at a blank where the line reaches the last
-//     column; the rest at L3/C3, followed by a blank and "*" up to the last column (only "*"
-//     when the words fit on the first line);
-//   - the payee at L4/C4, the city at L5/C5, and on line L5 the day (two digits) at C5+C6,
-//     the month's name at C5+C7 and the year at C5+C8, with 1, 2 or 4 digits as the last
-//     date-format command said (4 when it never came);
-//   - the extra fields at their own line and column, over what stands there.
-// Text beyond the last column, and fields outside the grid, are not printed.
+// Its files live in <data folder>/impressora/:
+//   simulador.ini  its settings, section [Simulador], read when the port is opened: Porta (the
+//                  one port it answers on, "COM2" by default) and Papel (1 paper in and
+//                  switched on, 0 off or out of paper; every print then answers SemPapel).
+//   memoria.json   its memory and the journal of changes beside it (MemoriaImpressora).
+//   papel/         every document it prints, numbered from 000001 (Papel); a cheque face is
+//                  the grid of face_cheque.h.
 //
 // Texts come as the program sends them: their Windows-1252 bytes are what the printer reads,
 // in its own code page 850. A payee passed through the program's character conversion prints
@@ -29,6 +16,9 @@
 // FormataTX and TolvaneTX is printed as sent: CR dropped, two-byte ESC
 // commands and other control characters left out, LF kept. A run of text between
 // TravaDoc(1) and TravaDoc(0) (or the closing of the port) is one sheet.
+#include "printer/face_cheque.h"
+#include "printer/memoria_impressora.h"
+#include "printer/papel.h"
 #include "printer/vexa32.h"
 
 #include <QList>
@@ -49,6 +39,7 @@ class Simulador : public Vexa32 {
         BancoSemLayout = 3,    // ImprimeCheque for a bank whose layout isn't in its memory
         SemPapel = 4,          // switched off or out of paper
         ArgumentoInvalido = 5, // an argument the printer can't take
+        MemoriaFalhou = 6,     // its memory or its paper could not be written whole
     };
     enum ResultadoMontaValor : qint16 { ValorFeito = 0, ValoresErrados = 1, ArquivoFalhou = 2 };
 
@@ -60,12 +51,7 @@ class Simulador : public Vexa32 {
         QString texto() const;
     };
 
-    // A cheque in the report that the printer keeps.
-    struct ItemRelatorio {
-        int Papel = 0; // the sheet's number
-        QString Banco, Valor, Favorecido, Cidade, Data;
-        bool Cancelado = false;
-    };
+    using ItemRelatorio = vexa::ItemRelatorio;
 
     // caminhoApp: the data folder; Extenso.ret is written there.
     explicit Simulador(const QString &caminhoApp);
@@ -100,22 +86,23 @@ class Simulador : public Vexa32 {
 
     QString Porta() const { return porta_; }
     void DefinePorta(const QString &porta);
-    bool TemPapel() const { return papel_; }
+    bool TemPapel() const { return temPapel_; }
     void DefinePapel(bool temPapel);
 
     // What the memory holds.
-    QMap<QString, QString> Bancos() const { return bancos_; }
-    QMap<QString, QString> Favorecidos() const { return favorecidos_; }
-    QString MoedaSingular() const { return moedaSingular_; }
-    QString MoedaPlural() const { return moedaPlural_; }
-    int DigitosAno() const { return digitosAno_; }
-    QList<ItemRelatorio> Relatorio() const { return relatorio_; }
+    const MemoriaImpressora &Memoria() const { return memoria_; }
+    QMap<QString, QString> Bancos() const { return memoria_.Bancos(); }
+    QMap<QString, QString> Favorecidos() const { return memoria_.Favorecidos(); }
+    QString MoedaSingular() const { return memoria_.MoedaSingular(); }
+    QString MoedaPlural() const { return memoria_.MoedaPlural(); }
+    int DigitosAno() const { return memoria_.DigitosAno(); }
+    QList<ItemRelatorio> Relatorio() const { return memoria_.Relatorio(); }
     bool PortaAberta() const { return aberta_; }
 
-    QString PastaPapel() const;
-    // The path of a sheet's text (NNNNNN.txt) and of the last sheet printed (empty if none).
-    QString ArquivoPapel(int numero) const;
-    int UltimoPapel() const { return ultimoPapel_; }
+    QString PastaPapel() const { return papel_.Pasta(); }
+    // The path of a sheet's text (NNNNNN.txt), and the number of the last sheet printed.
+    QString ArquivoPapel(int numero) const { return papel_.Arquivo(numero); }
+    int UltimoPapel() const { return memoria_.UltimoPapel(); }
 
     // The face of a cheque as it would print now, without printing it (the lines of the grid).
     // Empty when the bank has no layout or an argument can't be read.
@@ -123,42 +110,27 @@ class Simulador : public Vexa32 {
                      const QString &Cidade, const QString &Data) const;
 
   private:
-    struct Campo {
-        int Linha = 0, Coluna = 0;
-        QString Texto;
-    };
-
-    QStringList compoe_face(const QString &Banco, const QString &Valor, const QString &Favorecido,
-                            const QString &Cidade, const QString &Data,
-                            const QMap<int, Campo> &extras) const;
+    ModeloFace modelo(const QString &Banco) const;
     // One operation, recorded with its answer. A failure a test set, the closed port (with
     // ExigePorta) and the missing paper (with ExigePapel) answer ahead of faz.
     enum Exigencia { ExigePorta = 1, ExigePapel = 2 };
     qint16 opera(const QString &operacao, const QStringList &argumentos, int exige,
                  const std::function<qint16()> &faz);
     bool falha(const QString &operacao, qint16 &codigo) const;
-    void carrega();
-    void grava() const;
-    int novo_papel();
-    void escreve_texto(const QString &texto);
+    void le_configuracao();
+    qint16 escreve_texto(const QString &texto);
     void fecha_documento() { documento_ = 0; }
-    void grava_pdf(const QStringList &face, const QString &caminho) const;
 
     QString caminhoApp_, pasta_;
     QString porta_ = "COM2";
-    bool papel_ = true;
+    bool temPapel_ = true;
     bool aberta_ = false;
 
-    QMap<QString, QString> bancos_;
-    QMap<QString, QString> favorecidos_;
-    QString moedaSingular_ = "Real", moedaPlural_ = "Reais";
-    int digitosAno_ = 4;
-    QList<ItemRelatorio> relatorio_;
-    int ultimoPapel_ = 0;
+    MemoriaImpressora memoria_;
+    Papel papel_;
 
-    QMap<int, Campo> extras_;
+    QMap<int, CampoExtra> extras_;
     int documento_ = 0; // the sheet a run of text is going to, 0 when none
-    QString textoDocumento_;
     QMap<QString, qint16> falhas_;
     QList<Chamada> chamadas_;
 };

@@ -1,5 +1,6 @@
 #include "apoio/referencia.h"
 #include "core/conversoes.h"
+#include "core/ini.h"
 #include "core/relogio.h"
 #include "printer/impressao.h"
 #include "printer/simulador.h"
@@ -49,6 +50,14 @@ TEST_F(SimuladorTeste, FaceDoChequeNoLayoutPadrao) {
                               "Maria", "Santos 05 Março 1999"})
         EXPECT_TRUE(texto.contains(QString::fromUtf8(campo)))
             << campo << " in " << texto.toStdString();
+    // One font, embedded once.
+    QProcess fontes;
+    fontes.start("pdffonts", {imp.PastaPapel() + "/000001.pdf"});
+    ASSERT_TRUE(fontes.waitForFinished(20000));
+    const QStringList linhas =
+        QString::fromUtf8(fontes.readAllStandardOutput()).trimmed().split('\n').mid(2);
+    ASSERT_EQ(linhas.size(), 1) << linhas.join('\n').toStdString();
+    EXPECT_EQ(linhas[0].split(' ', Qt::SkipEmptyParts).value(4), "yes") << linhas[0].toStdString();
 }
 
 TEST_F(SimuladorTeste, FaceComExtensoEmDuasLinhasAcentosECamposExtras) {
@@ -265,6 +274,42 @@ TEST_F(SimuladorTeste, TextoTerminaNoCaractereZeroComoNaBiblioteca) {
     imp.TolvaneTX("fim\r\n");
     imp.TravaDoc(0);
     EXPECT_EQ(le_utf8(imp.ArquivoPapel(2)), "Mil Reaisfim\n");
+}
+
+} // namespace
+
+namespace {
+
+// The operator edits simulador.ini while the program runs: the next opening of the port
+// reads it.
+struct CasoIni {
+    const char *nome;
+    const char *chave, *valor;
+    qint16 abre, cheque;
+    const char *descricao;
+};
+
+class SimuladorIni : public ::testing::TestWithParam<CasoIni> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Chaves, SimuladorIni,
+    ::testing::Values(CasoIni{"PapelDesligado", "Papel", "0", 1, Simulador::SemPapel,
+                              "Impressora simulada (COM2)"},
+                      CasoIni{"PapelDeVolta", "Papel", "1", 1, Simulador::Feito,
+                              "Impressora simulada (COM2)"},
+                      CasoIni{"OutraPorta", "Porta", "COM5", 0, Simulador::PortaFechada,
+                              "Impressora simulada (COM5)"}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+TEST_P(SimuladorIni, LidoAoAbrirAPorta) {
+    const CasoIni &caso = GetParam();
+    QTemporaryDir pasta;
+    Simulador imp(pasta.path());
+    imp.DefinePapel(std::string(caso.valor) != "1");
+    LeGravaIni(pasta.filePath("impressora/simulador.ini"), "Simulador", caso.chave, caso.valor);
+    EXPECT_EQ(imp.IniciaPorta("COM2"), caso.abre);
+    EXPECT_EQ(imp.ImprimeCheque("001", "1,00", "Ana", "Santos", "01/01/24", ""), caso.cheque);
+    EXPECT_EQ(imp.Descricao(), caso.descricao);
 }
 
 } // namespace
