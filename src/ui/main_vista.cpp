@@ -188,14 +188,16 @@ QWidget *cria_comandos(QWidget *pai, QList<QWidget *> &ordem) {
     return coluna;
 }
 
-// The key hint: a longer hint (an extra field's) is cut with an ellipsis where the window
-// ends, instead of widening the window for good.
+// The key hint keeps the width its first hint asks for: a longer hint (an extra field's) is
+// cut with an ellipsis where the panel ends, instead of widening the window for good.
 class DicaTeclas : public QLabel {
   public:
-    explicit DicaTeclas(QWidget *pai) : QLabel(pai) {
-        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    explicit DicaTeclas(QWidget *pai) : QLabel(pai) {}
+    QSize minimumSizeHint() const override {
+        if (!base_.isValid() && !text().isEmpty()) base_ = QLabel::minimumSizeHint();
+        return base_.isValid() ? base_ : QLabel::minimumSizeHint();
     }
-    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+    QSize sizeHint() const override { return minimumSizeHint(); }
 
   protected:
     void paintEvent(QPaintEvent *) override {
@@ -206,6 +208,9 @@ class DicaTeclas : public QLabel {
         p.drawText(r, int(alignment()),
                    fontMetrics().elidedText(text(), Qt::ElideRight, r.width()));
     }
+
+  private:
+    mutable QSize base_;
 };
 
 QWidget *cria_rodape(QWidget *pai) {

@@ -1,4 +1,5 @@
 #include "core/desktop_roteiro.h"
+#include "core/teclas.h"
 #include "core/tela.h"
 #include "ui/binder.h"
 
@@ -40,8 +41,8 @@ class Formulario : public Tela {
         registra("Menu1", Menu1);
         liga("Menu1", Evento::Click, [this](int) { ++menus; });
         ligaTecla("Text1", Evento::KeyDown, [this](int i, int &k, int) {
-            if (k == 13) SetFocus("Text1", i + 1 < 2 ? i + 1 : 0);
-            if (k == 119) Text1[i].Text.clear();
+            if (k == tecla::Enter) SetFocus("Text1", i + 1 < 2 ? i + 1 : 0);
+            if (k == tecla::F8) Text1[i].Text.clear();
         });
         liga("Text1", Evento::LostFocus, [this](int i) {
             if (Text1[i].Text == "x") {
