@@ -13,10 +13,10 @@ using namespace vexa;
 
 namespace {
 
-QStringList nomes(const auto &tabela) {
-    QStringList n;
+std::vector<std::string> nomes(const auto &tabela) {
+    std::vector<std::string> n;
     for (const auto &[nome, fabrica] : tabela)
-        n.append(nome);
+        n.push_back(nome.toStdString());
     return n;
 }
 
@@ -28,7 +28,7 @@ TEST(RegistroTelas, CadaTelaTemSuaVistaECadaVistaSuaTela) {
     EXPECT_FALSE(tela_existe(telas::Relato));
 }
 
-class VistaDaTela : public ::testing::TestWithParam<QString> {
+class VistaDaTela : public ::testing::TestWithParam<std::string> {
   protected:
     QTemporaryDir pasta;
     Sessao sessao{pasta.path()};
@@ -36,11 +36,12 @@ class VistaDaTela : public ::testing::TestWithParam<QString> {
 };
 
 TEST_P(VistaDaTela, TodoControleLigadoAUmWidgetDentroDoSeuQuadro) {
-    std::unique_ptr<Tela> tela = cria_tela(GetParam(), sessao, desktop);
+    const QString nome = QString::fromStdString(GetParam());
+    std::unique_ptr<Tela> tela = cria_tela(nome, sessao, desktop);
     ASSERT_NE(tela, nullptr);
-    EXPECT_EQ(tela->Nome, GetParam());
+    EXPECT_EQ(tela->Nome, nome);
     QMainWindow janela;
-    ui::VistaDe(GetParam())(*tela, janela);
+    ui::VistaDe(nome)(*tela, janela);
     auto *binder = new ui::Binder(*tela, &janela);
     QStringList soltos;
     for (const auto &[ref, c] : tela->controles()) {
@@ -62,6 +63,6 @@ TEST_P(VistaDaTela, TodoControleLigadoAUmWidgetDentroDoSeuQuadro) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Telas, VistaDaTela, ::testing::ValuesIn(nomes(FabricasTelas())),
-                         [](const auto &info) { return info.param.toStdString(); });
+                         [](const auto &info) { return info.param; });
 
 } // namespace
