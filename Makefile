@@ -2,7 +2,8 @@
 BUILD ?= build
 PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins libgl-dev \
            libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
-           fonts-liberation fonts-dejavu-core clang-format poppler-utils ccache
+           fonts-liberation fonts-dejavu-core clang-format poppler-utils ccache \
+           qt6-translations-l10n
 export QT_QPA_PLATFORM ?= offscreen
 
 .PHONY: all deps build run test bench capturas format format-check clean

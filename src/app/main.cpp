@@ -22,6 +22,6 @@ int main(int argc, char *argv[]) {
     vexa::ui::DesktopQt desktop;
     desktop.Abre(std::make_unique<vexa::Main>(sessao, desktop, linha));
     // The entry screen closes itself in its load when another copy was running.
-    if (!desktop.Aberta("Main")) return 0;
+    if (!desktop.Aberta(vexa::telas::Main)) return 0;
     return app.exec();
 }

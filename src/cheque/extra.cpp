@@ -12,7 +12,7 @@ QString chave(int campo, const char *eixo) {
 } // namespace
 
 CmpExtra::CmpExtra(Sessao &sessao, Desktop &desktop)
-    : Tela("CmpExtra", "Programa Campo", sessao, desktop) {
+    : Tela(telas::CmpExtra, "Programa Campo", sessao, desktop) {
     for (auto &[i, c] : PosText)
         c.MaxLength = 3;
     registra("CmdNumCampo", CmdNumCampo);

@@ -12,10 +12,7 @@
 #include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
-#include "registers/bancos.h"
-#include "registers/cidade.h"
-#include "registers/favorec.h"
-#include "registers/pesquisa.h"
+#include "registro/telas.h"
 #include "store/tabelas.h"
 
 #include <QFileInfo>
@@ -26,10 +23,6 @@ namespace vexa {
 namespace {
 
 const QString TituloPrograma = "Vexa PLUS - Document Printer";
-
-template <class T> std::unique_ptr<Tela> cria(Sessao &s, Desktop &d) {
-    return std::make_unique<T>(s, d);
-}
 
 // The size limits of text that reaches a field otherwise than by typing: at a length of
 // `ate` or more the text is cut to `corta`.
@@ -60,16 +53,9 @@ QString le_guardado(const Sessao &s, const QString &secao, const QString &chave)
 
 } // namespace
 
-const std::map<QString, FabricaTela> &TelasDoMain() {
-    static const std::map<QString, FabricaTela> telas = {
-        {"Bancos", cria<Bancos>},   {"Cidade", cria<Cidade>},     {"CmpExtra", cria<CmpExtra>},
-        {"Favorec", cria<Favorec>}, {"Pesquisa", cria<Pesquisa>},
-    };
-    return telas;
-}
-
 Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
-    : Tela("Main", "Vexa - Plus Document Printer", sessao, desktop), linhaComando_(linhaComando) {
+    : Tela(telas::Main, "Vexa - Plus Document Printer", sessao, desktop),
+      linhaComando_(linhaComando) {
     LarguraJanela = 880;
     AlturaJanela = 600;
     ParametrosCheque = QStringList(7);
@@ -101,6 +87,8 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     registra("TxtCpo", TxtCpo);
     registra("Label4", Label4);
     registra("Frame2", Frame2);
+    for (Opcao *o : {&Option1, &Option2, &Option3})
+        o->Container = &Frame2;
     registra("Option1", Option1);
     registra("Option2", Option2);
     registra("Option3", Option3);
@@ -155,22 +143,22 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     liga("Sair", Evento::Click, [this](int) { Sair_Click(); });
     liga("Imp_Cheque", Evento::Click, [this](int) { Opcoes_Click(0); });
     liga("Verso", Evento::Click, [this](int) { Opcoes_Click(1); });
-    liga("CpoX", Evento::Click, [this](int) { abre("CmpExtra"); });
+    liga("CpoX", Evento::Click, [this](int) { abre(telas::CmpExtra); });
     liga("Topicos", Evento::Click, [this](int) { this->desktop.Ajuda("Conteudo"); });
 
     // The commands whose screens open without blocking this one.
-    liga_tela(Relat, "Relato");
-    liga_tela(ch_pr, "ChePrz");
-    liga_tela(CopiaCheque, "CmpCopia");
-    liga_tela(Imp_ChequeTransf, "ChequeTransf");
-    liga_tela(Conf_Vexa, "Configura");
-    liga_tela(MOpSoft, "OpSoft");
-    liga_tela(subChequeNormal, "Bancos");
-    liga_tela(subChequeTransferencia, "BancTrans");
-    liga_tela(Favor, "Favorec");
-    liga_tela(Cidad, "Cidade");
-    liga_tela(Layout, "Script");
-    liga_tela(Sobre_T, "Sobre");
+    liga_tela(Relat, telas::Relato);
+    liga_tela(ch_pr, telas::ChePrz);
+    liga_tela(CopiaCheque, telas::CmpCopia);
+    liga_tela(Imp_ChequeTransf, telas::ChequeTransf);
+    liga_tela(Conf_Vexa, telas::Configura);
+    liga_tela(MOpSoft, telas::OpSoft);
+    liga_tela(subChequeNormal, telas::Bancos);
+    liga_tela(subChequeTransferencia, telas::BancTrans);
+    liga_tela(Favor, telas::Favorec);
+    liga_tela(Cidad, telas::Cidade);
+    liga_tela(Layout, telas::Script);
+    liga_tela(Sobre_T, telas::Sobre);
     Opcoes[2].Enabled = Relat.Enabled;
     Opcoes[5].Enabled = ch_pr.Enabled;
     Opcoes[6].Enabled = CopiaCheque.Enabled;
@@ -182,7 +170,7 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
 Main::~Main() = default;
 
 void Main::liga_tela(MenuItem &item, const QString &nome) {
-    item.Enabled = TelasDoMain().count(nome) != 0;
+    item.Enabled = tela_existe(nome);
     // The copy is the one of these that checks the cheque first.
     if (&item == &CopiaCheque) {
         liga(ref(item).Nome, Evento::Click, [this](int) { Opcoes_Click(6); });
@@ -192,9 +180,7 @@ void Main::liga_tela(MenuItem &item, const QString &nome) {
 }
 
 Tela *Main::abre(const QString &nome) {
-    const auto fabrica = TelasDoMain().find(nome);
-    if (fabrica == TelasDoMain().end()) return nullptr;
-    return abre_tela(sessao, desktop, fabrica->second(sessao, desktop));
+    return abre_tela(sessao, desktop, nome);
 }
 
 // --- start and stop
@@ -276,7 +262,7 @@ void Main::Timer1_Timer() {
     if (sessao.FaseInicio > 1) {
         sessao.FaseInicio = 0;
         Timer1.Interval = 10000;
-        if (Tela *sobre = desktop.Aberta("Sobre")) sobre->Unload();
+        if (Tela *sobre = desktop.Aberta(telas::Sobre)) sobre->Unload();
         PrimeiraVez(sessao, desktop);
     }
     if (sessao.FaseInicio == 1) sessao.FaseInicio = 2;
@@ -461,7 +447,7 @@ void Main::Text1_KeyDown(int Index, int &KeyCode, int) {
         static const std::map<int, qint16> tipos = {{0, 2}, {2, 0}, {3, 1}};
         if (!tipos.count(Index)) return;
         sessao.TipoPesquisa = tipos.at(Index);
-        abre("Pesquisa");
+        abre(telas::Pesquisa);
     }
     if (KeyCode != tecla::Enter) return;
     KeyCode = 0;
@@ -497,7 +483,7 @@ void Main::TxtCpo_KeyDown(int Index, int &KeyCode, int) {
 }
 
 void Main::abre_campo_extra(int campo) {
-    auto *extra = dynamic_cast<CmpExtra *>(abre("CmpExtra"));
+    auto *extra = dynamic_cast<CmpExtra *>(abre(telas::CmpExtra));
     if (!extra) return;
     extra->CmdNumCampo_Click(campo);
     extra->SetFocus("PosText", 0);
@@ -530,7 +516,7 @@ void Main::Opcoes_Click(int Index) {
     case 0:
         if (!ValidaCheque()) return;
         if (ImprimeCamposExtras(sessao, desktop, TextosExtras()) != 1) {
-            abre("CmpExtra");
+            abre(telas::CmpExtra);
             return;
         }
         ImprimeFrente(*this, true);
@@ -541,7 +527,7 @@ void Main::Opcoes_Click(int Index) {
         SetFocus("Text2", 0);
         break;
     case 2:
-        abre("Relato");
+        abre(telas::Relato);
         break;
     case 3:
         LimpaFrente();
@@ -552,13 +538,13 @@ void Main::Opcoes_Click(int Index) {
         SetFocus("Text2", 0);
         break;
     case 5:
-        abre("ChePrz");
+        abre(telas::ChePrz);
         break;
     case 6:
-        if (ValidaCheque()) abre("CmpCopia");
+        if (ValidaCheque()) abre(telas::CmpCopia);
         break;
     case 7:
-        abre("ChequeTransf");
+        abre(telas::ChequeTransf);
         break;
     default:
         break;

@@ -123,7 +123,7 @@ class Main : public Tela {
     bool VerificaInstancia();
     // Opens another screen without blocking this one; one whose load failed is unloaded.
     Tela *abre(const QString &nome);
-    // Binds a command to the screen it opens: disabled while that screen isn't built.
+    // Binds a command to the screen it opens: disabled while the program has no such screen.
     void liga_tela(MenuItem &item, const QString &nome);
     // F8 empties a field; F4 stores it under its key (none: nothing is stored). True when
     // the key was one of the two.
@@ -138,10 +138,5 @@ class Main : public Tela {
     bool entregue_ = false;
     QString dicaGuardada_;
 };
-
-// The screens the entry screen opens, by name. A screen joins this table when it is built,
-// and every command that opens it is enabled with it.
-using FabricaTela = std::function<std::unique_ptr<Tela>(Sessao &, Desktop &)>;
-const std::map<QString, FabricaTela> &TelasDoMain();
 
 } // namespace vexa

@@ -2,7 +2,68 @@
 
 #include <QRegularExpression>
 
+#include <atomic>
+
 namespace vexa {
+
+LinhasLista::LinhasLista(const QStringList &textos) : textos_(textos) {
+    mudou();
+}
+
+void LinhasLista::mudou() {
+    // One counter for every list: a list assigned over another never looks unchanged.
+    static std::atomic<quint64> contador{0};
+    versao_ = ++contador;
+}
+
+QString LinhasLista::at(int i) const {
+    if (i < 0 || i >= size()) return {};
+    return fonte_ ? fonte_->linha(i) : textos_[i];
+}
+
+bool LinhasLista::contains(const QString &texto) const {
+    if (!fonte_) return textos_.contains(texto);
+    for (int i = 0; i < fonte_->conta; ++i)
+        if (fonte_->linha(i) == texto) return true;
+    return false;
+}
+
+QStringList LinhasLista::lista() const {
+    if (!fonte_) return textos_;
+    QStringList t;
+    t.reserve(fonte_->conta);
+    for (int i = 0; i < fonte_->conta; ++i)
+        t.append(fonte_->linha(i));
+    return t;
+}
+
+void LinhasLista::append(const QString &texto) {
+    if (fonte_) {
+        textos_ = lista();
+        fonte_.reset();
+    }
+    textos_.append(texto);
+    mudou();
+}
+
+void LinhasLista::clear() {
+    textos_.clear();
+    fonte_.reset();
+    mudou();
+}
+
+void LinhasLista::fonte(int conta, Linha linha) {
+    textos_.clear();
+    fonte_ = std::make_shared<const Fonte>(Fonte{qMax(0, conta), std::move(linha)});
+    mudou();
+}
+
+bool operator==(const LinhasLista &linhas, const QStringList &textos) {
+    if (linhas.size() != textos.size()) return false;
+    for (int i = 0; i < textos.size(); ++i)
+        if (linhas.at(i) != textos[i]) return false;
+    return true;
+}
 
 RefControle RefControle::de(const QString &texto) {
     static const QRegularExpression re(R"(^([A-Za-z_][A-Za-z0-9_]*)(?:\((\d+)\))?$)");
@@ -97,7 +158,8 @@ void Tela::Clica(const QString &nome, int index) {
     if (c->Tipo == TipoControle::Caixa) c->Value = c->Value ? 0 : 1;
     if (c->Tipo == TipoControle::Opcao) {
         for (auto &[outra, p] : ordem_)
-            if (p->Tipo == TipoControle::Opcao && p != c) p->Value = 0;
+            if (p->Tipo == TipoControle::Opcao && p != c && p->Container == c->Container)
+                p->Value = 0;
         c->Value = 1;
     }
     Dispara(r, Evento::Click);

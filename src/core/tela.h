@@ -8,6 +8,7 @@
 // A's LostFocus so that the control being entered can set flags the leave handler reads.
 #include "core/desktop.h"
 #include "core/sessao.h"
+#include "core/telas.h"
 
 #include <QList>
 #include <QString>
@@ -15,10 +16,52 @@
 #include <functional>
 #include <initializer_list>
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
 namespace vexa {
+
+// The rows of a list: texts of its own (AddItem), or a source that answers how many rows
+// there are and the text of row i when it is asked, so that a list over a whole table builds
+// no text ahead of the rows the operator looks at.
+class LinhasLista {
+  public:
+    using Linha = std::function<QString(int)>;
+
+    LinhasLista() = default;
+    LinhasLista(const QStringList &textos);
+
+    int size() const { return fonte_ ? fonte_->conta : int(textos_.size()); }
+    bool isEmpty() const { return size() == 0; }
+    QString at(int i) const;
+    QString operator[](int i) const { return at(i); }
+    QString first() const { return at(0); }
+    bool contains(const QString &texto) const;
+    // Every row's text: for small lists and checks, never for a whole table on screen.
+    QStringList lista() const;
+
+    void append(const QString &texto);
+    void clear();
+    // The rows become conta rows read through linha.
+    void fonte(int conta, Linha linha);
+
+    // Moves on at every change of the rows, so a view redraws only when they changed.
+    quint64 versao() const { return versao_; }
+
+  private:
+    struct Fonte {
+        int conta;
+        Linha linha;
+    };
+    void mudou();
+
+    std::shared_ptr<const Fonte> fonte_;
+    QStringList textos_;
+    quint64 versao_ = 0;
+};
+
+bool operator==(const LinhasLista &linhas, const QStringList &textos);
 
 enum class TipoControle {
     Texto,        // a text box (MultiLine for more lines)
@@ -52,7 +95,7 @@ struct Controle {
     bool Locked = false;
     int Value = 0;
     int MaxLength = 0; // 0: no limit on typing
-    QStringList Itens;
+    LinhasLista Itens;
     int ListIndex = -1;
     int Interval = 0;
     QString Picture;
@@ -60,6 +103,9 @@ struct Controle {
     qint32 BackColor = SemCor;
     int Left = 0, Top = 0, Width = 0, Height = 0;
     QString ToolTipText;
+    // The frame the control lies in (null: the window itself). Option buttons in one frame
+    // are one group: choosing one clears the others there, and only there.
+    const Controle *Container = nullptr;
     // Asks the view to select the whole text at the next mirror.
     bool SelecionaTudo = false;
 
@@ -68,8 +114,8 @@ struct Controle {
         Itens.clear();
         ListIndex = -1;
     }
-    int ListCount() const { return int(Itens.size()); }
-    QString List(int i) const { return i >= 0 && i < Itens.size() ? Itens[i] : QString(); }
+    int ListCount() const { return Itens.size(); }
+    QString List(int i) const { return Itens.at(i); }
 };
 
 struct Texto : Controle {

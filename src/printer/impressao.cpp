@@ -175,7 +175,7 @@ qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo) {
 void AnimaGauge(Sessao &s, Desktop &d, qint16 Ligado) {
     Q_UNUSED(s);
     if (Ligado == 0) return;
-    Tela *tela = d.Aberta("Main");
+    Tela *tela = d.Aberta(telas::Main);
     if (!tela) return;
     Controle *gauge = tela->controle("Gauge1");
     if (!gauge) return;

@@ -119,7 +119,7 @@ void AjusteGrafico::Text1_LostFocus(int Index) {
 // --- Ajusta
 
 Ajusta::Ajusta(Sessao &sessao, Desktop &desktop)
-    : AjusteGrafico("Ajusta", "Ajuste Gráfico / Cheque", sessao, desktop,
+    : AjusteGrafico(telas::Ajusta, "Ajuste Gráfico / Cheque", sessao, desktop,
                     {{"Valor Numérico:", "    #9.999,99#", 1335, 1, 4},
                      {"Valor Extenso1:", "Nove Mil, Novecentos e Noventa e Nove Reais", 4335, 4, 8},
                      {"Valor Extenso2:", "e Noventa e Nove CentavosXXXXXXXXXXXXXXX", 4335, 6, 11},
@@ -133,7 +133,7 @@ Ajusta::Ajusta(Sessao &sessao, Desktop &desktop)
 }
 
 Bancos *Ajusta::bancos() const {
-    return dynamic_cast<Bancos *>(desktop.Aberta("Bancos"));
+    return dynamic_cast<Bancos *>(desktop.Aberta(telas::Bancos));
 }
 
 void Ajusta::Form_Load() {

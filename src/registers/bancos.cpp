@@ -5,6 +5,7 @@
 #include "printer/impressao.h"
 #include "registers/ajusta.h"
 #include "registers/regras.h"
+#include "registro/telas.h"
 #include "store/bancos_padrao.h"
 #include "store/tabelas.h"
 
@@ -32,7 +33,7 @@ Matriz<Texto> campos_banco() {
 } // namespace
 
 Bancos::Bancos(Sessao &sessao, Desktop &desktop)
-    : Cadastro("Bancos", "Cadastro de Bancos", sessao, desktop, TabBancos, campos_banco(),
+    : Cadastro(telas::Bancos, "Cadastro de Bancos", sessao, desktop, TabBancos, campos_banco(),
                "Pesquisar por:") {
     registra_cadastro("SSCommand1", SSCommand1);
     registra("Command3D2", Command3D2);
@@ -161,7 +162,7 @@ void Bancos::PreparaAjuste() {
 void Bancos::Command3D2_Click() {
     if (Text1[0].Text.isEmpty() || Text1[1].Text.isEmpty()) return;
     PreparaAjuste();
-    desktop.Abre(std::make_unique<Ajusta>(sessao, desktop));
+    abre_tela(sessao, desktop, telas::Ajusta);
 }
 
 PedidoLista Bancos::pedido_lista() const {

@@ -3,16 +3,46 @@
 #include "core/conversoes.h"
 #include "core/teclas.h"
 #include "registers/saida.h"
+#include "registro/telas.h"
 #include "store/tabelas.h"
 
 namespace vexa {
+
+namespace {
+// The rows of a register's list, read from a copy of its record set as the list was filled:
+// a later filter of the shared set (the search window's) leaves this list as it was. Rows
+// are read when the view asks, walking from the last one read, as a scroll reads them.
+class LinhasCadastro {
+  public:
+    explicit LinhasCadastro(const RecordSet &rs) : rs_(rs) {}
+    int conta() const { return rs_.RecordCount(); }
+    QString linha(int i) {
+        if (i == 0 || atual_ < 0) {
+            rs_.MoveFirst();
+            atual_ = 0;
+        }
+        for (; atual_ < i; ++atual_)
+            rs_.MoveNext();
+        for (; atual_ > i; --atual_)
+            rs_.MovePrevious();
+        return rs_.Campo("Codigo") + " - " + rs_.Campo("Nome");
+    }
+
+  private:
+    RecordSet rs_;
+    int atual_ = -1;
+};
+} // namespace
 
 void preenche_lista(Sessao &s, int Tabela, Lista &lista) {
     lista.Clear();
     RecordSet &rs = Conjunto(s, Tabela);
     if (!rs.Aberto()) return;
-    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
-        lista.AddItem(rs.Campo("Codigo") + " - " + rs.Campo("Nome"));
+    auto linhas = std::make_shared<LinhasCadastro>(rs);
+    lista.Itens.fonte(linhas->conta(), [linhas](int i) { return linhas->linha(i); });
+    // The shared set ends past its last row, as a walk over it would leave it.
+    rs.MoveLast();
+    rs.MoveNext();
 }
 
 void avisa_base_ausente(Sessao &s, Desktop &d) {
@@ -32,10 +62,11 @@ void abre_lista(Sessao &s, Desktop &d, const PedidoLista &pedido) {
         if (rs.Abre(s.Banco->db(), "Select * From " + tabela)) total = rs.RecordCount();
     }
     if (total > 0) {
-        auto saida = std::make_unique<Saida>(s, d);
         s.TotalLista = total;
-        saida->SSPanel1.Caption = "Total = " + QString::number(total) + pedido.Palavra;
-        d.Abre(std::move(saida), true);
+        abre_tela(s, d, telas::Saida, true, [&](Tela &saida) {
+            static_cast<Saida &>(saida).SSPanel1.Caption =
+                "Total = " + QString::number(total) + pedido.Palavra;
+        });
     } else {
         d.MsgBox(pedido.MensagemVazio, Botoes::OK, pedido.TituloVazio, Icone::Exclamacao);
     }

@@ -5,8 +5,8 @@
 namespace vexa {
 
 Cidade::Cidade(Sessao &sessao, Desktop &desktop)
-    : CadastroSimples("Cidade", "Cadastro de Cidades", sessao, desktop, TabCidade, "Cidade:", 20,
-                      "Selecione uma Cidade...") {
+    : CadastroSimples(telas::Cidade, "Cadastro de Cidades", sessao, desktop, TabCidade,
+                      "Cidade:", 20, "Selecione uma Cidade...") {
     registra_cadastro("Imprime", Imprime);
 }
 

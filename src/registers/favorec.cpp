@@ -7,7 +7,7 @@
 namespace vexa {
 
 Favorec::Favorec(Sessao &sessao, Desktop &desktop)
-    : CadastroSimples("Favorec", "Cadastro de Favorecidos", sessao, desktop, TabFavorecido,
+    : CadastroSimples(telas::Favorec, "Cadastro de Favorecidos", sessao, desktop, TabFavorecido,
                       "Nome:", 74, "Selecione um favorecido...") {
     registra_cadastro("Imprimirfav", Imprimirfav);
 }

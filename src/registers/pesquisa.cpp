@@ -1,31 +1,29 @@
 #include "registers/pesquisa.h"
 
-#include "registers/bancos.h"
-#include "registers/cidade.h"
-#include "registers/favorec.h"
+#include "core/teclas.h"
+#include "registers/cadastro.h"
+#include "registro/telas.h"
 #include "store/tabelas.h"
 
 namespace vexa {
 
 void abre_registro(Sessao &s, Desktop &d, int Tipo) {
-    std::unique_ptr<Tela> tela;
-    if (Tipo == 0)
-        tela = std::make_unique<Favorec>(s, d);
-    else if (Tipo == 1)
-        tela = std::make_unique<Cidade>(s, d);
-    else if (Tipo == 2)
-        tela = std::make_unique<Bancos>(s, d);
-    if (tela) abre_tela(s, d, std::move(tela));
+    static const std::map<int, QString> registros = {
+        {0, telas::Favorec}, {1, telas::Cidade}, {2, telas::Bancos}};
+    const auto r = registros.find(Tipo);
+    if (r != registros.end()) abre_tela(s, d, r->second);
 }
 
 Pesquisa::Pesquisa(Sessao &sessao, Desktop &desktop)
-    : Tela("Pesquisa", "Pesquisa", sessao, desktop) {
+    : Tela(telas::Pesquisa, "Pesquisa", sessao, desktop) {
     registra("Text1", Text1);
     registra("List1", List1);
     registra("Command3D1", Command3D1);
     liga("Text1", Evento::Change, [this](int i) { Text1_Change(i); });
     liga("Text1", Evento::GotFocus, [this](int i) { Text1_GotFocus(i); });
+    ligaTecla("Text1", Evento::KeyDown, [this](int i, int &k, int s) { Text1_KeyDown(i, k, s); });
     liga("List1", Evento::DblClick, [this](int) { List1_DblClick(); });
+    ligaTecla("List1", Evento::KeyDown, [this](int, int &k, int s) { List1_KeyDown(k, s); });
     liga("Command3D1", Evento::Click, [this](int i) { Command3D1_Click(i); });
 }
 
@@ -83,6 +81,21 @@ void Pesquisa::aceita() {
 }
 
 void Pesquisa::List1_DblClick() {
+    aceita();
+}
+
+// Enter accepts from the keyboard: on the list the chosen line, in the search field the
+// chosen line or else the first one the search found.
+void Pesquisa::Text1_KeyDown(int, int &KeyCode, int) {
+    if (KeyCode != tecla::Enter || List1.ListCount() == 0) return;
+    KeyCode = 0;
+    if (List1.ListIndex < 0) List1.ListIndex = 0;
+    aceita();
+}
+
+void Pesquisa::List1_KeyDown(int &KeyCode, int) {
+    if (KeyCode != tecla::Enter || List1.ListIndex < 0) return;
+    KeyCode = 0;
     aceita();
 }
 

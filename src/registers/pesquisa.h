@@ -22,7 +22,9 @@ class Pesquisa : public Tela {
 
     void Text1_Change(int Index);
     void Text1_GotFocus(int Index);
+    void Text1_KeyDown(int Index, int &KeyCode, int Shift);
     void List1_DblClick();
+    void List1_KeyDown(int &KeyCode, int Shift);
     void Command3D1_Click(int Index);
 
   private:

@@ -163,30 +163,21 @@ void ImprimeBancos(Sessao &s, Desktop &d, int Destino, const QString &Ordem) {
 // --- Saida
 
 Saida::Saida(Sessao &sessao, Desktop &desktop)
-    : Tela("Saida", "Imprimir Relatorio", sessao, desktop) {
+    : Tela(telas::Saida, "Imprimir Relatorio", sessao, desktop) {
+    for (int i : {3, 4})
+        Option1[i].Container = &Frame1;
+    for (int i : {0, 1})
+        Option1[i].Container = &Frame2;
+    Option1[4].Value = 1;
+    Option1[0].Value = 1;
     registra("Frame1", Frame1);
     registra("Frame2", Frame2);
     registra("Option1", Option1);
     registra("SSPanel1", SSPanel1);
     registra("Command1", Command1);
     registra("Command2", Command2);
-    liga("Option1", Evento::Click, [this](int i) { Option1_Click(i); });
     liga("Command1", Evento::Click, [this](int) { Command1_Click(); });
     liga("Command2", Evento::Click, [this](int) { Unload(); });
-    marca_opcoes();
-}
-
-void Saida::marca_opcoes() {
-    for (auto &[i, opcao] : Option1)
-        opcao.Value = i == ordem_ || i == destino_ ? 1 : 0;
-}
-
-void Saida::Option1_Click(int Index) {
-    if (Index == 0 || Index == 1)
-        destino_ = Index;
-    else
-        ordem_ = Index;
-    marca_opcoes();
 }
 
 void Saida::Command1_Click() {

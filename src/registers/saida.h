@@ -21,23 +21,17 @@ class Saida : public Tela {
   public:
     Saida(Sessao &sessao, Desktop &desktop);
 
-    // 4 "Nome" and 3 "Código" order the list; 0 "Vexa" and 1 "Impressora Win" choose the
-    // printer.
-    Matriz<Opcao> Option1{
-        {0, Opcao("Vexa")}, {1, Opcao("Impressora Win")}, {3, Opcao("Código")}, {4, Opcao("Nome")}};
+    // In "Ordem" 4 "Nome" and 3 "Código" order the list; in "Saída" 0 "Vexa" and 1
+    // "Impressora Win" choose the printer.
     Quadro Frame1{"Ordem"};
     Quadro Frame2{"Saída"};
+    Matriz<Opcao> Option1{
+        {0, Opcao("Vexa")}, {1, Opcao("Impressora Win")}, {3, Opcao("Código")}, {4, Opcao("Nome")}};
     Painel SSPanel1;
     Botao Command1{"Imprimir"};
     Botao Command2{"Sair"};
 
-    void Option1_Click(int Index);
     void Command1_Click();
-
-  private:
-    // The two groups are chosen apart: a click in one leaves the other as it was.
-    int ordem_ = 4, destino_ = 0;
-    void marca_opcoes();
 };
 
 } // namespace vexa

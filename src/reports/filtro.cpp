@@ -62,13 +62,13 @@ void MontaFiltroLog(Sessao &s, Desktop &d, const QString &Banco, const QString &
     const SelecaoLog selecao = SelecaoFiltroLog(Banco, DataIni, DataFim, ValorIni, ValorFim,
                                                 Favorecido, Cidade, Comentario);
     Conjunto(s, TabLog).Abre(s.Banco->db(), selecao.Sql, selecao.Valores);
-    if (auto *relato = dynamic_cast<Relato *>(d.Aberta("Relato"))) {
+    if (auto *relato = dynamic_cast<Relato *>(d.Aberta(telas::Relato))) {
         relato->CarregaListaLog();
         relato->Refresh();
     }
 }
 
-Filtro::Filtro(Sessao &sessao, Desktop &desktop) : Tela("Filtro", "Filtro", sessao, desktop) {
+Filtro::Filtro(Sessao &sessao, Desktop &desktop) : Tela(telas::Filtro, "Filtro", sessao, desktop) {
     registra("Text1", Text1);
     registra("Label1", Label1);
     registra("Label2", Label2);

@@ -3,6 +3,7 @@
 #include "cheque/main.h"
 #include "core/conversoes.h"
 #include "registers/cadastro.h"
+#include "registro/telas.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
 #include "store/tabelas.h"
@@ -50,7 +51,7 @@ QString LinhaRelatorio(const QMap<QString, QString> &registro) {
 }
 
 Relato::Relato(Sessao &sessao, Desktop &desktop)
-    : Tela("Relato", "Relatório de Cheques Transmitidos", sessao, desktop) {
+    : Tela(telas::Relato, "Relatório de Cheques Transmitidos", sessao, desktop) {
     OpCmd[0].Value = 1;
     OpCmd[1].Value = 1;
     // The printed lists and the cancelling screen are not part of this screen yet.
@@ -192,7 +193,7 @@ void Relato::SSCommand3_Click() {
                        Icone::Exclamacao);
         return;
     }
-    if (auto *principal = dynamic_cast<Main *>(desktop.Aberta("Main"))) {
+    if (auto *principal = dynamic_cast<Main *>(desktop.Aberta(telas::Main))) {
         Main &m = *principal;
         m.Muda(m.Text1[0], codigo);
         m.Label1[6].Caption = NomeBanco(sessao, codigo);
@@ -216,7 +217,7 @@ void Relato::SSCommand5_Click() {
 }
 
 void Relato::SSCommand6_Click() {
-    abre_tela(sessao, desktop, std::make_unique<Filtro>(sessao, desktop));
+    abre_tela(sessao, desktop, telas::Filtro);
 }
 
 void Relato::Elimina_Click() {

@@ -27,7 +27,7 @@ QString PaginaAutoTeste(const QString &Porta, const QString &TelefoneSuporte) {
 }
 
 Configura::Configura(Sessao &sessao, Desktop &desktop)
-    : Tela("Configura", "Configurações", sessao, desktop) {
+    : Tela(telas::Configura, "Configurações", sessao, desktop) {
     for (int n = 1; n <= 10; ++n)
         cboPorta.AddItem("COM" + QString::number(n));
     registra("Frame1", Frame1);
@@ -85,7 +85,7 @@ void Configura::Form_Load() {
         LeGravaIni(sessao.CaminhoIni, "Sistema", "port", porta);
     }
     sessao.PortaImpressora = porta;
-    cboPorta.ListIndex = int(cboPorta.Itens.indexOf(porta));
+    cboPorta.ListIndex = int(cboPorta.Itens.lista().indexOf(porta));
     cboPorta.Text = cboPorta.List(cboPorta.ListIndex);
 
     const auto moeda = [this](const char *chave, const char *padrao) {

@@ -3,7 +3,7 @@
 namespace vexa {
 
 Sobre::Sobre(Sessao &sessao, Desktop &desktop)
-    : Tela("Sobre", "Sobre o Software Vexa Plus", sessao, desktop) {
+    : Tela(telas::Sobre, "Sobre o Software Vexa Plus", sessao, desktop) {
     registra("Label2", Label2);
     registra("Label3", Label3);
     registra("Label4", Label4);

@@ -142,7 +142,7 @@ void CriaVistaAjusta(Tela &tela, QMainWindow &janela) {
     const int porColuna = (caixasN + 1) / 2;
     for (int i = 0; i < caixasN; ++i) {
         const int linha = i % porColuna + 1, coluna = i / porColuna * 4;
-        numeros->addWidget(new QLabel(modelo.Label1[i].Caption, central), linha, coluna);
+        numeros->addWidget(cria<QLabel>(central, nome_controle("Label1", i)), linha, coluna);
         if (i <= 4) numeros->addWidget(rotulo_numero(central, i), linha, coluna + 1);
         numeros->addWidget(rotulo_numero(central, 5 + i), linha, coluna + 2);
     }

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QLibraryInfo>
 #include <QStyleFactory>
+#include <QTranslator>
 
 namespace vexa::ui {
 
@@ -10,6 +12,11 @@ void PreparaAplicacao(QApplication &app) {
     QCoreApplication::setOrganizationName("VexaPlus");
     QCoreApplication::setApplicationName("Vexa Plus");
     QApplication::setApplicationDisplayName("Vexa Plus");
+    // The system's own dialogs and buttons (print, save, Cancel...) speak Portuguese too.
+    auto *traducao = new QTranslator(&app);
+    if (traducao->load(QStringLiteral("qtbase_pt_BR"),
+                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(traducao);
     // Lists and pages are laid out for Courier New; where it is absent its metric twin
     // stands in, so columns keep their widths.
     QFont::insertSubstitutions("Courier New", {"Liberation Mono", "DejaVu Sans Mono"});

@@ -4,8 +4,9 @@ class QApplication;
 
 namespace vexa::ui {
 
-// Names the application (the data folder hangs on these names), maps the cheque fonts to the
-// fixed-pitch fonts the system has, and sets the look of the windows.
+// Names the application (the data folder hangs on these names), puts the system's dialogs in
+// Portuguese, maps the cheque fonts to the fixed-pitch fonts the system has, and sets the
+// look of the windows.
 void PreparaAplicacao(QApplication &app);
 
 } // namespace vexa::ui

@@ -1,6 +1,9 @@
 #include "ui/binder.h"
 
+#include "core/teclas.h"
+
 #include <QAbstractButton>
+#include <QAbstractListModel>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -9,7 +12,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QPixmap>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -17,6 +20,7 @@
 #include <QRadioButton>
 #include <QTimer>
 #include <QWidget>
+#include <map>
 
 namespace vexa::ui {
 
@@ -35,6 +39,41 @@ int shift_de(Qt::KeyboardModifiers m) {
     return (m & Qt::ShiftModifier ? 1 : 0) | (m & Qt::ControlModifier ? 2 : 0) |
            (m & Qt::AltModifier ? 4 : 0);
 }
+
+// What a mirror shows of a control; the rows of a list compare by their version, so a list of
+// a whole table costs nothing to compare.
+bool mesmo_estado(const Controle &a, const Controle &b) {
+    return a.Caption == b.Caption && a.Text == b.Text && a.Enabled == b.Enabled &&
+           a.Visible == b.Visible && a.Locked == b.Locked && a.Value == b.Value &&
+           a.MaxLength == b.MaxLength && a.Itens.versao() == b.Itens.versao() &&
+           a.ListIndex == b.ListIndex && a.Picture == b.Picture && a.ForeColor == b.ForeColor &&
+           a.BackColor == b.BackColor && a.ToolTipText == b.ToolTipText &&
+           a.SelecionaTudo == b.SelecionaTudo;
+}
+
+// A list's rows as a Qt model: the count when the rows last changed, and the text of a row
+// when the view draws it.
+class ModeloLista : public QAbstractListModel {
+  public:
+    ModeloLista(const Controle &c, QObject *pai) : QAbstractListModel(pai), c_(c) {}
+    int rowCount(const QModelIndex &pai) const override { return pai.isValid() ? 0 : conta_; }
+    QVariant data(const QModelIndex &i, int papel) const override {
+        if (papel != Qt::DisplayRole || !i.isValid() || i.row() >= conta_) return {};
+        return c_.Itens.at(i.row());
+    }
+    void atualiza() {
+        if (versao_ == c_.Itens.versao() && conta_ == c_.Itens.size()) return;
+        beginResetModel();
+        versao_ = c_.Itens.versao();
+        conta_ = c_.Itens.size();
+        endResetModel();
+    }
+
+  private:
+    const Controle &c_;
+    quint64 versao_ = 0;
+    int conta_ = 0;
+};
 } // namespace
 
 Binder::Binder(Tela &tela, QWidget *raiz) : QObject(raiz), tela_(tela), raiz_(raiz) {
@@ -105,93 +144,93 @@ const Binder::Ligacao *Binder::ligacao_de(QObject *obj) const {
     return nullptr;
 }
 
-void Binder::clique(const RefControle &ref) {
-    Despacha([this, ref] {
-        Controle *c = tela_.controle(ref);
-        if (!c || !c->Enabled) return;
-        if (Tela::Focavel(*c)) {
-            tela_.SetFocus(ref);
-            // A leave handler that kept the focus elsewhere cancels the click.
-            if (!(tela_.Foco() == ref)) return;
-        }
-        tela_.Dispara(ref, Evento::Click);
-    });
+void Binder::do_widget(size_t n, const std::function<void()> &acao) {
+    ligacoes_[n].sujo = true;
+    Despacha(acao);
+}
+
+void Binder::clique(size_t n) {
+    const RefControle ref = ligacoes_[n].ref;
+    if (recusado_.valida() && recusado_ == ref) {
+        // The press already asked for the focus, and a leave handler kept it: the click
+        // doesn't happen, and the widget shows the model's state again.
+        recusado_ = {};
+        ligacoes_[n].sujo = true;
+        Despacha([] {});
+        return;
+    }
+    do_widget(n, [this, ref] { tela_.Clica(ref.Nome, ref.Index); });
 }
 
 void Binder::liga(QObject *obj, const RefControle &ref, Controle *c) {
-    ligacoes_.push_back({ref, c, obj});
+    const size_t n = ligacoes_.size();
+    ligacoes_.push_back({ref, c, obj, std::nullopt, true});
     if (auto *w = qobject_cast<QWidget *>(obj)) w->installEventFilter(this);
 
     if (auto *e = qobject_cast<QLineEdit *>(obj)) {
-        connect(e, &QLineEdit::textEdited, this, [this, ref, c](const QString &t) {
+        connect(e, &QLineEdit::textEdited, this, [this, n, ref, c](const QString &t) {
             if (espelhando_) return;
-            Despacha([this, ref, c, t] {
+            do_widget(n, [this, ref, c, t] {
                 c->Text = t;
                 tela_.Dispara(ref, Evento::Change);
             });
         });
     } else if (auto *p = qobject_cast<QPlainTextEdit *>(obj)) {
-        connect(p, &QPlainTextEdit::textChanged, this, [this, ref, c, p] {
+        connect(p, &QPlainTextEdit::textChanged, this, [this, n, ref, c, p] {
             if (espelhando_) return;
             const QString t = p->toPlainText();
-            Despacha([this, ref, c, t] {
+            do_widget(n, [this, ref, c, t] {
                 c->Text = t;
                 tela_.Dispara(ref, Evento::Change);
             });
         });
-    } else if (auto *cb = qobject_cast<QCheckBox *>(obj)) {
-        connect(cb, &QCheckBox::clicked, this, [this, ref, c](bool marcado) {
-            c->Value = marcado ? 1 : 0;
-            clique(ref);
-        });
     } else if (auto *rb = qobject_cast<QRadioButton *>(obj)) {
-        connect(rb, &QRadioButton::clicked, this, [this, ref, c] {
-            for (const auto &l : ligacoes_)
-                if (l.controle->Tipo == TipoControle::Opcao) l.controle->Value = 0;
-            c->Value = 1;
-            clique(ref);
-        });
+        // The model chooses within the option's frame; the widget never unticks one itself.
+        rb->setAutoExclusive(false);
+        connect(rb, &QRadioButton::clicked, this, [this, n] { clique(n); });
     } else if (auto *b = qobject_cast<QAbstractButton *>(obj)) {
-        connect(b, &QAbstractButton::clicked, this, [this, ref] { clique(ref); });
-    } else if (auto *lw = qobject_cast<QListWidget *>(obj)) {
-        connect(lw, &QListWidget::currentRowChanged, this, [this, ref, c](int linha) {
-            if (espelhando_ || linha == c->ListIndex) return;
-            Despacha([this, ref, c, linha] {
-                c->ListIndex = linha;
-                tela_.Dispara(ref, Evento::Click);
-            });
-        });
-        connect(lw, &QListWidget::itemDoubleClicked, this, [this, ref, c, lw](QListWidgetItem *i) {
-            const int linha = lw->row(i);
-            Despacha([this, ref, c, linha] {
+        // A check box changes its value on the model's road, with the click.
+        connect(b, &QAbstractButton::clicked, this, [this, n] { clique(n); });
+    } else if (auto *lv = qobject_cast<QListView *>(obj)) {
+        auto *modelo = new ModeloLista(*c, lv);
+        lv->setModel(modelo);
+        lv->setUniformItemSizes(true);
+        connect(lv->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+                [this, n, ref, c](const QModelIndex &atual) {
+                    const int linha = atual.isValid() ? atual.row() : -1;
+                    if (espelhando_ || linha == c->ListIndex) return;
+                    do_widget(n, [this, ref, c, linha] {
+                        c->ListIndex = linha;
+                        tela_.Dispara(ref, Evento::Click);
+                    });
+                });
+        connect(lv, &QListView::doubleClicked, this, [this, n, ref, c](const QModelIndex &i) {
+            const int linha = i.row();
+            do_widget(n, [this, ref, c, linha] {
                 c->ListIndex = linha;
                 tela_.Dispara(ref, Evento::DblClick);
             });
         });
     } else if (auto *co = qobject_cast<QComboBox *>(obj)) {
-        connect(co, &QComboBox::activated, this, [this, ref, c, co](int i) {
-            Despacha([this, ref, c, co, i] {
+        connect(co, &QComboBox::activated, this, [this, n, ref, c, co](int i) {
+            do_widget(n, [this, ref, c, co, i] {
                 c->ListIndex = i;
                 c->Text = co->itemText(i);
                 tela_.Dispara(ref, Evento::Click);
             });
         });
         if (co->isEditable())
-            connect(co, &QComboBox::editTextChanged, this, [this, ref, c](const QString &t) {
+            connect(co, &QComboBox::editTextChanged, this, [this, n, ref, c](const QString &t) {
                 if (espelhando_) return;
-                Despacha([this, ref, c, t] {
+                do_widget(n, [this, ref, c, t] {
                     c->Text = t;
                     tela_.Dispara(ref, Evento::Change);
                 });
             });
     } else if (auto *a = qobject_cast<QAction *>(obj)) {
-        connect(a, &QAction::triggered, this, [this, ref, c](bool marcado) {
-            Despacha([this, ref, c, marcado] {
-                if (c->Enabled) {
-                    c->Value = marcado ? 1 : 0;
-                    tela_.Dispara(ref, Evento::Click);
-                }
-            });
+        connect(a, &QAction::triggered, this, [this, n, c, a](bool marcado) {
+            if (c->Enabled && a->isCheckable()) c->Value = marcado ? 1 : 0;
+            clique(n);
         });
     }
 }
@@ -204,6 +243,8 @@ bool Binder::eventFilter(QObject *obj, QEvent *ev) {
     if (ev->type() == QEvent::FocusIn) {
         if (espelhando_ || Ocupado() || tela_.Foco() == ref) return false;
         Despacha([this, ref] { tela_.SetFocus(ref); });
+        const bool mouse = static_cast<QFocusEvent *>(ev)->reason() == Qt::MouseFocusReason;
+        recusado_ = mouse && !(tela_.Foco() == ref) ? ref : RefControle{};
         return false;
     }
     if (ev->type() == QEvent::MouseButtonDblClick && qobject_cast<QLineEdit *>(obj)) {
@@ -245,42 +286,22 @@ bool Binder::eventFilter(QObject *obj, QEvent *ev) {
 }
 
 int Binder::CodigoTecla(int k) {
-    if (k >= Qt::Key_F1 && k <= Qt::Key_F12) return 112 + (k - Qt::Key_F1);
+    if (k >= Qt::Key_F1 && k <= Qt::Key_F12) return tecla::F1 + (k - Qt::Key_F1);
+    // Letters and digits keep their own codes, the capital letter's for a letter.
     if (k >= Qt::Key_A && k <= Qt::Key_Z) return k;
     if (k >= Qt::Key_0 && k <= Qt::Key_9) return k;
-    switch (k) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return 13;
-    case Qt::Key_Escape:
-        return 27;
-    case Qt::Key_Backspace:
-        return 8;
-    case Qt::Key_Space:
-        return 32;
-    case Qt::Key_PageUp:
-        return 33;
-    case Qt::Key_PageDown:
-        return 34;
-    case Qt::Key_End:
-        return 35;
-    case Qt::Key_Home:
-        return 36;
-    case Qt::Key_Left:
-        return 37;
-    case Qt::Key_Up:
-        return 38;
-    case Qt::Key_Right:
-        return 39;
-    case Qt::Key_Down:
-        return 40;
-    case Qt::Key_Insert:
-        return 45;
-    case Qt::Key_Delete:
-        return 46;
-    default:
-        return 0;
-    }
+    static const std::map<int, int> teclas = {
+        {Qt::Key_Return, tecla::Enter},      {Qt::Key_Enter, tecla::Enter},
+        {Qt::Key_Escape, tecla::Esc},        {Qt::Key_Backspace, tecla::Backspace},
+        {Qt::Key_Space, tecla::Espaco},      {Qt::Key_PageUp, tecla::PageUp},
+        {Qt::Key_PageDown, tecla::PageDown}, {Qt::Key_End, tecla::End},
+        {Qt::Key_Home, tecla::Home},         {Qt::Key_Left, tecla::Esquerda},
+        {Qt::Key_Up, tecla::Acima},          {Qt::Key_Right, tecla::Direita},
+        {Qt::Key_Down, tecla::Abaixo},       {Qt::Key_Insert, tecla::Insert},
+        {Qt::Key_Delete, tecla::Delete},
+    };
+    const auto t = teclas.find(k);
+    return t == teclas.end() ? 0 : t->second;
 }
 
 void Binder::Espelha() {
@@ -288,8 +309,13 @@ void Binder::Espelha() {
     espelhando_ = true;
     if (raiz_->isWindow() && raiz_->windowTitle() != tela_.Caption)
         raiz_->setWindowTitle(tela_.Caption);
-    for (const auto &l : ligacoes_)
-        if (l.objeto) espelha_um(l);
+    for (auto &l : ligacoes_) {
+        if (!l.objeto) continue;
+        if (!l.sujo && l.espelhado && mesmo_estado(*l.espelhado, *l.controle)) continue;
+        espelha_um(l);
+        l.espelhado = *l.controle;
+        l.sujo = false;
+    }
     for (auto &[ref, t] : timers_) {
         const Controle *c = tela_.controle(ref);
         const bool ligado = c->Enabled && c->Interval > 0;
@@ -333,22 +359,25 @@ void Binder::espelha_um(const Ligacao &l) {
     } else if (auto *b = qobject_cast<QAbstractButton *>(w)) {
         if (!c->Caption.isEmpty() && b->text() != c->Caption) b->setText(c->Caption);
         if (b->isCheckable() && b->isChecked() != (c->Value != 0)) b->setChecked(c->Value != 0);
-    } else if (auto *lw = qobject_cast<QListWidget *>(w)) {
-        bool iguais = lw->count() == c->Itens.size();
-        for (int i = 0; iguais && i < lw->count(); ++i)
-            iguais = lw->item(i)->text() == c->Itens[i];
-        if (!iguais) {
-            lw->clear();
-            lw->addItems(c->Itens);
+    } else if (auto *lv = qobject_cast<QListView *>(w)) {
+        if (auto *modelo = dynamic_cast<ModeloLista *>(lv->model())) modelo->atualiza();
+        const int atual = lv->currentIndex().isValid() ? lv->currentIndex().row() : -1;
+        if (atual != c->ListIndex || (c->ListIndex < 0 && lv->selectionModel()->hasSelection())) {
+            if (c->ListIndex < 0) {
+                lv->selectionModel()->clear();
+            } else {
+                const QModelIndex i = lv->model()->index(c->ListIndex, 0);
+                lv->selectionModel()->setCurrentIndex(i, QItemSelectionModel::ClearAndSelect);
+                lv->scrollTo(i);
+            }
         }
-        if (lw->currentRow() != c->ListIndex) lw->setCurrentRow(c->ListIndex);
     } else if (auto *co = qobject_cast<QComboBox *>(w)) {
         bool iguais = co->count() == c->Itens.size();
         for (int i = 0; iguais && i < co->count(); ++i)
-            iguais = co->itemText(i) == c->Itens[i];
+            iguais = co->itemText(i) == c->Itens.at(i);
         if (!iguais) {
             co->clear();
-            co->addItems(c->Itens);
+            co->addItems(c->Itens.lista());
         }
         if (co->isEditable()) {
             if (co->currentText() != c->Text) co->setEditText(c->Text);

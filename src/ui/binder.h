@@ -3,11 +3,13 @@
 // objectName is a control's name ("Text1(3)", "Opcoes(0)", "CheckBox") is connected to the
 // model's handlers, and after every handler the state of every open model is mirrored back
 // to its widgets: texts, captions, enabled and visible states, lists, values and the focus.
+// A click takes the model's own road (Tela::Clica); a list is a view over the model's rows.
 #include "core/tela.h"
 
 #include <QObject>
 #include <QPointer>
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QWidget;
@@ -39,7 +41,7 @@ class Binder : public QObject {
     // Called after each mirror: views that paint from the model repaint here.
     std::function<void()> aoEspelhar;
 
-    // The classic key code of a Qt key (F3 is 114, Enter 13), 0 when it has none.
+    // The classic key code of a Qt key (tecla::F3, tecla::Enter...), 0 when it has none.
     static int CodigoTecla(int qtKey);
 
   protected:
@@ -50,9 +52,16 @@ class Binder : public QObject {
         RefControle ref;
         Controle *controle;
         QPointer<QObject> objeto;
+        // The control as it was last mirrored: a mirror skips a control that didn't change.
+        std::optional<Controle> espelhado;
+        // The widget moved on its own (a click, a pick, typing): mirror it whatever the model
+        // says, so a refused click puts the widget back.
+        bool sujo = true;
     };
     void liga(QObject *obj, const RefControle &ref, Controle *c);
-    void clique(const RefControle &ref);
+    // Runs a widget's action on the model; the widget is mirrored afterwards.
+    void do_widget(size_t ligacao, const std::function<void()> &acao);
+    void clique(size_t ligacao);
     void espelha_um(const Ligacao &l);
     void espelha_foco();
     const Ligacao *ligacao_de(QObject *obj) const;
@@ -62,6 +71,9 @@ class Binder : public QObject {
     std::vector<Ligacao> ligacoes_;
     std::vector<std::pair<RefControle, QTimer *>> timers_;
     bool espelhando_ = false;
+    // The control a mouse press tried to give the focus to and the model refused: the click
+    // that comes with that press is spent.
+    RefControle recusado_;
 };
 
 } // namespace vexa::ui

@@ -6,7 +6,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -21,7 +21,9 @@ QWidget *cria_lista(Tela &tela, QWidget *pai, const QString &procura) {
     const RefControle campo = RefControle::de(procura);
     f->addRow(legenda(tela, campo.Nome, campo.Index), cria_campo(lado, procura));
     v->addLayout(f);
-    auto *lista = cria<QListWidget>(lado, "List1");
+    // A view over the model's rows: a whole table costs only the rows in sight.
+    auto *lista = cria<QListView>(lado, "List1");
+    lista->setUniformItemSizes(true);
     QFont fixa("Courier New");
     fixa.setStyleHint(QFont::TypeWriter);
     lista->setFont(fixa);

@@ -28,6 +28,8 @@ class JanelaTela : public QMainWindow {
         setAttribute(Qt::WA_DeleteOnClose, false);
         setObjectName(tela_->Nome);
     }
+    // The binder leaves first: it still speaks to the model as it goes.
+    ~JanelaTela() override { delete binder; }
     Tela &tela() { return *tela_; }
     Binder *binder = nullptr;
     QEventLoop *laco = nullptr;
@@ -56,6 +58,13 @@ class JanelaTela : public QMainWindow {
 };
 
 namespace {
+// The window a dialog belongs to: the active one, unless it is already closing (a window
+// closed but not yet destroyed would take the dialog with it).
+QWidget *dono_do_dialogo() {
+    QWidget *ativa = QApplication::activeWindow();
+    return ativa && ativa->isVisible() ? ativa : nullptr;
+}
+
 // Sizes the window for its screen and centres it on the desktop.
 void posiciona(QMainWindow &janela, const Tela &t) {
     if (t.LarguraJanela > 0 && t.AlturaJanela > 0)
@@ -78,7 +87,7 @@ DesktopQt::~DesktopQt() = default;
 
 Resposta DesktopQt::MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
                            Icone icone) {
-    QMessageBox caixa(QApplication::activeWindow());
+    QMessageBox caixa(dono_do_dialogo());
     caixa.setObjectName("MsgBox");
     // The program's texts are plain ("<ok>" is a word, not a tag), and a carriage return
     // alone breaks the line as the classic boxes did.
@@ -229,13 +238,13 @@ QMainWindow *DesktopQt::Janela(const Tela &tela) const {
 
 QString DesktopQt::SalvarComo(const QString &titulo, const QString &filtro,
                               const QString &nomeSugerido) {
-    return QFileDialog::getSaveFileName(QApplication::activeWindow(), titulo, nomeSugerido, filtro);
+    return QFileDialog::getSaveFileName(dono_do_dialogo(), titulo, nomeSugerido, filtro);
 }
 
 int DesktopQt::ImprimeSistema(const DocumentoImpressao &documento) {
     QPrinter impressora(QPrinter::HighResolution);
     impressora.setDocName(documento.Titulo);
-    QPrintDialog dialogo(&impressora, QApplication::activeWindow());
+    QPrintDialog dialogo(&impressora, dono_do_dialogo());
     dialogo.setWindowTitle("Imprimir");
     if (dialogo.exec() != QDialog::Accepted) return 32755;
     return ImprimePaginas(impressora, documento);

@@ -14,6 +14,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -174,8 +175,6 @@ QWidget *cria_comandos(QWidget *pai, QList<QWidget *> &ordem) {
     auto *f = new QVBoxLayout(formato);
     for (const char *o : {"Option1", "Option2", "Option3"}) {
         auto *r = cria<QRadioButton>(formato, o);
-        // The model keeps which option is chosen; the view never unticks one by itself.
-        r->setAutoExclusive(false);
         f->addWidget(r);
         ordem << r;
     }
@@ -189,11 +188,37 @@ QWidget *cria_comandos(QWidget *pai, QList<QWidget *> &ordem) {
     return coluna;
 }
 
+// The key hint keeps the width its first hint asks for: a longer hint (an extra field's) is
+// cut with an ellipsis where the panel ends, instead of widening the window for good.
+class DicaTeclas : public QLabel {
+  public:
+    explicit DicaTeclas(QWidget *pai) : QLabel(pai) {}
+    QSize minimumSizeHint() const override {
+        if (!base_.isValid() && !text().isEmpty()) base_ = QLabel::minimumSizeHint();
+        return base_.isValid() ? base_ : QLabel::minimumSizeHint();
+    }
+    QSize sizeHint() const override { return minimumSizeHint(); }
+
+  protected:
+    void paintEvent(QPaintEvent *) override {
+        QPainter p(this);
+        drawFrame(&p);
+        const QRect r = contentsRect().adjusted(margin(), margin(), -margin(), -margin());
+        p.setPen(palette().color(QPalette::WindowText));
+        p.drawText(r, int(alignment()),
+                   fontMetrics().elidedText(text(), Qt::ElideRight, r.width()));
+    }
+
+  private:
+    mutable QSize base_;
+};
+
 QWidget *cria_rodape(QWidget *pai) {
     auto *rodape = new QWidget(pai);
     auto *h = new QHBoxLayout(rodape);
     h->setContentsMargins(0, 0, 0, 0);
-    auto *dica = cria<QLabel>(rodape, "Panel3D2");
+    auto *dica = new DicaTeclas(rodape);
+    dica->setObjectName("Panel3D2");
     dica->setFrameShape(QFrame::StyledPanel);
     dica->setFrameShadow(QFrame::Sunken);
     dica->setMargin(4);

@@ -1,7 +1,5 @@
 #include "ui/vistas.h"
 
-#include <map>
-
 namespace vexa::ui {
 
 // Each view's builder, defined in its own file.
@@ -14,15 +12,19 @@ void CriaVistaCidade(Tela &tela, QMainWindow &janela);
 void CriaVistaPesquisa(Tela &tela, QMainWindow &janela);
 void CriaVistaSaida(Tela &tela, QMainWindow &janela);
 
-FabricaVista VistaDe(const QString &nome) {
+const std::map<QString, FabricaVista> &FabricasVistas() {
     static const std::map<QString, FabricaVista> vistas = {
-        {"Main", CriaVistaMain},         {"CmpExtra", CriaVistaCmpExtra},
-        {"Bancos", CriaVistaBancos},     {"Ajusta", CriaVistaAjusta},
-        {"Favorec", CriaVistaFavorec},   {"Cidade", CriaVistaCidade},
-        {"Pesquisa", CriaVistaPesquisa}, {"Saida", CriaVistaSaida},
+        {telas::Main, CriaVistaMain},         {telas::CmpExtra, CriaVistaCmpExtra},
+        {telas::Bancos, CriaVistaBancos},     {telas::Ajusta, CriaVistaAjusta},
+        {telas::Favorec, CriaVistaFavorec},   {telas::Cidade, CriaVistaCidade},
+        {telas::Pesquisa, CriaVistaPesquisa}, {telas::Saida, CriaVistaSaida},
     };
-    const auto v = vistas.find(nome);
-    return v == vistas.end() ? FabricaVista() : v->second;
+    return vistas;
+}
+
+FabricaVista VistaDe(const QString &nome) {
+    const auto v = FabricasVistas().find(nome);
+    return v == FabricasVistas().end() ? FabricaVista() : v->second;
 }
 
 } // namespace vexa::ui

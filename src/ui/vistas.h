@@ -1,16 +1,19 @@
 #pragma once
-// The views of the screens, by screen name. A view builds its widgets inside the window it
-// is given (central widget, menus), named after the model's controls.
+// The views of the screens, by the screens' names: the widget side of the registry whose
+// models live in registro/telas. A view builds its widgets inside the window it is given
+// (central widget, menus), named after the model's controls.
 #include "core/tela.h"
 
 #include <QMainWindow>
 #include <functional>
+#include <map>
 
 namespace vexa::ui {
 
 using FabricaVista = std::function<void(Tela &tela, QMainWindow &janela)>;
 
-// The view for a screen name; an empty function when the screen has no view yet.
+const std::map<QString, FabricaVista> &FabricasVistas();
+// The view for a screen name; an empty function for a name without one.
 FabricaVista VistaDe(const QString &nome);
 
 } // namespace vexa::ui

@@ -2,6 +2,7 @@
 #include "core/tela.h"
 
 #include <QTemporaryDir>
+#include <array>
 #include <gtest/gtest.h>
 
 using namespace vexa;
@@ -99,6 +100,76 @@ TEST_F(TelaBase, DigitarParaNoMaximoEDisparaChange) {
     tela.Digita("Text1", 0, "12345");
     EXPECT_EQ(tela.Text1[0].Text, "123");
     EXPECT_TRUE(tela.ordem.contains("Text1(0).Change"));
+}
+
+// Options in two frames: a click chooses within its own frame only; options outside any
+// frame are the window's own group.
+TEST(OpcoesPorQuadro, CliqueEscolheSoNoProprioQuadro) {
+    struct Formulario : Tela {
+        Formulario(Sessao &s, Desktop &d) : Tela("Opcoes", "Opções", s, d) {
+            for (int i : {0, 1})
+                Option1[i].Container = &Frame1;
+            for (int i : {2, 3})
+                Option1[i].Container = &Frame2;
+            Option1[0].Value = Option1[2].Value = Option1[4].Value = 1;
+            registra("Frame1", Frame1);
+            registra("Frame2", Frame2);
+            registra("Option1", Option1);
+        }
+        Quadro Frame1{"Ordem"};
+        Quadro Frame2{"Saída"};
+        Matriz<Opcao> Option1 = Matriz<Opcao>::comTamanho(6);
+    };
+    QTemporaryDir pasta;
+    Sessao sessao{pasta.path()};
+    DesktopRoteiro desktop;
+    Formulario f{sessao, desktop};
+    struct Caso {
+        int clicada;
+        std::array<int, 6> valores;
+    };
+    const Caso casos[] = {{1, {0, 1, 1, 0, 1, 0}},
+                          {3, {0, 1, 0, 1, 1, 0}},
+                          {5, {0, 1, 0, 1, 0, 1}},
+                          {0, {1, 0, 0, 1, 0, 1}}};
+    for (const Caso &c : casos) {
+        f.Clica("Option1", c.clicada);
+        for (int i = 0; i < 6; ++i)
+            EXPECT_EQ(f.Option1[i].Value, c.valores[i]) << "clicada " << c.clicada << ", " << i;
+    }
+}
+
+// A list's rows from a source read only the rows asked for, and compare, count and grow as
+// its own texts do.
+TEST(LinhasLista, FonteLeSoOPedidoEComparaComoTextos) {
+    int lidas = 0;
+    LinhasLista linhas;
+    const quint64 antes = linhas.versao();
+    linhas.fonte(100000, [&lidas](int i) {
+        ++lidas;
+        return QString::number(i);
+    });
+    EXPECT_NE(linhas.versao(), antes);
+    EXPECT_EQ(linhas.size(), 100000);
+    EXPECT_EQ(lidas, 0);
+    EXPECT_EQ(linhas.at(99999), "99999");
+    EXPECT_EQ(linhas.at(100000), "");
+    EXPECT_EQ(linhas.at(-1), "");
+    EXPECT_EQ(lidas, 1);
+
+    Lista lista;
+    lista.Itens.fonte(3, [](int i) { return QString("linha %1").arg(i); });
+    EXPECT_EQ(lista.Itens, QStringList({"linha 0", "linha 1", "linha 2"}));
+    EXPECT_TRUE(lista.Itens.contains("linha 2"));
+    EXPECT_EQ(lista.List(1), "linha 1");
+    lista.AddItem("outra");
+    EXPECT_EQ(lista.ListCount(), 4);
+    EXPECT_EQ(lista.Itens.first(), "linha 0");
+    EXPECT_EQ(lista.List(3), "outra");
+    lista.ListIndex = 2;
+    lista.Clear();
+    EXPECT_TRUE(lista.Itens.isEmpty());
+    EXPECT_EQ(lista.ListIndex, -1);
 }
 
 TEST(RefControle, LeNomeEIndice) {

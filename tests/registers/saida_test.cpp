@@ -65,6 +65,38 @@ TEST(ListasImpressasPaginacao, PaginaFechaEmTrintaEDoisOuCinquenta) {
     EXPECT_EQ(win[1].count("\r\n"), 5 + 1);
 }
 
+// A list whose rows fill its pages exactly: every head counts the pages really written.
+struct CasoPaginaCheia {
+    const char *nome;
+    QString tabela;
+    int destino;
+    int registros;
+    int paginas;
+};
+
+class PaginaCheia : public ::testing::TestWithParam<CasoPaginaCheia> {};
+
+TEST_P(PaginaCheia, TotalDoCabecalhoEOQueSaiu) {
+    const CasoPaginaCheia &c = GetParam();
+    const QStringList paginas =
+        paginas_lista(c.tabela, c.destino, registros(c.registros, 5, "R"), "221126");
+    ASSERT_EQ(paginas.size(), c.paginas);
+    for (int p = 0; p < paginas.size(); ++p)
+        EXPECT_TRUE(paginas[p].contains(
+            QString("Pag:%1/%2").arg(p + 1, 2, 10, QChar('0')).arg(c.paginas, 2, 10, QChar('0'))))
+            << paginas[p].section("\r\n", 1, 1).toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Listas, PaginaCheia,
+    ::testing::Values(CasoPaginaCheia{"FavorecidosVexa", "Favorecido", 0, 16, 1},
+                      CasoPaginaCheia{"FavorecidosVexaDuas", "Favorecido", 0, 32, 2},
+                      CasoPaginaCheia{"CidadesVexa", "Cidade", 0, 32, 1},
+                      CasoPaginaCheia{"CidadesWin", "Cidade", 1, 50, 1},
+                      CasoPaginaCheia{"BancosVexaDuas", "Bancos", 0, 64, 2},
+                      CasoPaginaCheia{"BancosWinDuas", "Transferencia", 1, 100, 2}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
 class SaidaTeste : public teste::Registros {
   protected:
     void SetUp() override {

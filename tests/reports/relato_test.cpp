@@ -63,7 +63,7 @@ class TelaRelato : public vexa::teste::Registros {
     Relato &relato() { return abre<Relato>(); }
     QStringList indices(Relato &r) {
         QStringList i;
-        for (const QString &l : r.List1.Itens)
+        for (const QString &l : r.List1.Itens.lista())
             i << l.right(10).trimmed();
         return i;
     }

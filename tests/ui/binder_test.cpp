@@ -1,32 +1,48 @@
 #include "core/desktop_roteiro.h"
+#include "core/teclas.h"
 #include "core/tela.h"
 #include "ui/binder.h"
 
+#include <QAction>
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
+#include <array>
 #include <gtest/gtest.h>
 
 using namespace vexa;
 
 namespace {
 
-// Two fields where Enter moves on and a leave check refuses "x", a button, a list and a box.
+// Two fields where Enter moves on and a leave check refuses "x", a button, a list, a box,
+// two frames of options and a menu item.
 class Formulario : public Tela {
   public:
     Formulario(Sessao &s, Desktop &d) : Tela("Formulario", "Formulário", s, d) {
+        for (int i : {0, 1})
+            Option1[i].Container = &Frame1;
+        for (int i : {2, 3})
+            Option1[i].Container = &Frame2;
+        Option1[0].Value = Option1[2].Value = 1;
         registra("Text1", Text1);
         registra("Ok", Ok);
         registra("List1", List1);
         registra("Marca", Marca);
+        registra("Frame1", Frame1);
+        registra("Frame2", Frame2);
+        registra("Option1", Option1);
+        registra("Menu1", Menu1);
+        liga("Menu1", Evento::Click, [this](int) { ++menus; });
         ligaTecla("Text1", Evento::KeyDown, [this](int i, int &k, int) {
-            if (k == 13) SetFocus("Text1", i + 1 < 2 ? i + 1 : 0);
-            if (k == 119) Text1[i].Text.clear();
+            if (k == tecla::Enter) SetFocus("Text1", i + 1 < 2 ? i + 1 : 0);
+            if (k == tecla::F8) Text1[i].Text.clear();
         });
         liga("Text1", Evento::LostFocus, [this](int i) {
             if (Text1[i].Text == "x") {
@@ -47,8 +63,13 @@ class Formulario : public Tela {
     Botao Ok{"OK"};
     Lista List1;
     Caixa Marca{"Trava"};
+    Quadro Frame1{"Ordem"};
+    Quadro Frame2{"Saída"};
+    Matriz<Opcao> Option1{"Nome", "Código", "Vexa", "Windows"};
+    MenuItem Menu1{"&Relatório"};
     QStringList mudancas;
     int cliques = 0;
+    int menus = 0;
     int escolhida = -1;
 };
 
@@ -64,12 +85,26 @@ class BinderTeste : public ::testing::Test {
         auto *b = new QPushButton;
         b->setObjectName("Ok");
         l->addWidget(b);
-        auto *lista = new QListWidget;
+        auto *lista = new QListView;
         lista->setObjectName("List1");
         l->addWidget(lista);
         auto *c = new QCheckBox;
         c->setObjectName("Marca");
         l->addWidget(c);
+        for (int q : {1, 2}) {
+            auto *quadro = new QGroupBox;
+            quadro->setObjectName(QString("Frame%1").arg(q));
+            auto *v = new QVBoxLayout(quadro);
+            for (int i : {2 * q - 2, 2 * q - 1}) {
+                auto *r = new QRadioButton(quadro);
+                r->setObjectName(QString("Option1(%1)").arg(i));
+                v->addWidget(r);
+            }
+            l->addWidget(quadro);
+        }
+        auto *menu = new QAction(&janela);
+        menu->setObjectName("Menu1");
+        janela.addAction(menu);
         binder = new ui::Binder(tela, &janela);
         janela.show();
         janela.activateWindow();
@@ -122,8 +157,10 @@ TEST_F(BinderTeste, CliqueListaECaixaEspelhamOEstado) {
     QTest::mouseClick(w<QPushButton>("Ok"), Qt::LeftButton);
     EXPECT_EQ(tela.cliques, 2);
     EXPECT_EQ(w<QPushButton>("Ok")->text(), "De novo");
-    ASSERT_EQ(w<QListWidget>("List1")->count(), 2);
-    w<QListWidget>("List1")->setCurrentRow(1);
+    auto *lista = w<QListView>("List1");
+    ASSERT_EQ(lista->model()->rowCount(), 2);
+    EXPECT_EQ(lista->model()->index(1, 0).data().toString(), "linha 2");
+    lista->setCurrentIndex(lista->model()->index(1, 0));
     EXPECT_EQ(tela.escolhida, 1);
     // On the box itself: the widget is wider than the box it draws.
     auto *marca = w<QCheckBox>("Marca");
@@ -137,6 +174,87 @@ TEST_F(BinderTeste, MudancaFeitaPeloProgramaApareceNoRefresh) {
     tela.Refresh();
     EXPECT_EQ(w<QLineEdit>("Text1(1)")->text(), "do programa");
     EXPECT_TRUE(tela.mudancas.isEmpty());
+}
+
+// A leave handler that keeps the focus cancels the click that took it, whatever was clicked:
+// the handler doesn't run and the widget shows the model's state again.
+TEST_F(BinderTeste, CliqueDepoisDeSaidaRecusadaNaoCorre) {
+    auto *campo = w<QLineEdit>("Text1(0)");
+    const auto recusa = [&] {
+        campo->setFocus();
+        QTest::keyClicks(campo, "x");
+    };
+    recusa();
+    QTest::mouseClick(w<QPushButton>("Ok"), Qt::LeftButton);
+    EXPECT_EQ(tela.cliques, 0);
+    EXPECT_TRUE(campo->hasFocus());
+
+    recusa();
+    auto *marca = w<QCheckBox>("Marca");
+    QTest::mouseClick(marca, Qt::LeftButton, {}, QPoint(6, marca->height() / 2));
+    EXPECT_EQ(tela.Marca.Value, 0);
+    EXPECT_FALSE(marca->isChecked());
+
+    recusa();
+    QTest::mouseClick(w<QRadioButton>("Option1(1)"), Qt::LeftButton, {}, QPoint(6, 6));
+    EXPECT_EQ(tela.Option1[1].Value, 0);
+    EXPECT_FALSE(w<QRadioButton>("Option1(1)")->isChecked());
+    EXPECT_TRUE(w<QRadioButton>("Option1(0)")->isChecked());
+    EXPECT_TRUE(campo->hasFocus());
+}
+
+// Options group by their frame: a choice in one frame leaves the other frame's choice alone,
+// on the model and on the widgets.
+TEST_F(BinderTeste, OpcoesEscolhemDentroDoProprioQuadro) {
+    struct Caso {
+        int clicada;
+        std::array<int, 4> valores;
+    };
+    const Caso casos[] = {
+        {1, {0, 1, 1, 0}}, {3, {0, 1, 0, 1}}, {0, {1, 0, 0, 1}}, {0, {1, 0, 0, 1}}};
+    for (const Caso &c : casos) {
+        auto *r = w<QRadioButton>(qPrintable(QString("Option1(%1)").arg(c.clicada)));
+        QTest::mouseClick(r, Qt::LeftButton, {}, QPoint(6, r->height() / 2));
+        for (int i = 0; i < 4; ++i) {
+            SCOPED_TRACE(QString("clicada %1, opção %2").arg(c.clicada).arg(i).toStdString());
+            EXPECT_EQ(tela.Option1[i].Value, c.valores[i]);
+            EXPECT_EQ(w<QRadioButton>(qPrintable(QString("Option1(%1)").arg(i)))->isChecked(),
+                      c.valores[i] == 1);
+        }
+    }
+}
+
+TEST_F(BinderTeste, MenuRodaOHandlerSoQuandoHabilitado) {
+    auto *menu = w<QAction>("Menu1");
+    menu->trigger();
+    EXPECT_EQ(tela.menus, 1);
+    EXPECT_EQ(menu->text(), "&Relatório");
+    tela.Menu1.Enabled = false;
+    tela.Refresh();
+    EXPECT_FALSE(menu->isEnabled());
+    menu->trigger();
+    EXPECT_EQ(tela.menus, 1);
+}
+
+// A list over a whole table: the view reads the rows it shows, not the table.
+TEST_F(BinderTeste, ListaGrandeLeSoAsLinhasVisiveis) {
+    int lidas = 0;
+    tela.List1.Itens.fonte(100000, [&lidas](int i) {
+        ++lidas;
+        return QString("%1 - Nome").arg(i, 5, 10, QChar('0'));
+    });
+    tela.Refresh();
+    auto *lista = w<QListView>("List1");
+    ASSERT_EQ(lista->model()->rowCount(), 100000);
+    QTest::qWait(0);
+    lista->repaint();
+    EXPECT_GT(lidas, 0);
+    EXPECT_LT(lidas, 2000);
+    // A pick far down reads that row, and the model hears of it.
+    lista->setCurrentIndex(lista->model()->index(99999, 0));
+    EXPECT_EQ(tela.escolhida, 99999);
+    EXPECT_EQ(tela.List1.List(tela.List1.ListIndex), "99999 - Nome");
+    EXPECT_LT(lidas, 4000);
 }
 
 TEST(CodigoTecla, TeclasComCodigoClassico) {

@@ -69,7 +69,7 @@ class JanelaMain : public ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowActive(janela));
     }
     void TearDown() override {
-        for (const char *nome : {"CmpExtra", "Main"})
+        for (const QString &nome : {telas::CmpExtra, telas::Main})
             if (Tela *t = desktop.Aberta(nome)) desktop.Fecha(*t);
     }
     template <class W> W *w(QWidget *raiz, const char *nome) {
@@ -158,7 +158,7 @@ TEST_F(JanelaMain, F3NoCampoExtraProgramaAPosicao) {
     extra->setFocus();
     ASSERT_TRUE(QTest::qWaitFor([&] { return extra->hasFocus(); }, 2000));
     QTest::keyClick(extra, Qt::Key_F3);
-    Tela *cmp = desktop.Aberta("CmpExtra");
+    Tela *cmp = desktop.Aberta(telas::CmpExtra);
     ASSERT_NE(cmp, nullptr);
     QMainWindow *programa = desktop.Janela(*cmp);
     ASSERT_TRUE(QTest::qWaitForWindowActive(programa));
@@ -184,7 +184,25 @@ TEST_F(JanelaMain, F3NoCampoExtraProgramaAPosicao) {
     EXPECT_EQ(LeGravaIni(s.CaminhoIni, "FrenteInfo", "Campo01Col", ""), "100");
 
     QTest::mouseClick(w<QPushButton>(programa, "BtnCmd(2)"), Qt::LeftButton);
-    EXPECT_EQ(desktop.Aberta("CmpExtra"), nullptr);
+    EXPECT_EQ(desktop.Aberta(telas::CmpExtra), nullptr);
+}
+
+// The longer key hint of an extra field neither widens the window nor stays after it.
+TEST_F(JanelaMain, DicaDoCampoExtraNaoAlargaAJanela) {
+    const int largura = janela->width();
+    auto *dica = w<QLabel>(janela, "Panel3D2");
+    const QString normal = dica->text();
+    QLineEdit *extra = w<QLineEdit>(janela, "TxtCpo(0)");
+    extra->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return extra->hasFocus(); }, 2000));
+    EXPECT_EQ(dica->text(), "F3 - Programa Campo  |  F8 - Limpa Campo  |  F4 - Grava Linha");
+    QTest::qWait(0);
+    EXPECT_EQ(janela->width(), largura);
+    QLineEdit *banco = w<QLineEdit>(janela, "Text1(0)");
+    banco->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return banco->hasFocus(); }, 2000));
+    EXPECT_EQ(dica->text(), normal);
+    EXPECT_EQ(janela->width(), largura);
 }
 
 // A program's own process, with its data under a folder of the test.

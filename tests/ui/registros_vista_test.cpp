@@ -11,7 +11,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QRadioButton>
@@ -58,11 +58,12 @@ TEST_F(VistaRegistros, BancosMascaraAoSairEListaCarregaOLayout) {
     EXPECT_EQ(l1->text(), "005");
     EXPECT_TRUE(w<QLineEdit>(j, "Text1(3)")->hasFocus());
 
-    auto *lista = w<QListWidget>(j, "List1");
-    const auto itens = lista->findItems("237 - Bradesco", Qt::MatchExactly);
+    auto *lista = w<QListView>(j, "List1");
+    const auto itens = lista->model()->match(lista->model()->index(0, 0), Qt::DisplayRole,
+                                             "237 - Bradesco", 1, Qt::MatchExactly);
     ASSERT_EQ(itens.size(), 1);
-    QTest::mouseClick(lista->viewport(), Qt::LeftButton, {},
-                      lista->visualItemRect(itens[0]).center());
+    lista->scrollTo(itens[0]);
+    QTest::mouseClick(lista->viewport(), Qt::LeftButton, {}, lista->visualRect(itens[0]).center());
     EXPECT_EQ(w<QLineEdit>(j, "Text1(1)")->text(), "Bradesco");
     EXPECT_FALSE(w<QLineEdit>(j, "Text1(0)")->isEnabled());
     EXPECT_TRUE(w<QPushButton>(j, "Command3D1(2)")->isEnabled());
@@ -116,7 +117,7 @@ TEST_F(VistaRegistros, CidadeEnterLevaAoNomeEIncluirGrava) {
     QTest::keyClick(nome, Qt::Key_Return);
     EXPECT_TRUE(w<QPushButton>(j, "Command3D1(0)")->hasFocus());
     QTest::mouseClick(w<QPushButton>(j, "Command3D1(0)"), Qt::LeftButton);
-    EXPECT_EQ(w<QListWidget>(j, "List1")->item(0)->text(), "00042 - Londrina");
+    EXPECT_EQ(w<QListView>(j, "List1")->model()->index(0, 0).data().toString(), "00042 - Londrina");
     EXPECT_EQ(codigo->text(), "");
 }
 
@@ -128,14 +129,53 @@ TEST_F(VistaRegistros, PesquisaDigitaEDuploCliqueEscolhe) {
     auto *procura = w<QLineEdit>(j, "Text1(0)");
     ASSERT_TRUE(procura->hasFocus());
     QTest::keyClicks(procura, "Brad");
-    auto *lista = w<QListWidget>(j, "List1");
-    ASSERT_EQ(lista->count(), 1);
-    const QPoint ponto = lista->visualItemRect(lista->item(0)).center();
+    auto *lista = w<QListView>(j, "List1");
+    ASSERT_EQ(lista->model()->rowCount(), 1);
+    const QPoint ponto = lista->visualRect(lista->model()->index(0, 0)).center();
     QTest::mouseClick(lista->viewport(), Qt::LeftButton, {}, ponto);
     QTest::mouseDClick(lista->viewport(), Qt::LeftButton, {}, ponto);
     EXPECT_EQ(s.ResultadoPesquisa, "237");
     EXPECT_TRUE(p->Descarregada());
 }
+
+// Enter accepts from the keyboard: in the search field the first line found (or the chosen
+// one), on the list the chosen line.
+struct CasoEnter {
+    const char *nome;
+    QString procura;
+    int escolhida; // -1: none
+    bool naLista;
+    QString resultado;
+};
+
+class PesquisaEnter : public VistaRegistros, public ::testing::WithParamInterface<CasoEnter> {};
+
+TEST_P(PesquisaEnter, EnterAceitaALinha) {
+    const CasoEnter &c = GetParam();
+    s.TipoPesquisa = 2;
+    auto *p = &abre<Pesquisa>();
+    QMainWindow &j = mostra(*p);
+    auto *procura = w<QLineEdit>(j, "Text1(0)");
+    ASSERT_TRUE(procura->hasFocus());
+    QTest::keyClicks(procura, c.procura);
+    auto *lista = w<QListView>(j, "List1");
+    if (c.escolhida >= 0) {
+        const QModelIndex i = lista->model()->index(c.escolhida, 0);
+        lista->scrollTo(i);
+        QTest::mouseClick(lista->viewport(), Qt::LeftButton, {}, lista->visualRect(i).center());
+    }
+    QWidget *alvo = c.naLista ? static_cast<QWidget *>(lista) : procura;
+    if (!c.naLista) procura->setFocus();
+    QTest::keyClick(alvo, Qt::Key_Return);
+    EXPECT_EQ(s.ResultadoPesquisa, c.resultado);
+    EXPECT_TRUE(p->Descarregada());
+}
+
+INSTANTIATE_TEST_SUITE_P(Teclado, PesquisaEnter,
+                         ::testing::Values(CasoEnter{"ProcuraPrimeira", "Brad", -1, false, "237"},
+                                           CasoEnter{"ProcuraEscolhida", "", 1, false, "003"},
+                                           CasoEnter{"ListaEscolhida", "", 2, true, "004"}),
+                         [](const auto &info) { return std::string(info.param.nome); });
 
 TEST_F(VistaRegistros, SaidaGruposIndependentesEImprimeNoSistema) {
     s.TabelaLista = "Bancos";

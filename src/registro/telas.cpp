@@ -1,0 +1,56 @@
+#include "registro/telas.h"
+
+#include "cheque/extra.h"
+#include "cheque/main.h"
+#include "registers/ajusta.h"
+#include "registers/bancos.h"
+#include "registers/cidade.h"
+#include "registers/favorec.h"
+#include "registers/pesquisa.h"
+#include "registers/saida.h"
+
+namespace vexa {
+
+namespace {
+template <class T> std::unique_ptr<Tela> cria(Sessao &s, Desktop &d) {
+    return std::make_unique<T>(s, d);
+}
+} // namespace
+
+const std::map<QString, FabricaTela> &FabricasTelas() {
+    static const std::map<QString, FabricaTela> fabricas = {
+        // The entry screen opened by the program's start has the start's arguments; one made
+        // here has none.
+        {telas::Main,
+         [](Sessao &s, Desktop &d) -> std::unique_ptr<Tela> {
+             return std::make_unique<Main>(s, d, QString());
+         }},
+        {telas::CmpExtra, cria<CmpExtra>},
+        {telas::Bancos, cria<Bancos>},
+        {telas::Ajusta, cria<Ajusta>},
+        {telas::Favorec, cria<Favorec>},
+        {telas::Cidade, cria<Cidade>},
+        {telas::Pesquisa, cria<Pesquisa>},
+        {telas::Saida, cria<Saida>},
+    };
+    return fabricas;
+}
+
+bool tela_existe(const QString &nome) {
+    return FabricasTelas().count(nome) != 0;
+}
+
+std::unique_ptr<Tela> cria_tela(const QString &nome, Sessao &s, Desktop &d) {
+    const auto f = FabricasTelas().find(nome);
+    return f == FabricasTelas().end() ? nullptr : f->second(s, d);
+}
+
+Tela *abre_tela(Sessao &s, Desktop &d, const QString &nome, bool modal,
+                const std::function<void(Tela &)> &prepara) {
+    std::unique_ptr<Tela> tela = cria_tela(nome, s, d);
+    if (!tela) return nullptr;
+    if (prepara) prepara(*tela);
+    return abre_tela(s, d, std::move(tela), modal);
+}
+
+} // namespace vexa

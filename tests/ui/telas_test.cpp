@@ -1,0 +1,68 @@
+// The registry of screens: every screen the program knows has a view, and every control of
+// every model is bound to a widget of that view, inside the frame the model puts it in.
+#include "core/desktop_roteiro.h"
+#include "registro/telas.h"
+#include "ui/binder.h"
+#include "ui/vistas.h"
+
+#include <QMainWindow>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace vexa;
+
+namespace {
+
+std::vector<std::string> nomes(const auto &tabela) {
+    std::vector<std::string> n;
+    for (const auto &[nome, fabrica] : tabela)
+        n.push_back(nome.toStdString());
+    return n;
+}
+
+TEST(RegistroTelas, CadaTelaTemSuaVistaECadaVistaSuaTela) {
+    EXPECT_EQ(nomes(FabricasTelas()), nomes(ui::FabricasVistas()));
+    for (const auto &[nome, fabrica] : FabricasTelas())
+        EXPECT_TRUE(ui::VistaDe(nome)) << nome.toStdString();
+    EXPECT_FALSE(ui::VistaDe(telas::Relato));
+    EXPECT_FALSE(tela_existe(telas::Relato));
+}
+
+class VistaDaTela : public ::testing::TestWithParam<std::string> {
+  protected:
+    QTemporaryDir pasta;
+    Sessao sessao{pasta.path()};
+    DesktopRoteiro desktop;
+};
+
+TEST_P(VistaDaTela, TodoControleLigadoAUmWidgetDentroDoSeuQuadro) {
+    const QString nome = QString::fromStdString(GetParam());
+    std::unique_ptr<Tela> tela = cria_tela(nome, sessao, desktop);
+    ASSERT_NE(tela, nullptr);
+    EXPECT_EQ(tela->Nome, nome);
+    QMainWindow janela;
+    ui::VistaDe(nome)(*tela, janela);
+    auto *binder = new ui::Binder(*tela, &janela);
+    QStringList soltos;
+    for (const auto &[ref, c] : tela->controles()) {
+        // A timer has no widget: the binder runs it.
+        if (c->Tipo == TipoControle::Temporizador) continue;
+        QObject *objeto = binder->objeto(ref);
+        if (!objeto) {
+            soltos << ref.texto();
+            continue;
+        }
+        if (!c->Container) continue;
+        QWidget *quadro = binder->widget(tela->ref(*c->Container));
+        QWidget *widget = binder->widget(ref);
+        EXPECT_TRUE(quadro && widget && quadro->isAncestorOf(widget))
+            << ref.texto().toStdString() << " fora do seu quadro";
+    }
+    EXPECT_EQ(soltos, QStringList());
+    tela->aoMudar = nullptr;
+}
+
+INSTANTIATE_TEST_SUITE_P(Telas, VistaDaTela, ::testing::ValuesIn(nomes(FabricasTelas())),
+                         [](const auto &info) { return info.param; });
+
+} // namespace
