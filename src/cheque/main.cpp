@@ -9,7 +9,6 @@
 #include "core/ini.h"
 #include "core/inicio.h"
 #include "core/instancia.h"
-#include "core/relogio.h"
 #include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
@@ -20,7 +19,6 @@
 #include "store/tabelas.h"
 
 #include <QFileInfo>
-#include <algorithm>
 #include <utility>
 
 namespace vexa {

@@ -8,6 +8,7 @@
 #include "core/inicio.h"
 #include "core/instancia.h"
 #include "core/relogio.h"
+#include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/simulador.h"
 #include "registers/pesquisa.h"
@@ -21,7 +22,7 @@ using namespace vexa;
 
 namespace {
 
-constexpr int Enter = 13, F3 = 114, F4 = 115, F8 = 119;
+using tecla::Enter, tecla::F3, tecla::F4, tecla::F8;
 const QString Titulo = "Vexa PLUS - Document Printer";
 
 // A scripted desktop on which something can happen while a message box is open, as another

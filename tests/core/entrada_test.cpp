@@ -27,20 +27,17 @@ TEST_P(DataDigitada, FicaDdMmAaOuERecusada) {
         << GetParam().digitada.toStdString();
 }
 
+// The entry screen's own table holds the common forms; these are the edges.
 INSTANTIATE_TEST_SUITE_P(
     Formas, DataDigitada,
     ::testing::Values(Data{"", "23/11/26"}, // today
-                      Data{"5", "05/11/26"}, Data{"30", "30/11/26"},
-                      Data{"31", std::nullopt}, // November has 30 days
-                      Data{"050399", "05/03/99"}, Data{"1/2/03", "01/02/03"},
+                      Data{"30", "30/11/26"},
+                      Data{"31", std::nullopt}, // a day of November, which has 30
                       Data{"01/02/2003", "01/02/03"}, Data{"05031999", "05/03/99"},
-                      Data{"29/2/00", "29/02/00"}, Data{"29/02/01", std::nullopt},
-                      Data{"31/04/99", std::nullopt}, Data{"00/01/99", std::nullopt},
-                      Data{"01/13/99", std::nullopt},
-                      // day and month without a year, or a year cut short, are no date
-                      Data{"0102", std::nullopt}, Data{"1/2/", std::nullopt},
-                      Data{"5/3", std::nullopt}, Data{"05/0399", std::nullopt},
-                      Data{"ab/cd/ef", std::nullopt}, Data{"0503aa", std::nullopt}));
+                      Data{"00/01/99", std::nullopt}, Data{"01/13/99", std::nullopt},
+                      // without a year, with one cut short, or not digits: no date
+                      Data{"0102", std::nullopt}, Data{"5/3", std::nullopt},
+                      Data{"05/0399", std::nullopt}, Data{"0503aa", std::nullopt}));
 
 // --- the screen-wide rules, on a screen of three fields and a button
 
@@ -64,7 +61,8 @@ class Regras : public ::testing::Test {
 };
 
 struct Tecla {
-    int de, tecla;
+    RefControle de;
+    int tecla;
     QString foco; // where the focus ends
     bool tratada;
 };
@@ -72,26 +70,20 @@ class EnterNaOrdem : public Regras, public ::testing::WithParamInterface<Tecla> 
 
 TEST_P(EnterNaOrdem, VaiAoSeguinte) {
     const Tecla &c = GetParam();
-    t.SetFocus("Campo", c.de);
+    t.SetFocus(c.de);
     int codigo = c.tecla;
-    EXPECT_EQ(enter_avanca(t, {"Campo", c.de}, codigo, ordem), c.tratada);
+    EXPECT_EQ(enter_avanca(t, c.de, codigo, ordem), c.tratada);
     EXPECT_EQ(t.Foco().texto(), c.foco);
     EXPECT_EQ(codigo, c.tratada ? 0 : c.tecla); // a handled Enter is spent
 }
 
-INSTANTIATE_TEST_SUITE_P(Teclas, EnterNaOrdem,
-                         ::testing::Values(Tecla{0, tecla::Enter, "Campo(2)", true},
-                                           Tecla{2, tecla::Enter, "Botao", true},
-                                           Tecla{1, tecla::Enter, "Campo(1)", false},
-                                           Tecla{0, tecla::F4, "Campo(0)", false}));
-
-TEST_F(Regras, EnterNoUltimoDaOrdemFicaEGastaATecla) {
-    t.SetFocus("Botao");
-    int codigo = tecla::Enter;
-    EXPECT_TRUE(enter_avanca(t, {"Botao", -1}, codigo, ordem));
-    EXPECT_EQ(t.Foco().texto(), "Botao");
-    EXPECT_EQ(codigo, 0);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Teclas, EnterNaOrdem,
+    ::testing::Values(Tecla{{"Campo", 0}, tecla::Enter, "Campo(2)", true},
+                      Tecla{{"Campo", 2}, tecla::Enter, "Botao", true},
+                      Tecla{{"Botao", -1}, tecla::Enter, "Botao", true}, // the last stays
+                      Tecla{{"Campo", 1}, tecla::Enter, "Campo(1)", false},
+                      Tecla{{"Campo", 0}, tecla::F4, "Campo(0)", false}));
 
 struct Corte {
     int tamanho, ate, corta, fica;
