@@ -2,8 +2,8 @@
 
 #include "cheque/main.h"
 #include "core/conversoes.h"
+#include "core/entrada.h"
 #include "printer/impressao.h"
-#include "printer/vexa32.h"
 #include "store/tabelas.h"
 
 namespace vexa {
@@ -21,35 +21,17 @@ QString mascara_valor(const QString &texto, const QString &mascara) {
 void ImprimeFrente(Main &Tela, bool Valido) {
     if (!Valido) return;
     Sessao &s = Tela.sessao;
-    Desktop &d = Tela.desktop;
     s.UltimoComentario = {Tela.Text2[0].Text, Tela.Text2[1].Text, Tela.Text2[2].Text};
-    if (d.MsgBox("Insira o Documento.", Botoes::OKCancel, "Impressão do Cheque",
-                 Icone::Informacao) == Resposta::Cancel)
-        return;
+    if (!pede_documento(Tela.desktop, "Impressão do Cheque")) return;
 
-    const QString Banco = Tela.Text1[0].Text.trimmed();
-    const QString Valor = mascara_valor(Tela.Text1[1].Text, "###,##0.00").trimmed();
-    QString Cidade = ConverteTexto(Tela.Text1[3].Text);
-    if (Cidade.isEmpty()) Cidade = " ";
     // The printer can't take an empty payee: the blank stands on the screen and in Log too.
     if (Tela.Text1[2].Text.isEmpty()) Tela.Muda(Tela.Text1[2], " ");
-    const QString Favorecido = ConverteTexto(Tela.Text1[2].Text);
-    const QString Data = Tela.Text1[4].Text.trimmed();
-
-    AnimaGauge(s, d, 1);
-    Vexa32 &imp = *s.Impressora;
-    imp.IniciaPorta(s.PortaImpressora);
-    const qint16 resultado = imp.ImprimeCheque(Banco, Valor, Favorecido, Cidade, Data, "");
-    imp.FechaPorta();
-    AnimaGauge(s, d, 0);
-
-    if (resultado == 1) {
-        if (Tela.CheckBox.Value) GravaCheque(Tela);
-        return;
-    }
-    d.MsgBox("Problemas com a impressao do cheque", Botoes::OK,
-             "Impressão do Cheque (" + Format(QString::number(resultado), "000") + ")",
-             Icone::Exclamacao);
+    const TextosCheque textos{
+        Tela.Text1[0].Text.trimmed(), mascara_valor(Tela.Text1[1].Text, "###,##0.00").trimmed(),
+        Tela.Text1[2].Text,           Tela.Text1[3].Text,
+        Tela.Text1[4].Text.trimmed(), QString()};
+    if (ImprimeUmCheque(s, Tela.desktop, &Tela.Gauge1, textos) == 1 && Tela.CheckBox.Value)
+        GravaCheque(Tela);
 }
 
 void GravaCheque(Main &Tela) {

@@ -5,10 +5,10 @@
 #include "cheque/pedidos.h"
 #include "cheque/verso.h"
 #include "core/conversoes.h"
+#include "core/entrada.h"
 #include "core/ini.h"
 #include "core/inicio.h"
 #include "core/instancia.h"
-#include "core/relogio.h"
 #include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
@@ -16,7 +16,7 @@
 #include "store/tabelas.h"
 
 #include <QFileInfo>
-#include <algorithm>
+#include <utility>
 
 namespace vexa {
 
@@ -25,7 +25,7 @@ namespace {
 const QString TituloPrograma = "Vexa PLUS - Document Printer";
 
 // The size limits of text that reaches a field otherwise than by typing: at a length of
-// `ate` or more the text is cut to `corta`.
+// `ate` or more the text is cut to `corta` (the city to less than its typing stop).
 struct Limite {
     int ate, corta;
 };
@@ -36,6 +36,20 @@ constexpr Limite limite_text2{81, 80};
 // The settings key of each front field that F4 stores; the date and the number aren't.
 const std::map<int, QString> chaves_frente = {
     {0, "NumBanco"}, {1, "Valor"}, {2, "Favorecido"}, {3, "Cidade"}};
+
+// Where Enter goes from each field.
+const std::vector<RefControle> ordem_frente = {{"Text1", 0}, {"Text1", 1}, {"Text1", 2},
+                                               {"Text1", 3}, {"Text1", 4}, {"Text1", 6},
+                                               {"Opcoes", 0}};
+std::vector<RefControle> ordem_de(const QString &nome, int n, const RefControle &depois) {
+    std::vector<RefControle> ordem;
+    for (int i = 0; i < n; ++i)
+        ordem.push_back({nome, i});
+    ordem.push_back(depois);
+    return ordem;
+}
+const std::vector<RefControle> ordem_verso = ordem_de("Text2", 10, {"Opcoes", 0});
+const std::vector<RefControle> ordem_extras = ordem_de("TxtCpo", 3, {"Text1", 6});
 
 QString chave_verso(int i) {
     return QStringLiteral("Linha%1").arg(i, 2, 10, QLatin1Char('0'));
@@ -74,6 +88,9 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
         TxtCpo.mapa().emplace(i, Texto());
     Label1[6].ToolTipText = "Nome do Banco";
     Label2.ForeColor = 0x808080; // a hint, not a label
+
+    // Every print sweeps this gauge, also those of the screens opened from here.
+    sessao.Gauge1 = &Gauge1;
 
     // Registered in the order of the screen: the focus walks them so.
     registra("Text1", Text1);
@@ -167,7 +184,9 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     Topicos.Enabled = false;
 }
 
-Main::~Main() = default;
+Main::~Main() {
+    if (sessao.Gauge1 == &Gauge1) sessao.Gauge1 = nullptr;
+}
 
 void Main::liga_tela(MenuItem &item, const QString &nome) {
     item.Enabled = tela_existe(nome);
@@ -192,9 +211,13 @@ void Main::Form_Load() {
         Unload();
         return;
     }
+    // The purges ask their questions; a request that comes meanwhile waits for the start.
+    ++ocupado_;
     IniciaSessao();
     ExpurgaCheques(sessao, desktop);
     ExpurgaCopias(sessao, desktop);
+    --ocupado_;
+    if (temPedido_) atende_pedidos();
 }
 
 bool Main::VerificaInstancia() {
@@ -210,9 +233,26 @@ bool Main::VerificaInstancia() {
 
 void Main::RecebePedido(const QMap<int, QString> &campos) {
     for (auto it = campos.begin(); it != campos.end(); ++it)
-        if (Text1.contains(it.key())) Muda(Text1[it.key()], it.value());
-    desktop.Mostra(*this);
-    Refresh();
+        pedido_[it.key()] = it.value();
+    temPedido_ = true;
+    // A message box of a command or of another request lets this one in: served from there it
+    // would change the fields under the command, and a flood would stack boxes without end.
+    if (ocupado_ == 0) atende_pedidos();
+}
+
+void Main::atende_pedidos() {
+    ++ocupado_;
+    while (temPedido_) {
+        const QMap<int, QString> campos = std::exchange(pedido_, {});
+        temPedido_ = false;
+        for (auto it = campos.begin(); it != campos.end(); ++it)
+            if (it.key() >= 0 && it.key() < ParametrosCheque.size())
+                ParametrosCheque[it.key()] = it.value();
+        AplicaParametros(*this);
+        desktop.Mostra(*this);
+        Refresh();
+    }
+    --ocupado_;
 }
 
 void Main::IniciaSessao() {
@@ -318,16 +358,16 @@ QStringList Main::TextosExtras() const {
 // --- the fields' events
 
 void Main::Text1_Change(int Index) {
+    // The name beside the bank is the looked-up code's: a code that changed by any road (typed,
+    // picked in the search, sent by another program) shows none until it is looked up.
+    if (Index == 0) Label1[6].Caption.clear();
     const auto limite = limites_text1.find(Index);
-    if (limite == limites_text1.end() || Text1[Index].Text.size() < limite->second.ate) return;
-    desktop.MsgBox("Tamanho Máximo deste campo...", Botoes::OK, "Erro");
-    Muda(Text1[Index], Text1[Index].Text.left(limite->second.corta));
+    if (limite != limites_text1.end())
+        corta_tamanho(*this, Text1[Index], limite->second.ate, limite->second.corta);
 }
 
 void Main::Text2_Change(int Index) {
-    if (Text2[Index].Text.size() < limite_text2.ate) return;
-    desktop.MsgBox("Tamanho Máximo deste campo...", Botoes::OK, "Erro");
-    Muda(Text2[Index], Text2[Index].Text.left(limite_text2.corta));
+    corta_tamanho(*this, Text2[Index], limite_text2.ate, limite_text2.corta);
 }
 
 void Main::Text1_GotFocus(int Index) {
@@ -363,67 +403,80 @@ void Main::Opcoes_Enter(int Index) {
 void Main::Text1_LostFocus(int Index) {
     if (sessao.ValidaCampos == 0) {
         Muda(Text1[Index], QString());
-        // An emptied bank field keeps no name beside it.
-        if (Index == 0) Label1[6].Caption.clear();
         sessao.ValidaCampos = 1;
         return;
     }
-    if (Index == 0) sai_banco();
-    if (Index == 1) sai_valor();
-    if (Index == 4) sai_data();
+    if (Index == 4) return sai_data();
+    if (!NormalizaCampo(Index)) SetFocus("Text1", Index);
 }
 
-void Main::sai_banco() {
+bool Main::NormalizaCampo(int Index) {
+    switch (Index) {
+    case 0:
+        return normaliza_banco();
+    case 1:
+        return normaliza_valor();
+    case 4:
+        return normaliza_data();
+    default:
+        return true;
+    }
+}
+
+bool Main::normaliza_banco() {
     Texto &campo = Text1[0];
-    // The name beside the code belongs to the code now in the field: a refused code, or one
-    // that can't be looked up, shows none rather than the last bank's.
+    // Also a code that can't be looked up shows no name.
     Label1[6].Caption.clear();
-    if (Val(campo.Text) <= 0) return Muda(campo, QString());
+    if (Val(campo.Text) <= 0) {
+        Muda(campo, QString());
+        return true;
+    }
     Muda(campo, Format(campo.Text, "000"));
-    if (AbreTabelas(sessao, desktop, 1, 0, 0, 0) == -2) return;
+    if (AbreTabelas(sessao, desktop, 1, 0, 0, 0) == -2) return true;
     const bool existe = ExisteCodigo(sessao, campo.Text, TabBancos) != 0;
     if (existe) Label1[6].Caption = NomeBanco(sessao, campo.Text);
     FechaTabelas(sessao, 1, 0, 0, 0);
-    if (existe) return;
+    if (existe) return true;
     Muda(campo, QString());
     desktop.MsgBox("Banco Inexistente...", Botoes::OK, "Erro");
-    SetFocus(campo);
+    return false;
 }
 
-void Main::sai_valor() {
+bool Main::normaliza_valor() {
     Texto &campo = Text1[1];
-    if (campo.Text.isEmpty()) return;
-    if (const auto valor = centavos(campo.Text))
-        return Muda(campo, formata_centavos(*valor, "###,##0.00"));
+    if (campo.Text.isEmpty()) return true;
+    const auto valor = centavos(campo.Text);
+    if (!valor) {
+        Muda(campo, QString());
+        return false;
+    }
+    // Through the mask a larger amount outgrows the field, whose cut would leave another number.
+    if (qAbs(*valor) > ValorMaximoCheque) {
+        desktop.MsgBox(MensagemValorMaximo, Botoes::OK, TituloPrograma, Icone::Exclamacao);
+        return false;
+    }
+    Muda(campo, formata_centavos(*valor, "###,##0.00"));
+    return true;
+}
+
+bool Main::normaliza_data() {
+    Texto &campo = Text1[4];
+    if (const auto data = data_digitada(campo.Text, sessao.MesAno)) {
+        Muda(campo, *data);
+        return true;
+    }
+    desktop.MsgBox("Data Inválida.", Botoes::OK, TituloPrograma);
     Muda(campo, QString());
-    SetFocus(campo);
+    return false;
 }
 
 void Main::sai_data() {
-    Texto &campo = Text1[4];
-    QString data = campo.Text;
-    if (data.isEmpty()) {
-        data = hoje().toString("ddMMyy");
+    // An empty date becomes today's, and the number is next.
+    const bool vazia = Text1[4].Text.isEmpty();
+    if (!normaliza_data())
+        SetFocus("Text1", 4);
+    else if (vazia)
         SetFocus("Text1", 6);
-    } else if (data.size() <= 2) {
-        // A day alone is that day of the month of the run.
-        data = data_curta(data, sessao.MesAno);
-    } else if (data.count(u'/') == 2) {
-        const QStringList partes = data.split(u'/');
-        data =
-            Format(partes[0], "00") + Format(partes[1], "00") + Format(partes[2], "0000").right(2);
-    } else if (data.size() >= 8 && !data.contains(u'/')) {
-        data = data.left(4) + data.mid(6, 2);
-    }
-    // Only a whole date stands in the field: "0102" would pass the check with a year of 0 and
-    // show as "  /01/02", to be refused later by the check before printing.
-    const bool seis_digitos =
-        data.size() == 6 &&
-        std::all_of(data.begin(), data.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-    if (seis_digitos && DataValida(data)) return Muda(campo, Format(data, "@@/@@/@@"));
-    desktop.MsgBox("Data Inválida.", Botoes::OK, TituloPrograma);
-    Muda(campo, QString());
-    SetFocus(campo);
 }
 
 bool Main::limpa_ou_grava(Texto &campo, int KeyCode, const QString &secao, const QString &chave) {
@@ -449,37 +502,23 @@ void Main::Text1_KeyDown(int Index, int &KeyCode, int) {
         sessao.TipoPesquisa = tipos.at(Index);
         abre(telas::Pesquisa);
     }
-    if (KeyCode != tecla::Enter) return;
-    KeyCode = 0;
-    if (Index <= 2)
-        SetFocus("Text1", Index + 1);
-    else if (Index == 3 && !Text1[3].Text.isEmpty())
-        SetFocus("Text1", 4);
-    else if (Index == 4)
-        SetFocus("Text1", 6);
-    else if (Index == 6)
-        SetFocus("Opcoes", 0);
+    // An empty city keeps the focus.
+    if (KeyCode == tecla::Enter && Index == 3 && Text1[3].Text.isEmpty()) {
+        KeyCode = 0;
+        return;
+    }
+    enter_avanca(*this, {"Text1", Index}, KeyCode, ordem_frente);
 }
 
 void Main::Text2_KeyDown(int Index, int &KeyCode, int) {
     if (limpa_ou_grava(Text2[Index], KeyCode, "Verso", chave_verso(Index))) return;
-    if (KeyCode != tecla::Enter) return;
-    KeyCode = 0;
-    if (Index < 9)
-        SetFocus("Text2", Index + 1);
-    else
-        SetFocus("Opcoes", 0);
+    enter_avanca(*this, {"Text2", Index}, KeyCode, ordem_verso);
 }
 
 void Main::TxtCpo_KeyDown(int Index, int &KeyCode, int) {
     if (limpa_ou_grava(TxtCpo[Index], KeyCode, "FrenteInfo", chave_extra(Index))) return;
     if (KeyCode == tecla::F3) abre_campo_extra(Index);
-    if (KeyCode != tecla::Enter) return;
-    KeyCode = 0;
-    if (Index < 2)
-        SetFocus("TxtCpo", Index + 1);
-    else
-        SetFocus("Text1", 6);
+    enter_avanca(*this, {"TxtCpo", Index}, KeyCode, ordem_extras);
 }
 
 void Main::abre_campo_extra(int campo) {
@@ -512,6 +551,14 @@ bool Main::ValidaCheque() {
 }
 
 void Main::Opcoes_Click(int Index) {
+    // Requests that come while a command runs wait for its end (see RecebePedido).
+    ++ocupado_;
+    comando(Index);
+    --ocupado_;
+    if (ocupado_ == 0 && temPedido_) atende_pedidos();
+}
+
+void Main::comando(int Index) {
     switch (Index) {
     case 0:
         if (!ValidaCheque()) return;

@@ -114,9 +114,16 @@ class Main : public Tela {
     void Timer1_Timer();
     void Sair_Click();
 
-    // A request that reached this running copy: the fields take their texts as if typed,
-    // and the window comes forward.
+    // A request that reached this running copy: the fields take their texts as if typed and
+    // left, and the window comes forward. A request that comes while a command runs (a print
+    // waiting for its document) or while another is served waits for it to end; the fields of
+    // requests that wait together are merged, the later one's winning.
     void RecebePedido(const QMap<int, QString> &campos);
+
+    // The rule of leaving a front field, without the focus: the bank with its name, the amount
+    // through its mask, the date in "dd/mm/aa"; a bad value is emptied (with its message where
+    // the field has one). False when the value was refused. The other fields pass as they are.
+    bool NormalizaCampo(int Index);
 
   private:
     // The single-copy test: true when a running copy took the request (this one then ends).
@@ -128,15 +135,23 @@ class Main : public Tela {
     // F8 empties a field; F4 stores it under its key (none: nothing is stored). True when
     // the key was one of the two.
     bool limpa_ou_grava(Texto &campo, int KeyCode, const QString &secao, const QString &chave);
-    void sai_banco();
-    void sai_valor();
+    bool normaliza_banco();
+    bool normaliza_valor();
+    bool normaliza_data();
     void sai_data();
+    void comando(int Index);
+    // Serves the waiting requests one after the other, never inside one another.
+    void atende_pedidos();
     void abre_campo_extra(int campo);
 
     QString linhaComando_;
     std::unique_ptr<Instancia> instancia_;
     bool entregue_ = false;
     QString dicaGuardada_;
+    // Commands and requests being served: requests wait while it isn't 0.
+    int ocupado_ = 0;
+    QMap<int, QString> pedido_;
+    bool temPedido_ = false;
 };
 
 } // namespace vexa

@@ -2,6 +2,8 @@
 
 #include "cheque/main.h"
 
+#include <utility>
+
 namespace vexa {
 
 QStringList LeLinhaComando(const QString &Linha) {
@@ -35,11 +37,18 @@ void GuardaParametro(QStringList &Parametros, const QString &Letra, const QStrin
 }
 
 void AplicaParametros(Main &Tela) {
+    QList<int> chegados;
     for (int i = 0; i < Tela.ParametrosCheque.size(); ++i) {
         if (Tela.ParametrosCheque[i].isEmpty() || !Tela.Text1.contains(i)) continue;
         Tela.Muda(Tela.Text1[i], Tela.ParametrosCheque[i]);
         Tela.ParametrosCheque[i].clear();
+        chegados.append(i);
     }
+    // A requested cheque prints and registers as the same cheque typed: each field is taken as
+    // if typed and left, and the first one refused keeps the focus.
+    bool recusado = false;
+    for (int i : chegados)
+        if (!Tela.NormalizaCampo(i) && !std::exchange(recusado, true)) Tela.SetFocus("Text1", i);
 }
 
 } // namespace vexa

@@ -18,8 +18,9 @@ QStringList LeLinhaComando(const QString &Linha);
 // trimmed. An unknown letter stores nothing.
 void GuardaParametro(QStringList &Parametros, const QString &Letra, const QString &Valor);
 
-// Moves the request's texts into the entry screen's fields as if typed: the size limits
-// apply, the leave checks don't. Each text is emptied as it is moved.
+// Moves the request's texts into the entry screen's fields as if typed and left: the size
+// limits cut them, then each field is normalised as on leaving it (bank with its name, amount
+// through its mask, date as "dd/mm/aa"). Each text is emptied as it is moved.
 void AplicaParametros(Main &Tela);
 
 } // namespace vexa

@@ -1,6 +1,7 @@
 #include "cheque/verso.h"
 
 #include "cheque/main.h"
+#include "core/entrada.h"
 #include "printer/impressao.h"
 
 namespace vexa {
@@ -11,9 +12,7 @@ const QString Margem(15, u' ');
 } // namespace
 
 void ImprimeVerso(Main &Tela) {
-    if (Tela.desktop.MsgBox("Insira o Documento.", Botoes::OKCancel, "Impressão do Verso",
-                            Icone::Informacao) == Resposta::Cancel)
-        return;
+    if (!pede_documento(Tela.desktop, "Impressão do Verso")) return;
     QString texto;
     qint16 modo = 3;
     for (int i = 0; i <= 9; ++i) {

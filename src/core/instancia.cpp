@@ -42,7 +42,8 @@ QByteArray Instancia::Codifica(const QMap<int, QString> &campos) {
     QByteArray b = Cabecalho;
     b += '\n';
     for (auto it = campos.begin(); it != campos.end(); ++it)
-        b += "Text1(" + QByteArray::number(it.key()) + ")=" + it.value().toUtf8().toBase64() + '\n';
+        b += "Text1(" + QByteArray::number(it.key()) +
+             ")=" + it.value().left(CampoMaximo).toUtf8().toBase64() + '\n';
     b += "FIM\n";
     return b;
 }
@@ -63,8 +64,9 @@ bool Instancia::Decodifica(const QByteArray &bytes, QMap<int, QString> &campos) 
             QByteArray::fromBase64Encoding(l.mid(9), QByteArray::AbortOnBase64DecodingErrors);
         if (!b64) return false;
         const QString valor = QString::fromUtf8(*b64);
-        if (valor.size() > CampoMaximo || valor.contains(QChar(0))) return false;
-        campos.insert(indice, valor);
+        if (valor.contains(QChar(0))) return false;
+        // A longer value is no field's: the field's own limit cuts it further, with its message.
+        campos.insert(indice, valor.left(CampoMaximo));
     }
     return true;
 }

@@ -9,6 +9,7 @@ namespace vexa {
 
 class BaseDados;
 class Vexa32;
+struct Medidor;
 
 struct Sessao {
     Sessao();
@@ -57,6 +58,8 @@ struct Sessao {
 
     // The printer library in use (simulated or the real one).
     std::unique_ptr<Vexa32> Impressora;
+    // The entry screen's gauge, which every print sweeps; null while that screen isn't open.
+    Medidor *Gauge1 = nullptr;
 
     // Sets CaminhoApp and the paths that hang on it, and creates the folder.
     void DefineCaminho(const QString &caminhoApp);

@@ -45,13 +45,17 @@ qint16 posicao_campo(const Sessao &s, const QString &chave) {
     return numero16(v);
 }
 
+void anima(Sessao &s, qint16 Ligado) {
+    if (s.Gauge1) AnimaGauge(*s.Gauge1, Ligado);
+}
+
 } // namespace
 
-qint16 ComandoImpressora(Sessao &s, Desktop &d, qint16 Operacao, const PedidoImpressora &p) {
+qint16 ComandoImpressora(Sessao &s, Desktop &, qint16 Operacao, const PedidoImpressora &p) {
     if (!s.Impressora) return 0;
     Vexa32 &imp = *s.Impressora;
     qint16 resultado = 1;
-    AnimaGauge(s, d, 1);
+    anima(s, 1);
     imp.IniciaPorta(s.PortaImpressora);
     switch (Operacao) {
     case 0:
@@ -70,7 +74,7 @@ qint16 ComandoImpressora(Sessao &s, Desktop &d, qint16 Operacao, const PedidoImp
         break;
     }
     imp.FechaPorta();
-    AnimaGauge(s, d, 0);
+    anima(s, 0);
     return resultado;
 }
 
@@ -122,7 +126,7 @@ void EnviaFormatoData(Sessao &s, int Digitos) {
 bool EnviaTextoImpressora(Sessao &s, Desktop &d, const QString &Texto, qint16 Modo) {
     if (!s.Impressora) return false;
     Vexa32 &imp = *s.Impressora;
-    AnimaGauge(s, d, 1);
+    anima(s, 1);
     if (imp.IniciaPorta(s.PortaImpressora) == 0) {
         d.MsgBox("Erro de comunicação com a impressora.", Botoes::OK, QString(), Icone::Critico);
         return false;
@@ -135,7 +139,7 @@ bool EnviaTextoImpressora(Sessao &s, Desktop &d, const QString &Texto, qint16 Mo
     }
     imp.TravaDoc(0);
     imp.FechaPorta();
-    AnimaGauge(s, d, 0);
+    anima(s, 0);
     return true;
 }
 
@@ -172,20 +176,43 @@ qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo) {
     return 1;
 }
 
-void AnimaGauge(Sessao &s, Desktop &d, qint16 Ligado) {
-    Q_UNUSED(s);
-    if (Ligado == 0) return;
-    Tela *tela = d.Aberta(telas::Main);
-    if (!tela) return;
-    Controle *gauge = tela->controle("Gauge1");
-    if (!gauge) return;
-    gauge->ForeColor = 65280;
-    for (int i = 1; i <= 100; ++i) {
-        gauge->Value = i;
-        if (i > 60 && i < 80) gauge->ForeColor = 65535;
-        if (i > 80) gauge->ForeColor = 255;
+qint16 ImprimeUmCheque(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
+                       bool TestaPorta) {
+    if (!s.Impressora) return PortaNaoAbriu;
+    // The printer can't take an empty payee or city.
+    const auto para_impressora = [](const QString &texto) {
+        const QString t = ConverteTexto(texto);
+        return t.isEmpty() ? QStringLiteral(" ") : t;
+    };
+    if (Gauge) AnimaGauge(*Gauge, 1);
+    Vexa32 &imp = *s.Impressora;
+    if (imp.IniciaPorta(s.PortaImpressora) != 1 && TestaPorta) {
+        d.MsgBox("Problemas ao se comunicar com a impressora!\rVerifique a mesma e selecione "
+                 "\"OK\"!",
+                 Botoes::OK, "Impressão do Cheque", Icone::Critico);
+        if (Gauge) AnimaGauge(*Gauge, 0);
+        return PortaNaoAbriu;
     }
-    tela->Refresh();
+    const qint16 resultado =
+        imp.ImprimeCheque(Textos.Banco, Textos.Valor, para_impressora(Textos.Favorecido),
+                          para_impressora(Textos.Cidade), Textos.Data, Textos.Extra);
+    imp.FechaPorta();
+    if (Gauge) AnimaGauge(*Gauge, 0);
+    if (resultado != 1)
+        d.MsgBox("Problemas com a impressao do cheque", Botoes::OK,
+                 "Impressão do Cheque (" + Format(QString::number(resultado), "000") + ")",
+                 Icone::Exclamacao);
+    return resultado;
+}
+
+void AnimaGauge(Medidor &Gauge, qint16 Ligado) {
+    if (Ligado == 0) return;
+    Gauge.ForeColor = 65280;
+    for (int i = 1; i <= 100; ++i) {
+        Gauge.Value = i;
+        if (i > 60 && i < 80) Gauge.ForeColor = 65535;
+        if (i > 80) Gauge.ForeColor = 255;
+    }
 }
 
 void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor) {

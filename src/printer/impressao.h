@@ -3,11 +3,14 @@
 // step with the database, the sending of free text, the extra fields of a cheque, the
 // date-format command, the amount in words and the entry screen's gauge.
 //
+// The gauge they sweep is the entry screen's, which it lends to the session (Sessao::Gauge1).
+//
 // Each procedure opens the port for its one operation and closes it again, with two
 // exceptions: ImprimeCamposExtras hands its fields over with the port closed, and a text
 // the printer refuses leaves the port as it is (no TravaDoc(0), no FechaPorta).
 #include "core/desktop.h"
 #include "core/sessao.h"
+#include "core/tela.h"
 #include "printer/vexa32.h"
 
 #include <QString>
@@ -52,8 +55,26 @@ bool EnviaTextoImpressora(Sessao &s, Desktop &d, const QString &Texto, qint16 Mo
 // handed to the printer, unconverted, for the cheque that follows. 1, or -4 after a message.
 qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo);
 
-// The short colour sweep of the entry screen's gauge ahead of a print.
-void AnimaGauge(Sessao &s, Desktop &d, qint16 Ligado);
+// The six texts of ImprimeCheque. Payee and city go as the screen holds them: the print turns
+// them into the printer's characters, and an empty one into one blank. Extra is empty for a
+// single cheque; an instalment repeats its amount there.
+struct TextosCheque {
+    QString Banco, Valor, Favorecido, Cidade, Data, Extra;
+};
+
+// ImprimeUmCheque's answer when TestaPorta is set and the port didn't open.
+constexpr qint16 PortaNaoAbriu = -1;
+
+// One cheque between IniciaPorta and FechaPorta, with the gauge's sweep ahead of it (no gauge:
+// none). Returns the result of ImprimeCheque: 1 printed; any other is shown as "Problemas com a
+// impressao do cheque" with the code in the title. The single cheque doesn't look at the port:
+// the cheque's own code tells the failure. With TestaPorta a port that doesn't open stops the
+// print with its own message, and the result is PortaNaoAbriu.
+qint16 ImprimeUmCheque(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
+                       bool TestaPorta = false);
+
+// The short colour sweep of a gauge ahead of a print; a zero Ligado does nothing.
+void AnimaGauge(Medidor &Gauge, qint16 Ligado);
 
 // The amount in words, made by the printer and read back from Extenso.ret into
 // s.ValorExtenso. The words keep the zero byte that ends them in the file, so that every

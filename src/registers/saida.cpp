@@ -1,6 +1,7 @@
 #include "registers/saida.h"
 
 #include "core/conversoes.h"
+#include "core/entrada.h"
 #include "printer/impressao.h"
 #include "printer/sistema.h"
 #include "store/tabelas.h"
@@ -98,9 +99,7 @@ void imprime_lista(Sessao &s, Desktop &d, int Destino, const QString &Ordem,
         for (int p = 0; p < paginas.size(); ++p) {
             const QString titulo =
                 p == 0 ? titulo_primeira_pagina(Tabela) : QStringLiteral("Impressão do Cheque");
-            if (d.MsgBox("Insira o Documento.", Botoes::OKCancel, titulo, Icone::Informacao) !=
-                Resposta::OK)
-                return;
+            if (!pede_documento(d, titulo)) return;
             // A page the printer refused leaves the rest of the list unsent.
             if (!EnviaTextoImpressora(s, d, paginas[p], 1)) return;
         }

@@ -17,7 +17,7 @@ QString regua(int n) {
 }
 
 // What sets one format on one target apart from the others.
-struct Forma {
+struct Molde {
     QString fim;        // line end
     int margem = 0;     // blanks in front of every line of the head, the foot and the totals
     int porLinha = 1;   // cheques on a line
@@ -29,8 +29,8 @@ struct Forma {
     QStringList rotulosCheia, rotulosUltima; // the totals' labels at the end of a full page, last
 };
 
-Forma forma_de(FormatoLista formato, DestinoLista destino, int NumChkPgRel) {
-    Forma f;
+Molde forma_de(FormatoLista formato, DestinoLista destino, int NumChkPgRel) {
+    Molde f;
     const bool win = destino == DestinoLista::Windows;
     f.fim = destino == DestinoLista::Vexa ? QStringLiteral("\n") : QStringLiteral("\r\n");
     const int porPaginaWin = qMax(1, NumChkPgRel);
@@ -82,19 +82,19 @@ Forma forma_de(FormatoLista formato, DestinoLista destino, int NumChkPgRel) {
 }
 
 // The rules of a head: its first line, and its third and fifth.
-QPair<int, int> reguas_cabeca(const Forma &f, DestinoLista destino, int pagina) {
+QPair<int, int> reguas_cabeca(const Molde &f, DestinoLista destino, int pagina) {
     if (!f.compacto)
         return destino == DestinoLista::Windows ? qMakePair(100, 100) : qMakePair(94, 94);
     if (destino == DestinoLista::Windows) return {72, 72};
     return pagina == 1 ? qMakePair(107, 107) : qMakePair(108, 104);
 }
 
-int regua_rodape(const Forma &f, DestinoLista destino) {
+int regua_rodape(const Molde &f, DestinoLista destino) {
     if (!f.compacto) return destino == DestinoLista::Windows ? 100 : 94;
     return destino == DestinoLista::Windows ? 72 : 108;
 }
 
-QString cabecalho(const Forma &f, DestinoLista destino, const QString &hoje, int pagina,
+QString cabecalho(const Molde &f, DestinoLista destino, const QString &hoje, int pagina,
                   int paginas) {
     const QString m = brancos(f.margem);
     const auto [primeira, outras] = reguas_cabeca(f, destino, pagina);
@@ -109,19 +109,19 @@ QString cabecalho(const Forma &f, DestinoLista destino, const QString &hoje, int
     return t;
 }
 
-QString total(const Forma &f, const QString &rotulo, qint64 centavos_) {
+QString total(const Molde &f, const QString &rotulo, qint64 centavos_) {
     return brancos(f.margem) + rotulo +
            Format(formata_centavos(centavos_, "##,###,###,##0.00"), "@@@@@@@@@@@@@@@@@") + f.fim;
 }
 
-QString totais(const Forma &f, const QStringList &rotulos, qint64 pagina, qint64 acumulado,
+QString totais(const Molde &f, const QStringList &rotulos, qint64 pagina, qint64 acumulado,
                qint64 cancelados) {
     return total(f, rotulos[0], pagina) + total(f, rotulos[1], acumulado) +
            total(f, rotulos[2], cancelados);
 }
 
 // A row's part on a line of the list.
-QString corpo(const Forma &f, DestinoLista destino, const QString &linha) {
+QString corpo(const Molde &f, DestinoLista destino, const QString &linha) {
     const bool cancelado = linha.startsWith(u'C');
     if (f.compacto) {
         // The number's column has 11 places for a number kept in 12: its last 11 show, so a
@@ -138,7 +138,7 @@ QString corpo(const Forma &f, DestinoLista destino, const QString &linha) {
 
 QStringList EnviosLista(const QStringList &Linhas, FormatoLista Formato, DestinoLista Destino,
                         const QString &Hoje6, int NumChkPgRel) {
-    const Forma f = forma_de(Formato, Destino, NumChkPgRel);
+    const Molde f = forma_de(Formato, Destino, NumChkPgRel);
     const QString hoje = Format(Hoje6, "@@/@@/@@");
     const int paginas =
         int(Linhas.size() / f.porPagina) + (Linhas.size() % f.porPagina != 0 ? 1 : 0);

@@ -1,10 +1,14 @@
 #include "cheque/extra.h"
 #include "cheque/main.h"
+#include "cheque/pedidos.h"
 #include "core/conversoes.h"
 #include "core/desktop_roteiro.h"
+#include "core/entrada.h"
 #include "core/ini.h"
 #include "core/inicio.h"
+#include "core/instancia.h"
 #include "core/relogio.h"
+#include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/simulador.h"
 #include "registers/pesquisa.h"
@@ -18,8 +22,26 @@ using namespace vexa;
 
 namespace {
 
-constexpr int Enter = 13, F3 = 114, F4 = 115, F8 = 119;
+using tecla::Enter, tecla::F3, tecla::F4, tecla::F8;
 const QString Titulo = "Vexa PLUS - Document Printer";
+
+// A scripted desktop on which something can happen while a message box is open, as another
+// program's request arrives in the box's own event loop. It keeps how deep boxes were opened
+// inside one another.
+class DesktopComPedidos : public DesktopRoteiro {
+  public:
+    std::function<void(const QString &texto)> enquantoAberta;
+    int abertas = 0, maisFundo = 0;
+
+    Resposta MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
+                    Icone icone) override {
+        const Resposta r = DesktopRoteiro::MsgBox(texto, botoes, titulo, icone);
+        maisFundo = std::max(maisFundo, ++abertas);
+        if (enquantoAberta) enquantoAberta(texto);
+        --abertas;
+        return r;
+    }
+};
 
 class TelaMain : public ::testing::Test {
   protected:
@@ -52,6 +74,19 @@ class TelaMain : public ::testing::Test {
             if (i != 5) m->Text1[i].Text = textos[i];
         m->SetFocus("CheckBox");
     }
+    // F3 in the bank field and, in the search, the pick of the one bank named "Brades..." (237).
+    // The search window, closed by the pick.
+    Pesquisa *escolhe_banco_na_pesquisa() {
+        m->SetFocus("Text1", 0);
+        m->Tecla(F3);
+        auto *p = d.Tela_<Pesquisa>("Pesquisa");
+        if (!p) return nullptr;
+        p->Digita("Text1", 0, "Brades");
+        EXPECT_EQ(p->List1.ListCount(), 1);
+        p->List1.ListIndex = 0;
+        p->Clica("Command3D1", 0);
+        return p;
+    }
     QList<QMap<QString, QString>> linhas_log() {
         QList<QMap<QString, QString>> linhas;
         EXPECT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
@@ -68,7 +103,7 @@ class TelaMain : public ::testing::Test {
 
     QTemporaryDir pasta;
     Sessao s{pasta.path()};
-    DesktopRoteiro d;
+    DesktopComPedidos d;
     Main *m = nullptr;
 };
 
@@ -101,29 +136,34 @@ TEST_P(SaidaDeCampo, NormalizaOuRecusa) {
 const RefControle Caixa_{"CheckBox", -1};
 INSTANTIATE_TEST_SUITE_P(
     Campos, SaidaDeCampo,
-    ::testing::Values(Saida{0, "1", "001", Caixa_},
-                      Saida{0, "abc", "", Caixa_}, // numeric value 0: emptied, no word
-                      Saida{0, "0", "", Caixa_},
-                      Saida{0, "998", "", {"Text1", 0}, "Banco Inexistente...", "Erro"},
-                      Saida{1, "1000", "1.000,00", Caixa_}, Saida{1, "1234,5", "1.234,50", Caixa_},
-                      Saida{1, "1.234,567", "1.234,57", Caixa_}, Saida{1, "12x", "", {"Text1", 1}},
-                      Saida{1, "", "", Caixa_}, Saida{4, "1/2/03", "01/02/03", Caixa_},
-                      Saida{4, "01/02/2003", "01/02/03", Caixa_},
-                      Saida{4, "050399", "05/03/99", Caixa_},
-                      Saida{4, "05031999", "05/03/99", Caixa_},
-                      Saida{4, "29/2/00", "29/02/00", Caixa_},
-                      // an empty date is today's, and the number is next
-                      Saida{4, "", "23/11/26", {"Text1", 6}},
-                      Saida{4, "31/04/99", "", {"Text1", 4}, "Data Inválida.", Titulo},
-                      Saida{4, "29/02/01", "", {"Text1", 4}, "Data Inválida.", Titulo},
-                      // a day alone is of the month of the run (November 2026)
-                      Saida{4, "5", "05/11/26", Caixa_},
-                      Saida{4, "31", "", {"Text1", 4}, "Data Inválida.", Titulo},
-                      // a day and a month without a year are no date, not "  /01/02"
-                      Saida{4, "0102", "", {"Text1", 4}, "Data Inválida.", Titulo},
-                      Saida{4, "1/2/", "", {"Text1", 4}, "Data Inválida.", Titulo},
-                      // the payee, the city and the number are taken as typed
-                      Saida{2, "D'Ávila", "D'Ávila", Caixa_}, Saida{6, "A12", "A12", Caixa_}));
+    ::testing::Values(
+        Saida{0, "1", "001", Caixa_},
+        Saida{0, "abc", "", Caixa_}, // numeric value 0: emptied, no word
+        Saida{0, "0", "", Caixa_},
+        Saida{0, "998", "", {"Text1", 0}, "Banco Inexistente...", "Erro"},
+        Saida{1, "1000", "1.000,00", Caixa_}, Saida{1, "1234,5", "1.234,50", Caixa_},
+        Saida{1, "1.234,567", "1.234,57", Caixa_}, Saida{1, "12x", "", {"Text1", 1}},
+        Saida{1, "", "", Caixa_},
+        // the largest amount a cheque holds, and above it a refusal that keeps
+        // the text rather than the field's cut into another number
+        Saida{1, "9999999999,99", "9.999.999.999,99", Caixa_},
+        Saida{1, "99999999999", "99999999999", {"Text1", 1}, MensagemValorMaximo, Titulo},
+        Saida{1, "9999999999,995", "9999999999,995", {"Text1", 1}, MensagemValorMaximo, Titulo},
+        Saida{4, "1/2/03", "01/02/03", Caixa_}, Saida{4, "01/02/2003", "01/02/03", Caixa_},
+        Saida{4, "050399", "05/03/99", Caixa_}, Saida{4, "05031999", "05/03/99", Caixa_},
+        Saida{4, "29/2/00", "29/02/00", Caixa_},
+        // an empty date is today's, and the number is next
+        Saida{4, "", "23/11/26", {"Text1", 6}},
+        Saida{4, "31/04/99", "", {"Text1", 4}, "Data Inválida.", Titulo},
+        Saida{4, "29/02/01", "", {"Text1", 4}, "Data Inválida.", Titulo},
+        // a day alone is of the month of the run (November 2026)
+        Saida{4, "5", "05/11/26", Caixa_},
+        Saida{4, "31", "", {"Text1", 4}, "Data Inválida.", Titulo},
+        // a day and a month without a year are no date, not "  /01/02"
+        Saida{4, "0102", "", {"Text1", 4}, "Data Inválida.", Titulo},
+        Saida{4, "1/2/", "", {"Text1", 4}, "Data Inválida.", Titulo},
+        // the payee, the city and the number are taken as typed
+        Saida{2, "D'Ávila", "D'Ávila", Caixa_}, Saida{6, "A12", "A12", Caixa_}));
 
 TEST_F(TelaMain, BancoMostraONomeAoLadoDoCodigo) {
     abre();
@@ -296,14 +336,8 @@ TEST_F(TelaMain, F3PedeAPesquisaSoNoBancoFavorecidoECidade) {
 
 TEST_F(TelaMain, BancoEscolhidoNaPesquisaEntraNoCampo) {
     abre();
-    m->SetFocus("Text1", 0);
-    m->Tecla(F3);
-    auto *p = d.Tela_<Pesquisa>("Pesquisa");
+    Pesquisa *p = escolhe_banco_na_pesquisa();
     ASSERT_NE(p, nullptr);
-    p->Digita("Text1", 0, "Brades");
-    ASSERT_EQ(p->List1.ListCount(), 1);
-    p->List1.ListIndex = 0;
-    p->Clica("Command3D1", 0);
     EXPECT_TRUE(p->Descarregada());
     m->Form_Activate();
     EXPECT_EQ(m->Text1[0].Text, "237");
@@ -669,11 +703,13 @@ TEST_F(TelaMain, PartidaLeConfiguracoesEPedido) {
     m = d.Tela_<Main>("Main");
     ASSERT_NE(m, nullptr);
     EXPECT_EQ(m->Caption, "Vexa - Plus Document Printer");
-    // The request wins over the stored line; a field it doesn't name keeps the stored one.
+    // The request wins over the stored line, taken as if typed and left; a field it doesn't
+    // name keeps the stored one.
     EXPECT_EQ(m->Text1[0].Text, "001");
-    EXPECT_EQ(m->Text1[1].Text, "1234,50"); // as typed: no leave check ran
+    EXPECT_EQ(m->Label1[6].Caption, NomeBanco(s, "001"));
+    EXPECT_EQ(m->Text1[1].Text, "1.234,50");
     EXPECT_EQ(m->Text1[2].Text, "Maria");
-    EXPECT_EQ(m->Text1[4].Text, "050399");
+    EXPECT_EQ(m->Text1[4].Text, "05/03/99");
     EXPECT_EQ(m->Text1[6].Text, "");
     EXPECT_EQ(m->Text2[1].Text, "Cmd guardado");
     EXPECT_EQ(m->CheckBox.Value, 0);
@@ -757,11 +793,149 @@ TEST_F(TelaMain, PedidoDeOutraCopiaEntraComoDigitado) {
     d.Mostradas.clear();
     m->RecebePedido({{0, "237"}, {3, QString(30, u'c')}});
     EXPECT_EQ(m->Text1[0].Text, "237");
-    EXPECT_TRUE(m->Label1[6].Caption.isEmpty()); // no leave check ran
+    EXPECT_EQ(m->Label1[6].Caption, NomeBanco(s, "237"));
     EXPECT_EQ(m->Text1[3].Text, QString(15, u'c'));
     EXPECT_EQ(d.Textos(), QStringList{"Tamanho Máximo deste campo..."});
     EXPECT_EQ(d.Mostradas, QStringList{"Main"});
     EXPECT_TRUE(imp().Registro().isEmpty()); // a request never prints
+}
+
+// --- requests from other programs
+
+QMap<int, QString> pedido_da_linha(const QString &linha) {
+    const QStringList campos = LeLinhaComando(linha);
+    QMap<int, QString> pedido;
+    for (int i = 0; i < campos.size(); ++i)
+        if (!campos[i].isEmpty()) pedido.insert(i, campos[i]);
+    return pedido;
+}
+
+// A cheque filled by another program prints and registers exactly as the same cheque typed.
+TEST_F(TelaMain, ChequeDoPedidoImprimeERegistraComoODigitado) {
+    abre();
+    m->CheckBox.Value = 1;
+    const QStringList digitados{"1", "1234,5", "Maria", "Santos", "050399", "", "000123"};
+    for (int i : {0, 1, 2, 3, 4, 6})
+        digita_e_sai(i, digitados[i]);
+    m->Clica("Opcoes", 0);
+    const QStringList chamadasDigitado = imp().Chamadas();
+    ASSERT_EQ(chamadasDigitado.value(1), "ImprimeCheque(001|1.234,50|Maria|Santos|05/03/99|)");
+
+    m->Clica("Opcoes", 3);
+    imp().LimpaChamadas();
+    m->RecebePedido(pedido_da_linha("/B001/V1234,50/FMaria/LSantos/D050399/C000123"));
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(imp().Chamadas(), chamadasDigitado);
+
+    const auto linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 2);
+    for (const char *campo : {"Banco", "V_CH", "Favor", "Local", "Data", "NRCH"})
+        EXPECT_EQ(linhas[1].value(campo), linhas[0].value(campo)) << campo;
+}
+
+// The bank's name beside the code is never another code's, whichever road brought the code.
+class NomeDoCodigoQueChega : public TelaMain, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(NomeDoCodigoQueChega, NuncaODoCodigoAnterior) {
+    const bool pelaPesquisa = GetParam();
+    abre();
+    digita_e_sai(0, "1");
+    ASSERT_EQ(m->Label1[6].Caption, NomeBanco(s, "001"));
+    if (pelaPesquisa) {
+        ASSERT_NE(escolhe_banco_na_pesquisa(), nullptr);
+        m->Form_Activate();
+    } else {
+        m->RecebePedido({{0, "237"}});
+    }
+    ASSERT_EQ(m->Text1[0].Text, "237");
+    EXPECT_TRUE(m->Label1[6].Caption.isEmpty() || m->Label1[6].Caption == NomeBanco(s, "237"))
+        << m->Label1[6].Caption.toStdString();
+    EXPECT_NE(m->Label1[6].Caption, NomeBanco(s, "001"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Caminhos, NomeDoCodigoQueChega, ::testing::Bool());
+
+// A request that comes while the operator is asked for the document waits for the print: the
+// validated cheque is the one printed and registered, and the request fills the screen after.
+TEST_F(TelaMain, PedidoDuranteOPedidoDoDocumentoEsperaAImpressao) {
+    abre();
+    preenche("001", "1.234,50", "Maria", "Santos", "05/03/99", "000123");
+    m->CheckBox.Value = 1;
+    d.enquantoAberta = [&](const QString &texto) {
+        if (texto == "Insira o Documento.")
+            m->RecebePedido({{1, "99"}, {2, "Outro"}, {4, "311299"}});
+    };
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(imp().Chamadas().value(1), "ImprimeCheque(001|1.234,50|Maria|Santos|05/03/99|)");
+    const auto linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 1);
+    EXPECT_EQ(linhas[0].value("Favor"), "Maria");
+    EXPECT_EQ(linhas[0].value("V_CH"), "1234,5");
+    EXPECT_EQ(linhas[0].value("Data"), "05/03/99");
+
+    EXPECT_EQ(m->Text1[1].Text, "99,00");
+    EXPECT_EQ(m->Text1[2].Text, "Outro");
+    EXPECT_EQ(m->Text1[4].Text, "31/12/99");
+}
+
+// Requests that wait together are served once, the fields of the later ones replacing the
+// earlier ones'.
+TEST_F(TelaMain, PedidosQueEsperamJuntosSeFundem) {
+    abre();
+    preenche("001", "1,00", "Maria", "Santos", "05/03/99", "1");
+    d.enquantoAberta = [&](const QString &texto) {
+        if (texto != "Insira o Documento.") return;
+        m->RecebePedido({{1, "10"}, {2, "Ana"}});
+        m->RecebePedido({{1, "20"}});
+        m->RecebePedido({{3, "Rio"}});
+    };
+    d.Mostradas.clear();
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(m->Text1[1].Text, "20,00");
+    EXPECT_EQ(m->Text1[2].Text, "Ana");
+    EXPECT_EQ(m->Text1[3].Text, "Rio");
+    EXPECT_EQ(d.Mostradas, QStringList{"Main"});
+}
+
+// A flood of requests, each of which raises a message, is served one after the other: no box
+// opens inside another, and the last request's fields stand.
+TEST_F(TelaMain, EnxurradaDePedidosUmDeCadaVez) {
+    abre();
+    constexpr int Total = 5000;
+    int enviados = 0;
+    d.enquantoAberta = [&](const QString &) {
+        if (enviados == Total) return;
+        ++enviados;
+        m->RecebePedido({{2, QString(50, u'x')}, {6, QString::number(enviados)}});
+    };
+    m->RecebePedido({{2, QString(60, u'a')}});
+    EXPECT_EQ(enviados, Total);
+    EXPECT_EQ(d.maisFundo, 1);
+    EXPECT_EQ(d.Mensagens.size(), Total + 1);
+    EXPECT_EQ(m->Text1[2].Text, QString(47, u'x'));
+    EXPECT_EQ(m->Text1[6].Text, QString::number(Total));
+}
+
+// A value longer than the link carries is cut by its field, with the field's message; the rest
+// of the request still arrives.
+TEST_F(TelaMain, ValorLongoDoPedidoCortadoPeloCampo) {
+    abre();
+    QMap<int, QString> lidos;
+    ASSERT_TRUE(Instancia::Decodifica(
+        Instancia::Codifica({{0, "237"}, {2, QString(5000, u'p')}, {3, "Santos"}}), lidos));
+    m->RecebePedido(lidos);
+    EXPECT_EQ(m->Text1[0].Text, "237");
+    EXPECT_EQ(m->Text1[2].Text, QString(47, u'p'));
+    EXPECT_EQ(m->Text1[3].Text, "Santos");
+    EXPECT_EQ(d.Textos(), QStringList{"Tamanho Máximo deste campo..."});
+
+    // Also from a sender that doesn't cut its values.
+    const QByteArray longo = "VEXA-PLUS/1\nText1(6)=" + QByteArray(300, '9').toBase64() +
+                             "\nText1(3)=" + QByteArray("Rio").toBase64() + "\nFIM\n";
+    ASSERT_TRUE(Instancia::Decodifica(longo, lidos));
+    m->RecebePedido(lidos);
+    EXPECT_EQ(m->Text1[6].Text, QString(12, u'9'));
+    EXPECT_EQ(m->Text1[3].Text, "Rio");
 }
 
 } // namespace

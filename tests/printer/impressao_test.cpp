@@ -17,17 +17,6 @@ using namespace vexa;
 
 namespace {
 
-// The entry screen as far as the gauge goes.
-class MainGauge : public Tela {
-  public:
-    MainGauge(Sessao &s, Desktop &d) : Tela("Main", "Vexa", s, d) {
-        registra("Gauge1", Gauge1);
-        aoMudar = [this] { ++repintadas; };
-    }
-    Medidor Gauge1;
-    int repintadas = 0;
-};
-
 class Impressao : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -68,16 +57,72 @@ TEST_F(Impressao, ComandoImpressoraAbreAgeEFecha) {
     EXPECT_TRUE(d.Mensagens.isEmpty());
 }
 
-TEST_F(Impressao, GaugeVarreAteOVermelhoSoComAEntradaAberta) {
-    AnimaGauge(s, d, 1); // no entry screen: nothing to do
-    auto *main = static_cast<MainGauge *>(d.Abre(std::make_unique<MainGauge>(s, d)));
-    AnimaGauge(s, d, 0);
-    EXPECT_EQ(main->repintadas, 0);
+TEST_F(Impressao, GaugeVarreAteOVermelhoSoComUmGaugeNaSessao) {
+    ComandoImpressora(s, d, 2, {"07", "", {}}); // no entry screen: nothing to sweep
+    Medidor gauge;
+    AnimaGauge(gauge, 0);
+    EXPECT_EQ(gauge.Value, 0);
+    EXPECT_EQ(gauge.ForeColor, SemCor);
+    s.Gauge1 = &gauge;
     ComandoImpressora(s, d, 2, {"07", "", {}});
-    EXPECT_EQ(main->Gauge1.Value, 100);
-    EXPECT_EQ(main->Gauge1.ForeColor, 255);
-    EXPECT_EQ(main->repintadas, 1);
+    EXPECT_EQ(gauge.Value, 100);
+    EXPECT_EQ(gauge.ForeColor, 255);
 }
+
+// One cheque: the port, what fails, whether the port is tested, the six texts; then the result,
+// the calls after IniciaPorta and the message with its title.
+struct CasoCheque {
+    QString porta, falha;
+    bool testaPorta;
+    TextosCheque textos;
+    int resultado;
+    QStringList chamadas;
+    QString mensagem = {}, titulo = {};
+};
+class UmCheque : public Impressao, public ::testing::WithParamInterface<CasoCheque> {};
+
+TEST_P(UmCheque, EntreAberturaEFechamentoDaPorta) {
+    const CasoCheque &c = GetParam();
+    s.PortaImpressora = c.porta;
+    if (!c.falha.isEmpty()) imp().Falha(c.falha, Simulador::SemPapel);
+    Medidor gauge;
+    EXPECT_EQ(ImprimeUmCheque(s, d, &gauge, c.textos, c.testaPorta), c.resultado);
+    EXPECT_EQ(imp().Chamadas(), QStringList{"IniciaPorta(" + c.porta + ")"} + c.chamadas);
+    EXPECT_EQ(gauge.ForeColor, 255); // swept ahead of the port
+    if (c.mensagem.isEmpty()) {
+        EXPECT_TRUE(d.Mensagens.isEmpty());
+        return;
+    }
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto, c.mensagem);
+    EXPECT_EQ(d.Mensagens[0].Titulo, c.titulo);
+}
+
+const TextosCheque Cheque{"001", "1.234,50", "João", "São Paulo", "05/03/99", ""};
+const QString Impresso = "ImprimeCheque(001|1.234,50|" + ConverteTexto("João") + "|" +
+                         ConverteTexto("São Paulo") + "|05/03/99|";
+INSTANTIATE_TEST_SUITE_P(
+    Casos, UmCheque,
+    ::testing::Values(
+        CasoCheque{"COM2", "", false, Cheque, 1, {Impresso + ")", "FechaPorta()"}},
+        // an instalment repeats its amount; empty payee and city go as one blank each
+        CasoCheque{"COM2",
+                   "",
+                   true,
+                   {"001", "10,00", "", "", "05/03/99", "10,00"},
+                   1,
+                   {"ImprimeCheque(001|10,00| | |05/03/99|10,00)", "FechaPorta()"}},
+        CasoCheque{"COM2", "ImprimeCheque", false, Cheque, Simulador::SemPapel,
+                   QStringList{Impresso + ")", "FechaPorta()"},
+                   "Problemas com a impressao do cheque", "Impressão do Cheque (004)"},
+        // the single cheque doesn't look at the port: the cheque's own code tells
+        CasoCheque{"COM1", "", false, Cheque, Simulador::PortaFechada,
+                   QStringList{Impresso + ")", "FechaPorta()"},
+                   "Problemas com a impressao do cheque", "Impressão do Cheque (002)"},
+        CasoCheque{"COM1", "", true, Cheque, PortaNaoAbriu, QStringList{},
+                   "Problemas ao se comunicar com a impressora!\rVerifique a mesma e selecione "
+                   "\"OK\"!",
+                   "Impressão do Cheque"}));
 
 // Operation, the operation told to fail ("" none) and its code, the calls, the message.
 using CasoQorn = std::tuple<int, const char *, int, const char *, const char *>;
