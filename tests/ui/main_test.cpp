@@ -4,6 +4,7 @@
 #include "core/instancia.h"
 #include "core/relogio.h"
 #include "printer/simulador.h"
+#include "store/pasta_dados.h"
 #include "store/tabelas.h"
 #include "ui/desktop_qt.h"
 
@@ -60,7 +61,7 @@ QString le(const QString &arquivo) {
 class JanelaMain : public ::testing::Test {
   protected:
     void SetUp() override {
-        PreparaPastaDados(s);
+        prepara_pasta_dados(s);
         LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "*%*");
         s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
         tela = desktop.Abre(std::make_unique<Main>(s, desktop, QString()));
@@ -251,7 +252,7 @@ TEST(UmaCopiaSo, CamposChegamNaCopiaAberta) {
     QTemporaryDir casa;
     const QString dados = Copia::PastaDados(casa.path());
     Sessao s(dados);
-    PreparaPastaDados(s);
+    prepara_pasta_dados(s);
     LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "*%*");
     s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
     ui::DesktopQt desktop;
