@@ -66,7 +66,10 @@ QString Instancia::NomeLink(const QString &caminhoApp) {
         QCryptographicHash::hash(pasta.toUtf8(), QCryptographicHash::Sha1).toHex().left(12));
     // The user's runtime folder where the session has one; the data folder otherwise.
     QString base = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    if (!base_segura(base)) base = pasta;
+    if (!base_segura(base)) {
+        base = pasta;
+        QDir().mkpath(base);
+    }
     const QString folder = base + "/vexa-plus";
     const QString nome = folder + "/" + hash;
     if (QFile::encodeName(nome).size() >= qsizetype(sizeof(sockaddr_un::sun_path)) ||
