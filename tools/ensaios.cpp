@@ -15,10 +15,10 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
+#include <QThread>
 #include <atomic>
 #include <cstdio>
 #include <memory>
-#include <thread>
 #include <vector>
 
 #include <signal.h>
@@ -107,7 +107,9 @@ QByteArray arquivo_aleatorio(QRandomGenerator &g) {
 // Random files are read and written; a value written must read back as written (cut at the
 // read's 159 characters), and a write must leave every other key that read before as it was.
 int arquivos(int n) {
-    QTemporaryDir pasta;
+    // In memory where there is such a folder: the trial is of the reading and the writing, not
+    // of the disk's flushes.
+    QTemporaryDir pasta(QDir("/dev/shm").exists() ? "/dev/shm/vexa-ensaio-XXXXXX" : QString());
     const QString ini = pasta.filePath("VEXA.INI");
     QRandomGenerator g(20261123);
     const QStringList secoes = {"Sistema", "Verso", "Nova"};
@@ -155,7 +157,7 @@ int pedidos(int argc, char **argv, int n) {
     };
     const QString link = Instancia::NomeLink(pasta.path());
     std::atomic<bool> fim{false};
-    std::thread cliente([&] {
+    std::unique_ptr<QThread> cliente(QThread::create([&] {
         QRandomGenerator g(7);
         const QByteArray bom = Instancia::Codifica({{0, "237"}});
         for (int i = 0; i < n; ++i) {
@@ -166,24 +168,25 @@ int pedidos(int argc, char **argv, int n) {
                     lixo += char(g.bounded(256));
                 lixo += "FIM\n";
                 break;
-            case 1: // a good request cut short or spoilt in one byte
-                lixo = bom;
-                lixo[int(g.bounded(int(bom.size()) - 4))] = char(g.bounded(256));
-                if (lixo == bom) lixo = "x" + bom;
+            case 1: // a good request cut short, or with one byte spoilt
+                lixo = g.bounded(2)
+                           ? bom.left(int(g.bounded(int(bom.size()) - 1)))
+                           : QByteArray(bom).replace(int(g.bounded(int(bom.size()))), 1, "\x01");
                 break;
             case 2: // too long
                 lixo = "VEXA-PLUS/1\n" + QByteArray(9000 + int(g.bounded(5000)), 'A') + "\nFIM\n";
                 break;
             default: // well framed, wrong fields
-                lixo =
-                    "VEXA-PLUS/1\nText1(" + QByteArray::number(g.bounded(5, 99)) + ")=MDAx\nFIM\n";
+                lixo = "VEXA-PLUS/1\nText1(" +
+                       QByteArray::number(i % 8 == 3 ? 5 : g.bounded(7, 99)) + ")=MDAx\nFIM\n";
             }
             QLocalSocket s;
             s.connectToServer(link);
             if (!s.waitForConnected(2000)) continue;
             s.write(lixo);
             s.waitForBytesWritten(2000);
-            s.waitForDisconnected(3000);
+            // Gone at once: what it wrote is in the socket, and a cut request stays cut.
+            s.abort();
         }
         QLocalSocket s;
         s.connectToServer(link);
@@ -193,12 +196,13 @@ int pedidos(int argc, char **argv, int n) {
             s.waitForDisconnected(2000);
         }
         fim = true;
-    });
+    }));
+    cliente->start();
     QElapsedTimer relogio;
     relogio.start();
     while (!fim && relogio.elapsed() < 120000)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    cliente.join();
+    cliente->wait();
     QCoreApplication::processEvents(QEventLoop::AllEvents, 100);
     const bool bomChegou = recebidos >= 1 && ultimo == QMap<int, QString>{{0, "237"}};
     std::printf("pedidos: %d pedidos malformados, %d aceitos; o pedido bom depois deles %s "
