@@ -205,4 +205,59 @@ TEST(Instancia, OutraContaNaoAlcancaOLink) {
     EXPECT_EQ(recebidos, 0);
 }
 
+// A socket put where the running copy's should be, by another account, gets nothing: the
+// starting copy checks who answers before it sends the fields.
+TEST(Instancia, SegundaCopiaNaoEntregaAOutraConta) {
+    if (::geteuid() != 0) GTEST_SKIP() << "needs root to act as another user";
+    QTemporaryDir pasta;
+    Instancia primeira(pasta.path());
+    ASSERT_FALSE(primeira.EntregaAoPrimeiro({}, 100)) << "holds the folder, listens nowhere";
+    const QByteArray nome = QFile::encodeName(Instancia::NomeLink(pasta.path()));
+    ASSERT_FALSE(nome.isEmpty());
+
+    int pronto[2];
+    ASSERT_EQ(::pipe(pronto), 0);
+    const pid_t filho = ::fork();
+    if (filho == 0) {
+        // Bound here by root, listening as the other account: the peer the client sees.
+        const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un endereco{};
+        endereco.sun_family = AF_UNIX;
+        std::memcpy(endereco.sun_path, nome.constData(), size_t(nome.size()));
+        if (::bind(fd, reinterpret_cast<sockaddr *>(&endereco), sizeof(endereco)) != 0 ||
+            ::setgid(65534) != 0 || ::setuid(65534) != 0 || ::listen(fd, 8) != 0)
+            ::_exit(2);
+        (void)!::write(pronto[1], "x", 1);
+        int lidos = 0;
+        for (int i = 0; i < 3; ++i) {
+            const int c = ::accept(fd, nullptr, nullptr);
+            char buf[256];
+            ssize_t n = 0;
+            while (c >= 0 && (n = ::read(c, buf, sizeof(buf))) > 0)
+                lidos += int(n);
+            if (c >= 0) ::close(c);
+        }
+        ::_exit(lidos == 0 ? 0 : 1);
+    }
+    char x = 0;
+    ASSERT_EQ(::read(pronto[0], &x, 1), 1);
+    Instancia segunda(pasta.path());
+    EXPECT_TRUE(segunda.EntregaAoPrimeiro({{0, "999"}}, 1500));
+    // Three tries reached it; make sure the child's last accept returns.
+    for (int i = 0; i < 3; ++i) {
+        const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un endereco{};
+        endereco.sun_family = AF_UNIX;
+        std::memcpy(endereco.sun_path, nome.constData(), size_t(nome.size()));
+        ::connect(fd, reinterpret_cast<sockaddr *>(&endereco), sizeof(endereco));
+        ::close(fd);
+    }
+    int estado = 0;
+    ::waitpid(filho, &estado, 0);
+    ::close(pronto[0]);
+    ::close(pronto[1]);
+    ASSERT_TRUE(WIFEXITED(estado));
+    EXPECT_EQ(WEXITSTATUS(estado), 0) << "the other account read the fields";
+}
+
 } // namespace
