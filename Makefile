@@ -6,7 +6,7 @@ PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins 
            qt6-translations-l10n
 export QT_QPA_PLATFORM ?= offscreen
 
-.PHONY: all deps build run test bench capturas format format-check clean
+.PHONY: all deps build run test bench capturas ensaios format format-check clean
 
 all: build
 
@@ -41,6 +41,13 @@ test: build format-check
 bench: build
 	$(BUILD)/benchmarks/vexa_bench
 	$(BUILD)/benchmarks/vexa_bench_simulador
+
+# Short trials under faults; each prints its figures and fails when one went wrong.
+ensaios: build
+	$(BUILD)/tools/vexa_ensaios mortes 100
+	$(BUILD)/tools/vexa_ensaios arquivos 10000
+	$(BUILD)/tools/vexa_ensaios pedidos 1000
+	$(BUILD)/tools/vexa_ensaios partidas $(BUILD)/vexa 50
 
 capturas: build
 	mkdir -p capturas

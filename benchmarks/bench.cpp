@@ -5,6 +5,7 @@
 #include "core/instancia.h"
 #include "core/relogio.h"
 #include "core/sessao.h"
+#include "store/pasta_dados.h"
 #include "store/tabelas.h"
 
 #include <QCoreApplication>
@@ -97,7 +98,7 @@ Partida mediana(const QString &programa, const QString &casa, int vezes,
 // A data folder whose Log has the rows, every other one older than the retention period.
 int enche_filho(const QString &pasta) {
     Sessao s(pasta);
-    PreparaPastaDados(s);
+    prepara_pasta_dados(s);
     {
         QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "bench-enche");
         db.setDatabaseName(s.CaminhoApp + "/VEXA.db");

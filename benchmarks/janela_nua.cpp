@@ -19,8 +19,7 @@ int main(int argc, char *argv[]) {
     if (app.arguments().contains("--texto"))
         janela.setCentralWidget(new QLabel("Vexa Plus: uma linha de texto"));
     janela.show();
-    vexa::Instancia link(vexa::Instancia::NomeLink(
-        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)));
+    vexa::Instancia link(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     link.Escuta();
     return app.exec();
 }

@@ -11,6 +11,7 @@
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
+#include "store/pasta_dados.h"
 #include "store/tabelas.h"
 #include "ui/aplicacao.h"
 #include "ui/desktop_qt.h"
@@ -141,7 +142,7 @@ int main(int argc, char *argv[]) {
     QTemporaryDir pasta;
     fixa_hoje(QDate(2026, 11, 22));
     Sessao sessao(pasta.path());
-    PreparaPastaDados(sessao);
+    prepara_pasta_dados(sessao);
     // The first-run message would come over the screens.
     LeGravaIni(sessao.CaminhoIni, "Config", "FirstTime", "*%*");
     sessao.Impressora = CriaImpressora(sessao);

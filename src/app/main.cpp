@@ -1,9 +1,9 @@
 // Vexa Plus: fills in and prints cheques on the document printer and keeps their register.
 #include "cheque/main.h"
-#include "core/inicio.h"
 #include "core/sessao.h"
 #include "printer/papel.h"
 #include "printer/pdf_face.h"
+#include "store/pasta_dados.h"
 #include "ui/aplicacao.h"
 #include "ui/desktop_qt.h"
 
@@ -18,7 +18,7 @@ int main(int argc, char *argv[]) {
     const QString linha = QCoreApplication::arguments().mid(1).join(' ');
 
     vexa::Sessao sessao;
-    vexa::PreparaPastaDados(sessao);
+    vexa::prepara_pasta_dados(sessao);
     vexa::ui::DesktopQt desktop;
     desktop.Abre(std::make_unique<vexa::Main>(sessao, desktop, linha));
     // The entry screen closes itself in its load when another copy was running.

@@ -221,7 +221,7 @@ void Main::Form_Load() {
 }
 
 bool Main::VerificaInstancia() {
-    instancia_ = std::make_unique<Instancia>(Instancia::NomeLink(sessao.CaminhoApp));
+    instancia_ = std::make_unique<Instancia>(sessao.CaminhoApp);
     QMap<int, QString> campos;
     for (int i = 0; i < ParametrosCheque.size(); ++i)
         if (!ParametrosCheque[i].isEmpty()) campos.insert(i, ParametrosCheque[i]);

@@ -1,10 +1,10 @@
 #include "core/ini.h"
 
+#include "core/arquivo.h"
 #include "core/conversoes.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <vector>
 
 namespace vexa {
@@ -14,7 +14,9 @@ namespace {
 constexpr qsizetype MaximoLido = 159; // the classic read buffer held 160 with its ending zero
 const QByteArray MarcaUtf8 = "\xEF\xBB\xBF";
 
-enum class TipoLinha { Vazia, Comentario, Secao, Chave };
+// A line that is neither a section nor a key (a comment, or text without "=") is kept as it
+// stands and never read.
+enum class TipoLinha { Vazia, Outra, Secao, Chave };
 
 // One line of the file as it lies on disk, and what it says. The bytes of every line the
 // write doesn't touch go back unchanged.
@@ -27,6 +29,7 @@ struct Linha {
     QByteArray fimDeLinha() const {
         if (bytes.endsWith("\r\n")) return "\r\n";
         if (bytes.endsWith('\n')) return "\n";
+        if (bytes.endsWith('\r')) return "\r";
         return {};
     }
 };
@@ -34,6 +37,7 @@ struct Linha {
 struct Arquivo {
     std::vector<Linha> linhas;
     bool utf8 = false; // a file saved with the UTF-8 mark is read and written as UTF-8
+    // The line end of new lines: LF alone only in a file written that way, CRLF otherwise.
     QByteArray fimPadrao = "\r\n";
 
     QString decodifica(const QByteArray &b) const {
@@ -58,7 +62,7 @@ Linha interpreta(const QByteArray &bytes, const Arquivo &arq, bool primeira) {
     const QString texto = arq.decodifica(conteudo).trimmed();
     if (texto.isEmpty()) return l;
     if (texto.startsWith(u';')) {
-        l.tipo = TipoLinha::Comentario;
+        l.tipo = TipoLinha::Outra;
         return l;
     }
     if (texto.startsWith(u'[')) {
@@ -69,11 +73,14 @@ Linha interpreta(const QByteArray &bytes, const Arquivo &arq, bool primeira) {
             return l;
         }
     }
-    // A line without "=" names a key whose value is empty.
-    l.tipo = TipoLinha::Chave;
     const qsizetype igual = texto.indexOf(u'=');
-    l.nome = (igual < 0 ? texto : texto.left(igual)).trimmed();
-    if (igual >= 0) l.valor = texto.mid(igual + 1).trimmed();
+    if (igual < 0) {
+        l.tipo = TipoLinha::Outra;
+        return l;
+    }
+    l.tipo = TipoLinha::Chave;
+    l.nome = texto.left(igual).trimmed();
+    l.valor = texto.mid(igual + 1).trimmed();
     return l;
 }
 
@@ -81,16 +88,22 @@ Arquivo interpreta(const QByteArray &conteudo) {
     Arquivo arq;
     arq.utf8 = conteudo.startsWith(MarcaUtf8);
     qsizetype inicio = 0;
+    // A line ends at CRLF, at LF alone or at CR alone.
     while (inicio < conteudo.size()) {
-        qsizetype fim = conteudo.indexOf('\n', inicio);
-        fim = fim < 0 ? conteudo.size() : fim + 1;
+        qsizetype fim = inicio;
+        while (fim < conteudo.size() && conteudo[fim] != '\n' && conteudo[fim] != '\r')
+            ++fim;
+        if (fim < conteudo.size()) {
+            if (conteudo[fim] == '\r' && fim + 1 < conteudo.size() && conteudo[fim + 1] == '\n')
+                ++fim;
+            ++fim;
+        }
         arq.linhas.push_back(interpreta(conteudo.mid(inicio, fim - inicio), arq, inicio == 0));
         inicio = fim;
     }
-    // New lines follow the line end the file already uses.
     for (const Linha &l : arq.linhas) {
         if (!l.fimDeLinha().isEmpty()) {
-            arq.fimPadrao = l.fimDeLinha();
+            if (l.fimDeLinha() == "\n") arq.fimPadrao = "\n";
             break;
         }
     }
@@ -147,8 +160,12 @@ QString le(const QString &caminho, const QString &secao, const QString &chave) {
     return valor;
 }
 
+// The answer of a write: "1" done, "-1" not done (the file stays as it was).
+const QString Feito = QStringLiteral("1");
+const QString Falhou = QStringLiteral("-1");
+
 QString grava(const QString &caminho, const QString &secao, const QString &chave, QString valor) {
-    if (secao.isEmpty() || chave.isEmpty()) return "0";
+    if (secao.isEmpty() || chave.isEmpty()) return Falhou;
     // A value is one line: a line break in it would make keys of its own.
     valor.replace(u'\r', u' ').replace(u'\n', u' ').remove(QChar(0));
 
@@ -156,7 +173,7 @@ QString grava(const QString &caminho, const QString &secao, const QString &chave
     QFile arquivo(caminho);
     if (arquivo.exists()) {
         // A file that is there but can't be read is never overwritten blind.
-        if (!arquivo.open(QIODevice::ReadOnly)) return "0";
+        if (!arquivo.open(QIODevice::ReadOnly)) return Falhou;
         original = arquivo.readAll();
         arquivo.close();
     }
@@ -170,7 +187,8 @@ QString grava(const QString &caminho, const QString &secao, const QString &chave
         const qsizetype c = acha_chave(arq, s, chave, &ultima);
         if (c >= 0) {
             Linha &l = arq.linhas[size_t(c)];
-            l.bytes = linha_chave(l.nome) + l.fimDeLinha();
+            const QByteArray fimAntigo = l.fimDeLinha();
+            l.bytes = linha_chave(l.nome) + (fimAntigo.isEmpty() ? fim : fimAntigo);
         } else {
             Linha &anterior = arq.linhas[size_t(ultima)];
             if (anterior.fimDeLinha().isEmpty()) anterior.bytes += fim;
@@ -178,10 +196,10 @@ QString grava(const QString &caminho, const QString &secao, const QString &chave
                               linha_crua(linha_chave(chave) + fim));
         }
     } else {
+        // A new section follows the last line directly, with no blank line between.
         if (!arq.linhas.empty()) {
             Linha &ultimaLinha = arq.linhas.back();
             if (ultimaLinha.fimDeLinha().isEmpty()) ultimaLinha.bytes += fim;
-            if (ultimaLinha.tipo != TipoLinha::Vazia) arq.linhas.push_back(linha_crua(fim));
         }
         arq.linhas.push_back(linha_crua(arq.codifica(u'[' + secao + u']') + fim));
         arq.linhas.push_back(linha_crua(linha_chave(chave) + fim));
@@ -191,16 +209,8 @@ QString grava(const QString &caminho, const QString &secao, const QString &chave
     novo.reserve(original.size() + 64);
     for (const Linha &l : arq.linhas)
         novo += l.bytes;
-    if (novo == original && QFileInfo::exists(caminho)) return "1";
-
-    // Written beside and renamed over the old file: a stop halfway leaves one or the other.
-    QSaveFile saida(caminho);
-    if (!saida.open(QIODevice::WriteOnly)) return "0";
-    if (saida.write(novo) != novo.size()) {
-        saida.cancelWriting();
-        return "0";
-    }
-    return saida.commit() ? "1" : "0";
+    if (novo == original && QFileInfo::exists(caminho)) return Feito;
+    return grava_inteiro(caminho, novo) ? Feito : Falhou;
 }
 
 } // namespace

@@ -7,7 +7,8 @@ namespace vexa {
 // An empty Valor reads the key; "*%*" writes the key with an empty value; anything else
 // writes Valor. A read gives the value (at most 159 characters, without an ending zero
 // character) or "-2" when the key is missing or its value begins with "-2". A write gives
-// "1" when done and "0" when the file could not be written.
+// "1" when the whole new file reached the disk, and "-1" when it did not: the file then stays
+// byte for byte as it was.
 QString LeGravaIni(const QString &CaminhoIni, const QString &Secao, const QString &Chave,
                    const QString &Valor);
 

@@ -1,7 +1,7 @@
 #include "core/inicio.h"
 
+#include "core/conversoes.h"
 #include "core/ini.h"
-#include "store/tabelas.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -9,20 +9,14 @@
 
 namespace vexa {
 
-void PreparaPastaDados(Sessao &s) {
-    if (!QFileInfo::exists(s.CaminhoIni)) LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "1");
-    CriaBaseDados(s);
-}
-
 bool IniciaConfiguracoes(Sessao &s) {
     s.TituloCfg = "0";
     s.MostraLogo = 1;
 
     bool inRel = true;
+    // The numeric value decides: an empty value is 0 as much as "0" is.
     const QString rel = LeGravaIni(s.CaminhoIni, "Sistema", "InRel", "");
-    bool ok = false;
-    const int valor = rel.trimmed().toInt(&ok);
-    if (rel != "-2" && ok && valor == 0)
+    if (rel != "-2" && Val(rel) == 0)
         inRel = false;
     else
         LeGravaIni(s.CaminhoIni, "Sistema", "InRel", "1");
@@ -52,9 +46,7 @@ void LeOpcoesNumericas(Sessao &s) {
 }
 
 void PrimeiraVez(Sessao &s, Desktop &d) {
-    const QString primeira = LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "");
-    bool ok = false;
-    if (primeira.trimmed().toInt(&ok) != 1 || !ok) return;
+    if (Val(LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "")) != 1) return;
     const Resposta r = d.MsgBox("Para o correto funcionamento entre a impressora e o aplicativo,\n"
                                 "verifique o cabo de conexão e pressione <ok> para acertar a "
                                 "configuração!",

@@ -6,10 +6,6 @@
 
 namespace vexa {
 
-// At the first start, lays down the data folder: VEXA.INI as delivered (FirstTime=1 in
-// section Config) and VEXA.db with its tables. Later starts find them and touch nothing.
-void PreparaPastaDados(Sessao &s);
-
 // The settings part of the start-up, in its order: paths and names, the report box (returned:
 // true when it is ticked), the port, the retention periods and the copy option, the day of
 // the run, and the field flags. The numeric options read later in the start-up come from

@@ -1,15 +1,20 @@
 #include "core/instancia.h"
 
 #include <QCryptographicHash>
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QThread>
 #include <QTimer>
 
-#ifdef Q_OS_LINUX
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
-#endif
 
 namespace vexa {
 
@@ -20,23 +25,85 @@ constexpr int CampoMaximo = 200;
 bool indice_valido(int i) {
     return i >= 0 && i <= 6 && i != 5;
 }
+
+// A folder that this user owns and nobody else can enter or change: made when missing,
+// closed to others when it is ours but open, refused when it is anyone else's or a link.
+bool pasta_so_do_usuario(const QString &pasta) {
+    const QByteArray p = QFile::encodeName(pasta);
+    ::mkdir(p.constData(), 0700);
+    struct stat st {};
+    if (::lstat(p.constData(), &st) != 0 || !S_ISDIR(st.st_mode) || st.st_uid != ::geteuid())
+        return false;
+    return (st.st_mode & 077) == 0 || ::chmod(p.constData(), 0700) == 0;
+}
+
+// A base folder where others can't swap our folder for theirs: ours, and not writable by
+// anyone else.
+bool base_segura(const QString &pasta) {
+    struct stat st {};
+    return !pasta.isEmpty() && ::stat(QFile::encodeName(pasta).constData(), &st) == 0 &&
+           S_ISDIR(st.st_mode) && st.st_uid == ::geteuid() && (st.st_mode & 022) == 0;
+}
+
+// The other end of a local socket runs as this same user.
+bool mesmo_usuario(qintptr descritor) {
+#ifdef SO_PEERCRED
+    struct ucred cred {};
+    socklen_t tamanho = sizeof(cred);
+    if (::getsockopt(int(descritor), SOL_SOCKET, SO_PEERCRED, &cred, &tamanho) != 0) return false;
+    return cred.uid == ::geteuid();
+#else
+    uid_t uid = 0;
+    gid_t gid = 0;
+    return ::getpeereid(int(descritor), &uid, &gid) == 0 && uid == ::geteuid();
+#endif
+}
 } // namespace
 
 QString Instancia::NomeLink(const QString &caminhoApp) {
-    const QByteArray h =
-        QCryptographicHash::hash(QDir::cleanPath(caminhoApp).toUtf8(), QCryptographicHash::Sha1)
-            .toHex()
-            .left(12);
-    QString usuario = qEnvironmentVariable("USER");
-#ifdef Q_OS_LINUX
-    usuario = QString::number(getuid());
-#endif
-    return QStringLiteral("vexa-plus-%1-%2").arg(usuario, QString::fromLatin1(h));
+    const QString pasta = QDir::cleanPath(caminhoApp);
+    const QString hash = QString::fromLatin1(
+        QCryptographicHash::hash(pasta.toUtf8(), QCryptographicHash::Sha1).toHex().left(12));
+    // The user's runtime folder where the session has one; the data folder otherwise.
+    QString base = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    if (!base_segura(base)) {
+        base = pasta;
+        QDir().mkpath(base);
+    }
+    const QString folder = base + "/vexa-plus";
+    const QString nome = folder + "/" + hash;
+    if (QFile::encodeName(nome).size() >= qsizetype(sizeof(sockaddr_un::sun_path)) ||
+        !pasta_so_do_usuario(folder))
+        return {};
+    return nome;
 }
 
-Instancia::Instancia(const QString &nome, QObject *pai) : QObject(pai), nome_(nome) {}
+Instancia::Instancia(const QString &caminhoApp, QObject *pai)
+    : QObject(pai), caminhoApp_(QDir::cleanPath(caminhoApp)), nome_(NomeLink(caminhoApp)) {}
 
-Instancia::~Instancia() = default;
+Instancia::~Instancia() {
+    if (trava_ >= 0) ::close(trava_);
+}
+
+bool Instancia::tranca() {
+    if (travada_) return true;
+    QDir().mkpath(caminhoApp_);
+    const QByteArray arquivo = QFile::encodeName(caminhoApp_ + "/VEXA.lock");
+    // Not inherited by programs started from here, so that the lock ends with this process.
+    const int fd = ::open(arquivo.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (fd < 0) {
+        // A folder where no lock can be made has no copy to keep out either.
+        travada_ = true;
+        return true;
+    }
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        ::close(fd);
+        return false;
+    }
+    trava_ = fd;
+    travada_ = true;
+    return true;
+}
 
 QByteArray Instancia::Codifica(const QMap<int, QString> &campos) {
     QByteArray b = Cabecalho;
@@ -71,45 +138,51 @@ bool Instancia::Decodifica(const QByteArray &bytes, QMap<int, QString> &campos) 
     return true;
 }
 
-bool Instancia::EntregaAoPrimeiro(const QMap<int, QString> &campos, int esperaMs) {
+bool Instancia::entrega(const QString &nome, const QMap<int, QString> &campos, int esperaMs) {
     QLocalSocket s;
-    s.connectToServer(nome_);
-    if (!s.waitForConnected(esperaMs)) return false;
-    s.write(Codifica(campos));
-    s.waitForBytesWritten(esperaMs);
-    // The running copy closes the link when it has taken the request.
+    s.connectToServer(nome);
+    if (!s.waitForConnected(qMin(esperaMs, 1000))) return false;
+    if (!mesmo_usuario(s.socketDescriptor())) {
+        s.abort();
+        return false;
+    }
+    const QByteArray pedido = Codifica(campos);
+    s.write(pedido);
+    while (s.bytesToWrite() > 0)
+        if (!s.waitForBytesWritten(esperaMs)) return false;
+    // The running copy closes the link when it has taken the request; a copy busy in a long
+    // call takes it when the call returns, so the request is delivered all the same.
     s.waitForDisconnected(esperaMs);
     return true;
 }
 
+bool Instancia::EntregaAoPrimeiro(const QMap<int, QString> &campos, int esperaMs) {
+    const QDeadlineTimer prazo(esperaMs);
+    while (true) {
+        if (tranca()) return false;
+        if (!nome_.isEmpty() &&
+            entrega(nome_, campos, int(qMax<qint64>(prazo.remainingTime(), 100))))
+            return true;
+        if (prazo.hasExpired()) return true;
+        // The running copy may not be listening yet.
+        QThread::msleep(50);
+    }
+}
+
 bool Instancia::Escuta() {
+    if (!tranca() || nome_.isEmpty()) return false;
+    // With the lock ours no copy runs: a socket left here is a dead copy's.
+    QLocalServer::removeServer(nome_);
     servidor_ = new QLocalServer(this);
     servidor_->setSocketOptions(QLocalServer::UserAccessOption);
-    if (!servidor_->listen(nome_)) {
-        // A copy that died left its socket behind: nobody answered on it, so it is ours.
-        QLocalServer::removeServer(nome_);
-        if (!servidor_->listen(nome_)) return false;
-    }
+    if (!servidor_->listen(nome_)) return false;
     connect(servidor_, &QLocalServer::newConnection, this, &Instancia::nova_conexao);
     return true;
 }
 
-bool Instancia::mesmo_usuario(QLocalSocket &s) {
-#ifdef Q_OS_LINUX
-    struct ucred cred {};
-    socklen_t tamanho = sizeof(cred);
-    if (getsockopt(int(s.socketDescriptor()), SOL_SOCKET, SO_PEERCRED, &cred, &tamanho) != 0)
-        return false;
-    return cred.uid == getuid();
-#else
-    Q_UNUSED(s);
-    return true;
-#endif
-}
-
 void Instancia::nova_conexao() {
     while (QLocalSocket *s = servidor_->nextPendingConnection()) {
-        if (!mesmo_usuario(*s)) {
+        if (!mesmo_usuario(s->socketDescriptor())) {
             s->abort();
             s->deleteLater();
             continue;

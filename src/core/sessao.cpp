@@ -3,8 +3,6 @@
 #include "core/conversoes.h"
 #include "core/ini.h"
 #include "core/relogio.h"
-#include "printer/vexa32.h"
-#include "store/basedados.h"
 
 #include <QDir>
 #include <QStandardPaths>

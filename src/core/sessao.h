@@ -53,11 +53,13 @@ struct Sessao {
     // The three comment lines of the last cheque printed, which a copy of it repeats.
     QStringList UltimoComentario{QString(), QString(), QString()};
 
-    // The open database and its shared record sets.
-    std::unique_ptr<BaseDados> Banco;
+    // The open database and its shared record sets. Both are owned by this one Sessao; a
+    // shared_ptr takes its deleter where the object is made, so the run's record needs
+    // neither the store's nor the printer's headers.
+    std::shared_ptr<BaseDados> Banco;
 
     // The printer library in use (simulated or the real one).
-    std::unique_ptr<Vexa32> Impressora;
+    std::shared_ptr<Vexa32> Impressora;
     // The entry screen's gauge, which every print sweeps; null while that screen isn't open.
     Medidor *Gauge1 = nullptr;
 

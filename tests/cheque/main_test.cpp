@@ -12,6 +12,7 @@
 #include "printer/impressao.h"
 #include "printer/simulador.h"
 #include "registers/pesquisa.h"
+#include "store/pasta_dados.h"
 #include "store/tabelas.h"
 
 #include <QFileInfo>
@@ -47,7 +48,7 @@ class TelaMain : public ::testing::Test {
   protected:
     void SetUp() override {
         fixa_hoje(QDate(2026, 11, 23));
-        PreparaPastaDados(s);
+        prepara_pasta_dados(s);
         s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
     }
     void TearDown() override { fixa_hoje(QDate()); }

@@ -41,10 +41,15 @@ TEST_P(InRel, MarcaACaixaEReescreveComo1) {
     EXPECT_EQ(le("Sistema", "InRel"), c.depois);
 }
 
+// By numeric value: an empty value and "sim" are 0 as much as "0" is, and stay as they are.
 INSTANTIATE_TEST_SUITE_P(Valores, InRel,
                          ::testing::Values(CasoInRel{nullptr, true, "1"},
                                            CasoInRel{"0", false, "0"}, CasoInRel{"7", true, "1"},
-                                           CasoInRel{"1", true, "1"}, CasoInRel{"sim", true, "1"}));
+                                           CasoInRel{"1", true, "1"}, CasoInRel{"*%*", false, ""},
+                                           CasoInRel{"sim", false, "sim"},
+                                           CasoInRel{"0.0", false, "0.0"},
+                                           CasoInRel{"0.5", true, "1"},
+                                           CasoInRel{"1abc", true, "1"}));
 
 TEST_F(Inicio, PortaFaltandoGravaCOM2EPortaLongaECortada) {
     IniciaConfiguracoes(sessao);
@@ -99,13 +104,28 @@ TEST_F(Inicio, PrimeiraVezAceitaAvisaProcuraOConfiguradorELimpaAMarca) {
     EXPECT_TRUE(desktop.Mensagens.isEmpty());
 }
 
-TEST_F(Inicio, PastaDeDadosNovaRecebeOsArquivosEntreguesUmaVezSo) {
-    PreparaPastaDados(sessao);
-    EXPECT_TRUE(QFile::exists(sessao.CaminhoApp + "/VEXA.db"));
-    EXPECT_EQ(le("Config", "FirstTime"), "1");
-    grava("Config", "FirstTime", "*%*");
-    PreparaPastaDados(sessao);
-    EXPECT_EQ(le("Config", "FirstTime"), "");
+struct CasoPrimeiraVez {
+    const char *guardado; // nullptr: key missing
+    bool mensagem;
+};
+
+class FirstTime : public Inicio, public ::testing::WithParamInterface<CasoPrimeiraVez> {};
+
+// The message comes when the stored value is numeric 1, whatever its spelling.
+TEST_P(FirstTime, MensagemPeloValorNumerico) {
+    if (GetParam().guardado) grava("Config", "FirstTime", GetParam().guardado);
+    desktop.Respostas = {Resposta::Cancel};
+    PrimeiraVez(sessao, desktop);
+    EXPECT_EQ(desktop.Mensagens.size(), GetParam().mensagem ? 1 : 0);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Valores, FirstTime,
+    ::testing::Values(CasoPrimeiraVez{"1", true}, CasoPrimeiraVez{"1.0", true},
+                      CasoPrimeiraVez{"01", true}, CasoPrimeiraVez{" 1 ", true},
+                      CasoPrimeiraVez{"1 vez", true}, CasoPrimeiraVez{"1,5", true},
+                      CasoPrimeiraVez{"1.5", false}, CasoPrimeiraVez{"*%*", false},
+                      CasoPrimeiraVez{"2", false}, CasoPrimeiraVez{"sim", false},
+                      CasoPrimeiraVez{nullptr, false}));
 
 } // namespace

@@ -2,11 +2,22 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
 #include <QLocalSocket>
 #include <QTemporaryDir>
 #include <atomic>
+#include <cstring>
+#include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 #include <thread>
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace vexa;
 
@@ -39,8 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Instancia, SegundaCopiaEntregaOsCamposAPrimeira) {
     QTemporaryDir pasta;
-    const QString link = Instancia::NomeLink(pasta.path());
-    Instancia primeira(link);
+    Instancia primeira(pasta.path());
     ASSERT_TRUE(primeira.Escuta());
     QList<QMap<int, QString>> recebidos;
     primeira.aoReceber = [&](const QMap<int, QString> &c) { recebidos.append(c); };
@@ -48,11 +58,11 @@ TEST(Instancia, SegundaCopiaEntregaOsCamposAPrimeira) {
     std::atomic<int> entregues{0};
     std::atomic<bool> fim{false};
     std::thread segunda([&] {
-        Instancia cliente(link);
+        Instancia cliente(pasta.path());
         if (cliente.EntregaAoPrimeiro({{0, "237"}, {1, "1.234,50"}})) ++entregues;
         // Garbage on the link is dropped and the first copy goes on serving.
         QLocalSocket lixo;
-        lixo.connectToServer(link);
+        lixo.connectToServer(Instancia::NomeLink(pasta.path()));
         if (lixo.waitForConnected(2000)) {
             lixo.write("isto nao e um pedido\nFIM\n");
             lixo.waitForBytesWritten(2000);
@@ -73,10 +83,181 @@ TEST(Instancia, SegundaCopiaEntregaOsCamposAPrimeira) {
     EXPECT_TRUE(recebidos[1].isEmpty());
 }
 
-TEST(Instancia, SemCopiaRodandoNinguemRecebe) {
+// The lock decides, not the socket: a copy that holds the folder and does not answer still
+// keeps a later start out, and its folder is free again once it is gone.
+TEST(Instancia, TravaDaPastaDecideQuemRoda) {
     QTemporaryDir pasta;
-    Instancia cliente(Instancia::NomeLink(pasta.path()));
-    EXPECT_FALSE(cliente.EntregaAoPrimeiro({{0, "001"}}, 200));
+    auto primeira = std::make_unique<Instancia>(pasta.path());
+    EXPECT_FALSE(primeira->EntregaAoPrimeiro({{0, "001"}}, 200)) << "nobody runs: it goes on";
+    Instancia segunda(pasta.path());
+    EXPECT_TRUE(segunda.EntregaAoPrimeiro({{0, "001"}}, 300)) << "the first holds the folder";
+    EXPECT_FALSE(segunda.Escuta());
+    primeira.reset();
+    EXPECT_FALSE(segunda.EntregaAoPrimeiro({}, 300));
+    EXPECT_TRUE(segunda.Escuta());
+
+    // Another data folder is another copy.
+    QTemporaryDir outra;
+    Instancia terceira(outra.path());
+    EXPECT_FALSE(terceira.EntregaAoPrimeiro({}, 300));
+}
+
+class Ambiente {
+  public:
+    Ambiente(const char *nome, const QByteArray &valor) : nome_(nome), antes_(qgetenv(nome)) {
+        qputenv(nome, valor);
+    }
+    ~Ambiente() { qputenv(nome_, antes_); }
+
+  private:
+    const char *nome_;
+    QByteArray antes_;
+};
+
+mode_t modo(const QString &caminho) {
+    struct stat st {};
+    ::lstat(QFile::encodeName(caminho).constData(), &st);
+    return st.st_mode & 07777;
+}
+
+struct CasoPastaLink {
+    const char *nome;
+    mode_t modoRuntime;
+    std::function<void(const QString &pastaLink)> prepara;
+    bool naRuntime; // true: the socket lies in the runtime folder; false: in the data folder
+    bool semLink;
+};
+
+void PrintTo(const CasoPastaLink &c, std::ostream *os) {
+    *os << c.nome;
+}
+
+class PastaDoLink : public ::testing::TestWithParam<CasoPastaLink> {};
+
+// The socket's folder is the user's alone: made 0700, closed when found open, refused when it
+// is a link to elsewhere; a runtime folder that others may write is not used.
+TEST_P(PastaDoLink, SoOUsuarioAlcanca) {
+    const CasoPastaLink c = GetParam();
+    QTemporaryDir runtime, dados, alheia;
+    ::chmod(QFile::encodeName(runtime.path()).constData(), c.modoRuntime);
+    const Ambiente xdg("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+    if (c.prepara) c.prepara(runtime.path() + "/vexa-plus");
+
+    const QString nome = Instancia::NomeLink(dados.path());
+    if (c.semLink) {
+        EXPECT_TRUE(nome.isEmpty()) << nome.toStdString();
+        return;
+    }
+    const QString base = c.naRuntime ? runtime.path() : dados.path();
+    ASSERT_TRUE(nome.startsWith(base + "/vexa-plus/")) << nome.toStdString();
+    EXPECT_EQ(modo(base + "/vexa-plus"), mode_t(0700));
+    Instancia copia(dados.path());
+    ASSERT_TRUE(copia.Escuta());
+    EXPECT_TRUE(QFileInfo(nome).exists());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casos, PastaDoLink,
+    ::testing::Values(CasoPastaLink{"nova", 0700, nullptr, true, false},
+                      CasoPastaLink{"aberta", 0700,
+                                    [](const QString &p) {
+                                        ::mkdir(QFile::encodeName(p).constData(), 0777);
+                                        ::chmod(QFile::encodeName(p).constData(), 0777);
+                                    },
+                                    true, false},
+                      CasoPastaLink{"elo", 0700,
+                                    [](const QString &p) {
+                                        ::symlink("/tmp", QFile::encodeName(p).constData());
+                                    },
+                                    true, true},
+                      CasoPastaLink{"runtime_de_todos", 0777, nullptr, false, false}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+// Another account can't reach the running copy's socket, and so neither reads nor sends a
+// request. Needs root, to be that other account.
+TEST(Instancia, OutraContaNaoAlcancaOLink) {
+    if (::geteuid() != 0) GTEST_SKIP() << "needs root to act as another user";
+    QTemporaryDir pasta;
+    Instancia primeira(pasta.path());
+    ASSERT_TRUE(primeira.Escuta());
+    int recebidos = 0;
+    primeira.aoReceber = [&](const QMap<int, QString> &) { ++recebidos; };
+    const QByteArray nome = QFile::encodeName(Instancia::NomeLink(pasta.path()));
+    const QByteArray pedido = Instancia::Codifica({{0, "999"}});
+
+    const pid_t filho = ::fork();
+    if (filho == 0) {
+        if (::setgid(65534) != 0 || ::setuid(65534) != 0) ::_exit(2);
+        const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un endereco{};
+        endereco.sun_family = AF_UNIX;
+        std::memcpy(endereco.sun_path, nome.constData(), size_t(nome.size()));
+        if (::connect(fd, reinterpret_cast<sockaddr *>(&endereco), sizeof(endereco)) != 0)
+            ::_exit(0);
+        (void)!::write(fd, pedido.constData(), size_t(pedido.size()));
+        ::_exit(1);
+    }
+    int estado = 0;
+    ::waitpid(filho, &estado, 0);
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 200);
+    EXPECT_TRUE(WIFEXITED(estado));
+    EXPECT_EQ(WEXITSTATUS(estado), 0) << "the other account connected";
+    EXPECT_EQ(recebidos, 0);
+}
+
+// A socket put where the running copy's should be, by another account, gets nothing: the
+// starting copy checks who answers before it sends the fields.
+TEST(Instancia, SegundaCopiaNaoEntregaAOutraConta) {
+    if (::geteuid() != 0) GTEST_SKIP() << "needs root to act as another user";
+    QTemporaryDir pasta;
+    Instancia primeira(pasta.path());
+    ASSERT_FALSE(primeira.EntregaAoPrimeiro({}, 100)) << "holds the folder, listens nowhere";
+    const QByteArray nome = QFile::encodeName(Instancia::NomeLink(pasta.path()));
+    ASSERT_FALSE(nome.isEmpty());
+
+    int pronto[2];
+    ASSERT_EQ(::pipe(pronto), 0);
+    const pid_t filho = ::fork();
+    if (filho == 0) {
+        // Bound here by root, listening as the other account: the peer the client sees.
+        const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un endereco{};
+        endereco.sun_family = AF_UNIX;
+        std::memcpy(endereco.sun_path, nome.constData(), size_t(nome.size()));
+        if (::bind(fd, reinterpret_cast<sockaddr *>(&endereco), sizeof(endereco)) != 0 ||
+            ::setgid(65534) != 0 || ::setuid(65534) != 0 || ::listen(fd, 8) != 0)
+            ::_exit(2);
+        (void)!::write(pronto[1], "x", 1);
+        int lidos = 0;
+        for (int i = 0; i < 3; ++i) {
+            const int c = ::accept(fd, nullptr, nullptr);
+            char buf[256];
+            ssize_t n = 0;
+            while (c >= 0 && (n = ::read(c, buf, sizeof(buf))) > 0)
+                lidos += int(n);
+            if (c >= 0) ::close(c);
+        }
+        ::_exit(lidos == 0 ? 0 : 1);
+    }
+    char x = 0;
+    ASSERT_EQ(::read(pronto[0], &x, 1), 1);
+    Instancia segunda(pasta.path());
+    EXPECT_TRUE(segunda.EntregaAoPrimeiro({{0, "999"}}, 1500));
+    // Three tries reached it; make sure the child's last accept returns.
+    for (int i = 0; i < 3; ++i) {
+        const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un endereco{};
+        endereco.sun_family = AF_UNIX;
+        std::memcpy(endereco.sun_path, nome.constData(), size_t(nome.size()));
+        ::connect(fd, reinterpret_cast<sockaddr *>(&endereco), sizeof(endereco));
+        ::close(fd);
+    }
+    int estado = 0;
+    ::waitpid(filho, &estado, 0);
+    ::close(pronto[0]);
+    ::close(pronto[1]);
+    ASSERT_TRUE(WIFEXITED(estado));
+    EXPECT_EQ(WEXITSTATUS(estado), 0) << "the other account read the fields";
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "core/relogio.h"
 #include "core/sessao.h"
 #include "printer/simulador.h"
+#include "store/pasta_dados.h"
 #include "store/tabelas.h"
 
 #include <QTemporaryDir>
@@ -19,7 +20,7 @@ class Registros : public ::testing::Test {
     void SetUp() override {
         fixa_hoje(QDate(2026, 11, 22));
         s.DefineHoje();
-        PreparaPastaDados(s);
+        prepara_pasta_dados(s);
         s.PortaImpressora = "COM2";
         s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
         imp().LimpaChamadas();

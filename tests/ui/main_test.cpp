@@ -1,9 +1,11 @@
 #include "cheque/main.h"
+#include "core/desktop_roteiro.h"
 #include "core/ini.h"
 #include "core/inicio.h"
 #include "core/instancia.h"
 #include "core/relogio.h"
 #include "printer/simulador.h"
+#include "store/pasta_dados.h"
 #include "store/tabelas.h"
 #include "ui/desktop_qt.h"
 
@@ -21,7 +23,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <memory>
+#include <vector>
 
 using namespace vexa;
 
@@ -60,7 +65,7 @@ QString le(const QString &arquivo) {
 class JanelaMain : public ::testing::Test {
   protected:
     void SetUp() override {
-        PreparaPastaDados(s);
+        prepara_pasta_dados(s);
         LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "*%*");
         s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
         tela = desktop.Abre(std::make_unique<Main>(s, desktop, QString()));
@@ -209,13 +214,10 @@ TEST_F(JanelaMain, DicaDoCampoExtraNaoAlargaAJanela) {
 class Copia {
   public:
     explicit Copia(const QString &casa) {
-        QDir().mkpath(casa + "/run");
-        QFile::setPermissions(casa + "/run",
-                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        // The runtime folder stays the test's own, so that both find the same link.
         ambiente_ = QProcessEnvironment::systemEnvironment();
         ambiente_.insert("HOME", casa);
         ambiente_.insert("XDG_DATA_HOME", casa + "/dados");
-        ambiente_.insert("XDG_RUNTIME_DIR", casa + "/run");
         ambiente_.insert("QT_QPA_PLATFORM", "offscreen");
     }
     // The data folder the program takes under these settings.
@@ -270,7 +272,7 @@ TEST(UmaCopiaSo, CamposChegamNaCopiaAberta) {
     QTemporaryDir casa;
     const QString dados = Copia::PastaDados(casa.path());
     Sessao s(dados);
-    PreparaPastaDados(s);
+    prepara_pasta_dados(s);
     LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "*%*");
     s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
     ui::DesktopQt desktop;
@@ -290,6 +292,73 @@ TEST(UmaCopiaSo, CamposChegamNaCopiaAberta) {
     EXPECT_FALSE(janela->isMinimized());
     EXPECT_EQ(static_cast<Simulador &>(*s.Impressora).UltimoPapel(), 0);
     desktop.Fecha(*main);
+}
+
+bool link_responde(const QString &pastaDados) {
+    QLocalSocket s;
+    s.connectToServer(Instancia::NomeLink(pastaDados));
+    return s.waitForConnected(200);
+}
+
+// Many starts at once on a new data folder: one copy runs, every other hands over and ends,
+// and the folder is laid down once, whole.
+TEST(UmaCopiaSo, PartidasSimultaneasDeixamUmaSo) {
+    QTemporaryDir casa;
+    const Copia copia(casa.path());
+    std::vector<std::unique_ptr<QProcess>> copias;
+    for (int i = 0; i < 12; ++i) {
+        copias.push_back(std::make_unique<QProcess>());
+        copia.inicia(*copias.back(), {QStringLiteral("/C%1").arg(i)});
+    }
+    const auto rodando = [&] {
+        return std::count_if(copias.begin(), copias.end(),
+                             [](const auto &p) { return p->state() != QProcess::NotRunning; });
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return rodando() <= 1; }, 60000)) << rodando();
+    ASSERT_EQ(rodando(), 1);
+    for (const auto &p : copias) {
+        if (p->state() == QProcess::NotRunning) {
+            EXPECT_EQ(p->exitCode(), 0);
+        }
+    }
+    const QString dados = Copia::PastaDados(casa.path());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return link_responde(dados); }, 20000));
+    Sessao s(dados);
+    DesktopRoteiro d;
+    EXPECT_EQ(AbreTabelas(s, d, 1, 0, 0, 0), 1);
+    EXPECT_EQ(LeGravaIni(s.CaminhoIni, "Config", "FirstTime", ""), "1");
+    for (const auto &p : copias) {
+        p->kill();
+        p->waitForFinished(10000);
+    }
+}
+
+// A copy killed where it stood leaves its lock file and its socket behind: the next start
+// takes both over and runs, and a start after it hands over to it.
+TEST(UmaCopiaSo, CopiaMortaDeixaTravaELinkParaAProxima) {
+    QTemporaryDir casa;
+    const Copia copia(casa.path());
+    const QString dados = Copia::PastaDados(casa.path());
+    QProcess morta;
+    copia.inicia(morta, {});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return link_responde(dados); }, 30000));
+    morta.kill();
+    ASSERT_TRUE(morta.waitForFinished(10000));
+    ASSERT_TRUE(QFile::exists(Instancia::NomeLink(dados)));
+    ASSERT_TRUE(QFile::exists(dados + "/VEXA.lock"));
+
+    QProcess viva;
+    copia.inicia(viva, {});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return link_responde(dados); }, 30000));
+    EXPECT_EQ(viva.state(), QProcess::Running);
+
+    QProcess terceira;
+    copia.inicia(terceira, {"/B237"});
+    ASSERT_TRUE(terceira.waitForFinished(20000));
+    EXPECT_EQ(terceira.exitCode(), 0);
+    EXPECT_EQ(viva.state(), QProcess::Running);
+    viva.kill();
+    viva.waitForFinished(10000);
 }
 
 } // namespace
