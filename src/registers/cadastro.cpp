@@ -19,6 +19,12 @@ void avisa_base_ausente(Sessao &s, Desktop &d) {
     d.MsgBox("O Banco de dados \"" + s.CaminhoApp + "/" + s.NomeMDB + "\" nao foi encontrado!");
 }
 
+void avisa_registro_nao_gravado(Desktop &d, bool excluido) {
+    d.MsgBox(excluido ? "O registro não foi excluído: o banco de dados não aceitou a exclusão."
+                      : "O registro não foi gravado: o banco de dados não aceitou a gravação.",
+             Botoes::OK, "Erro", Icone::Exclamacao);
+}
+
 void abre_lista(Sessao &s, Desktop &d, const PedidoLista &pedido) {
     s.TabelaLista = pedido.TabelaLista;
     if (pedido.TabelaBancos) s.TabelaBancos = pedido.TabelaBancos;
@@ -219,7 +225,10 @@ void CadastroSimples::regrava(bool novo) {
         rs.Edit();
     rs.Define("Codigo", Text1[0].Text);
     rs.Define("Nome", Text1[1].Text);
-    rs.Update();
+    if (!rs.Update()) {
+        rs.CancelUpdate();
+        avisa_registro_nao_gravado(desktop);
+    }
     atualiza();
 }
 
@@ -239,7 +248,7 @@ void CadastroSimples::AlteraRegistro() {
 }
 
 void CadastroSimples::ExcluiRegistro() {
-    conjunto().Delete();
+    if (!conjunto().Delete()) avisa_registro_nao_gravado(desktop, true);
     atualiza();
 }
 
