@@ -163,14 +163,15 @@ namespace {
 
 // The date of a cheque as "yymmdd", which sorts as the days of one century do; empty for a row
 // without a date; NULL for a date the database can't read as "dd/mm/yy", which the purge then
-// reads as the program reads dates.
+// reads as the program reads dates. The date goes through a modifier, which moves a day such
+// as 31/02 on and so tells it from a real one.
 QString data_chave_sql(const QString &data) {
     const QString dia = "substr(" + data + ",1,2)", mes = "substr(" + data + ",4,2)",
                   ano = "substr(" + data + ",7,2)";
     const QString iso = "'20'||" + ano + "||'-'||" + mes + "||'-'||" + dia;
     return "CASE WHEN trim(ifnull(" + data + ",'')) = '' THEN '' WHEN substr(" + data +
-           ",1,8) GLOB '[0-9][0-9]/[0-9][0-9]/[0-9][0-9]' AND date(" + iso + ") = " + iso +
-           " THEN " + ano + "||" + mes + "||" + dia + " END";
+           ",1,8) GLOB '[0-9][0-9]/[0-9][0-9]/[0-9][0-9]' AND date(" + iso +
+           ",'+0 days') = " + iso + " THEN " + ano + "||" + mes + "||" + dia + " END";
 }
 
 // The version of the tables this program writes, in the database's user_version.
