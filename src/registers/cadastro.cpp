@@ -3,6 +3,7 @@
 #include "core/conversoes.h"
 #include "core/teclas.h"
 #include "registers/saida.h"
+#include "store/basedados.h"
 #include "store/tabelas.h"
 
 namespace vexa {
@@ -16,6 +17,8 @@ void preenche_lista(Sessao &s, int Tabela, Lista &lista) {
 }
 
 void avisa_base_ausente(Sessao &s, Desktop &d) {
+    // A locked database has been told as such when it was opened.
+    if (s.Banco && s.Banco->Travada()) return;
     d.MsgBox("O Banco de dados \"" + s.CaminhoApp + "/" + s.NomeMDB + "\" nao foi encontrado!");
 }
 

@@ -10,6 +10,11 @@ namespace {
 // that a list painting one screen reads little more than it shows.
 constexpr int TamanhoBloco = 256;
 constexpr std::size_t BlocosGuardados = 8;
+// A set of a narrow table (a code and a name) is read whole by the select that opens it, up to
+// this many fields: one statement then costs what a list of the whole register costs. A wide
+// table (the register of cheques) reads only its keys at opening, its rows when reached.
+constexpr int CamposEstreita = 4;
+constexpr qsizetype ValoresInteiros = 600000;
 
 // "Select * From <table> <rest>": the table and the rest (where, order).
 const QRegularExpression &forma_select() {
@@ -54,7 +59,9 @@ bool RecordSet::Abre(const QSqlDatabase &db, const QString &sql, const QVariantL
     QString resto = m.captured(2);
     if (!resto.contains(QStringLiteral("order by"), Qt::CaseInsensitive) && !campos_.isEmpty())
         resto += QStringLiteral(" ORDER BY \"%1\"").arg(campos_.first());
-    sqlChaves_ = QStringLiteral("SELECT rowid FROM \"%1\"%2").arg(tabela_, resto);
+    inteira_ = campos_.size() <= CamposEstreita;
+    sqlChaves_ = QStringLiteral("SELECT rowid%1 FROM \"%2\"%3")
+                     .arg(inteira_ ? ", " + lista_colunas(campos_) : QString(), tabela_, resto);
     if (!le_chaves()) {
         Close();
         return false;
@@ -71,12 +78,34 @@ bool RecordSet::le_chaves() {
         q.addBindValue(v);
     if (!q.exec()) return false;
     chaves_.clear();
-    while (q.next())
+    esquece_blocos();
+    const int n = inteira_ ? campos_.size() : 0;
+    qsizetype valores = 0;
+    Bloco *bloco = nullptr;
+    int numero = -1;
+    while (q.next()) {
+        const int posicao = chaves_.size();
         chaves_.append(q.value(0).toLongLong());
+        if (n == 0 || valores > ValoresInteiros) continue;
+        if (posicao % TamanhoBloco == 0) {
+            numero = posicao / TamanhoBloco;
+            bloco = &blocos_[numero];
+            bloco->fixo = true;
+            bloco->linhas.reserve(TamanhoBloco);
+        }
+        QStringList linha;
+        linha.reserve(n);
+        for (int c = 1; c <= n; ++c)
+            linha.append(q.value(c).toString());
+        bloco->linhas.append(std::move(linha));
+        valores += n;
+    }
+    // A block cut short by the limit is read again whole when reached.
+    if (bloco && numero * TamanhoBloco + bloco->linhas.size() < chaves_.size())
+        blocos_.erase(numero);
     apagado_.fill(false, chaves_.size());
     apagados_ = 0;
     pos_ = chaves_.isEmpty() ? -1 : 0;
-    esquece_blocos();
     modo_ = Modo::Nada;
     return true;
 }
@@ -142,12 +171,14 @@ const QStringList *RecordSet::linha_na(int posicao) const {
     const int numero = posicao / TamanhoBloco;
     auto achado = blocos_.find(numero);
     if (achado == blocos_.end()) {
-        if (blocos_.size() >= BlocosGuardados) {
-            auto velho = blocos_.begin();
-            for (auto b = blocos_.begin(); b != blocos_.end(); ++b)
-                if (b->second.uso < velho->second.uso) velho = b;
-            blocos_.erase(velho);
+        std::size_t lidos = 0;
+        auto velho = blocos_.end();
+        for (auto b = blocos_.begin(); b != blocos_.end(); ++b) {
+            if (b->second.fixo) continue;
+            ++lidos;
+            if (velho == blocos_.end() || b->second.uso < velho->second.uso) velho = b;
         }
+        if (lidos >= BlocosGuardados) blocos_.erase(velho);
         if (!leitura_) {
             QStringList marcas;
             for (int i = 0; i < TamanhoBloco; ++i)
@@ -184,8 +215,9 @@ const QStringList *RecordSet::linha_na(int posicao) const {
         achado = blocos_.emplace(numero, std::move(bloco)).first;
     }
     achado->second.uso = ++usos_;
-    const QStringList &linha = achado->second.linhas[posicao % TamanhoBloco];
-    return linha.isEmpty() ? nullptr : &linha;
+    const auto &linhas = achado->second.linhas;
+    const int i = posicao % TamanhoBloco;
+    return i < linhas.size() && !linhas[i].isEmpty() ? &linhas[i] : nullptr;
 }
 
 QStringList RecordSet::Linha(int i) const {
@@ -282,7 +314,8 @@ bool RecordSet::Delete() {
     }
     apagado_[pos_] = true;
     ++apagados_;
-    esquece_blocos();
+    // The row stays in its block, skipped as deleted.
+
     return true;
 }
 

@@ -89,6 +89,7 @@ class RecordSet {
     QString sql_, tabela_, sqlChaves_;
     QVariantList valores_;
     bool aberto_ = false;
+    bool inteira_ = false;
 
     QVector<qint64> chaves_; // rowids, in the select's order
     QVector<bool> apagado_;  // deleted through this set
@@ -101,6 +102,7 @@ class RecordSet {
     struct Bloco {
         QVector<QStringList> linhas;
         quint64 uso = 0;
+        bool fixo = false; // read with the keys: kept until the next select
     };
     mutable std::map<int, Bloco> blocos_;
     mutable quint64 usos_ = 0;

@@ -323,7 +323,9 @@ QString proximo_index(Sessao &s) {
 void ExpurgaCheques(Sessao &s, Desktop &d) {
     // The database alone: the question and the delete need no record set over Log.
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) {
-        d.MsgBox("O Banco de dados \"" + s.NomeMDB + "\" nao foi encontrado!");
+        // A locked database has been told as such already.
+        if (!base(s).Travada())
+            d.MsgBox("O Banco de dados \"" + s.NomeMDB + "\" nao foi encontrado!");
         return;
     }
     const auto dia = le_data(s.Hoje6);

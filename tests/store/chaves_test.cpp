@@ -247,6 +247,10 @@ TEST_F(Chaves, BancoTravadoPorOutraConexaoEDitoComoTravado) {
     EXPECT_EQ(d.Textos(), (QStringList{"", "Instale uma linha semelhante a \n\"SHARE.EXE /L:500\" "
                                            "no seu arquivo autoexec.bat!"}));
     EXPECT_EQ(d.Mensagens[1].Titulo, "Programa \"share.exe\" nao instalado!");
+    // The purge of the start-up doesn't then call it missing.
+    d.Mensagens.clear();
+    ExpurgaCheques(*s, d);
+    EXPECT_EQ(d.Mensagens.size(), 2);
     outro.exec("COMMIT");
 }
 
