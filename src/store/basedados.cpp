@@ -255,6 +255,9 @@ bool BaseDados::Abre() {
         db.close();
         return false;
     }
+    // The registers are read whole by the lists: mapped, a page costs no copy.
+    q.exec("PRAGMA mmap_size = 268435456");
+    q.finish();
     RegistraFuncoesSql(db);
     return true;
 }
