@@ -22,7 +22,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
-#include <sys/resource.h>
 #include <vector>
 
 using namespace vexa;
@@ -97,10 +96,10 @@ using namespace vexa::bench;
 constexpr int LinhasLog = 250000;
 } // namespace
 
+// Read from /proc: the peak that getrusage gives survives exec, so a child would show its
+// parent's.
 long vexa::bench::pico_proprio() {
-    struct rusage uso {};
-    getrusage(RUSAGE_SELF, &uso);
-    return uso.ru_maxrss;
+    return pico_memoria(QCoreApplication::applicationPid());
 }
 
 namespace {
