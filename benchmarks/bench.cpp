@@ -1,5 +1,7 @@
-// make bench: prints the figures of the program's start-up and of the purge of a large
-// register. It is a measurement, not a test.
+// make bench: runs every registered measure (start-up, purge, the store at an office's size, ...)
+// and prints its figures. It is a measurement, not a test.
+#include "medidas.h"
+
 #include "core/desktop_roteiro.h"
 #include "core/inicio.h"
 #include "core/instancia.h"
@@ -9,6 +11,7 @@
 #include "store/tabelas.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLocalSocket>
@@ -19,14 +22,62 @@
 #include <QThread>
 #include <algorithm>
 #include <cstdio>
-#include <sys/resource.h>
+#include <map>
 #include <vector>
 
 using namespace vexa;
 
-namespace {
+namespace vexa::bench {
 
-constexpr int LinhasLog = 250000;
+namespace {
+std::map<QString, std::function<void()>> &medidas() {
+    static std::map<QString, std::function<void()>> m;
+    return m;
+}
+std::map<QString, std::function<int(const QStringList &)>> &filhos() {
+    static std::map<QString, std::function<int(const QStringList &)>> f;
+    return f;
+}
+} // namespace
+
+bool registra_medida(const QString &nome, std::function<void()> medida) {
+    medidas()[nome] = std::move(medida);
+    return true;
+}
+
+bool registra_filho(const QString &nome, std::function<int(const QStringList &)> filho) {
+    filhos()[nome] = std::move(filho);
+    return true;
+}
+
+QByteArray roda_filho(const QString &nome, const QStringList &argumentos) {
+    QProcess p;
+    p.start(QCoreApplication::applicationFilePath(), QStringList{"--filho", nome} + argumentos);
+    p.waitForFinished(1800000);
+    return p.readAllStandardOutput();
+}
+
+QString pasta_dados(const QString &casa) {
+    return casa + "/dados/VexaPlus/Vexa Plus";
+}
+
+QString pasta_cache() {
+    const QString pasta = QCoreApplication::applicationDirPath() + "/cache";
+    QDir().mkpath(pasta);
+    return pasta;
+}
+
+double mediana_ms(int vezes, const std::function<void()> &trabalho) {
+    std::vector<double> v;
+    for (int i = 0; i < vezes; ++i) {
+        QElapsedTimer relogio;
+        relogio.start();
+        trabalho();
+        v.push_back(relogio.nsecsElapsed() / 1e6);
+    }
+    std::sort(v.begin(), v.end());
+    return v[v.size() / 2];
+}
 
 // Peak resident memory of a process, in KiB, read before it ends.
 long pico_memoria(qint64 pid) {
@@ -37,12 +88,22 @@ long pico_memoria(qint64 pid) {
     return -1;
 }
 
-long pico_proprio() {
-    struct rusage uso {};
-    getrusage(RUSAGE_SELF, &uso);
-    return uso.ru_maxrss;
+} // namespace vexa::bench
+
+namespace {
+
+using namespace vexa::bench;
+
+constexpr int LinhasLog = 250000;
+} // namespace
+
+// Read from /proc: the peak that getrusage gives survives exec, so a child would show its
+// parent's.
+long vexa::bench::pico_proprio() {
+    return pico_memoria(QCoreApplication::applicationPid());
 }
 
+namespace {
 // True once the running program has taken a request on its link. It closes the link from its
 // event loop, so the answer means that its window is up and it is idle.
 bool responde(const QString &link) {
@@ -54,20 +115,16 @@ bool responde(const QString &link) {
     return s.state() == QLocalSocket::UnconnectedState || s.waitForDisconnected(10000);
 }
 
-struct Partida {
-    double ms;
-    long kib;
-};
+} // namespace
 
-// Starts a program offscreen with its home in casa and times it until it answers idle. The
-// first start in a home also makes the data folder.
-Partida mede_partida(const QString &programa, const QString &casa,
-                     const QStringList &argumentos = {}) {
+// The first start in a home also makes the data folder.
+Partida vexa::bench::mede_partida(const QString &programa, const QString &casa,
+                                  const QStringList &argumentos) {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("QT_QPA_PLATFORM", "offscreen");
     env.insert("HOME", casa);
     env.insert("XDG_DATA_HOME", casa + "/dados");
-    const QString link = Instancia::NomeLink(casa + "/dados/VexaPlus/Vexa Plus");
+    const QString link = Instancia::NomeLink(pasta_dados(casa));
 
     QProcess p;
     p.setProcessEnvironment(env);
@@ -86,14 +143,16 @@ Partida mede_partida(const QString &programa, const QString &casa,
     return {ms, kib};
 }
 
-Partida mediana(const QString &programa, const QString &casa, int vezes,
-                const QStringList &argumentos = {}) {
+Partida vexa::bench::mediana(const QString &programa, const QString &casa, int vezes,
+                             const QStringList &argumentos) {
     std::vector<Partida> v;
     for (int i = 0; i < vezes; ++i)
         v.push_back(mede_partida(programa, casa, argumentos));
     std::sort(v.begin(), v.end(), [](auto a, auto b) { return a.ms < b.ms; });
     return v[v.size() / 2];
 }
+
+namespace {
 
 // A data folder whose Log has the rows, every other one older than the retention period.
 int enche_filho(const QString &pasta) {
@@ -149,15 +208,7 @@ int expurgo_filho(const QString &pasta) {
     return 0;
 }
 
-} // namespace
-
-int main(int argc, char *argv[]) {
-    QCoreApplication app(argc, argv);
-    const QStringList args = app.arguments();
-    if (args.size() == 3 && args[1] == "--enche") return enche_filho(args[2]);
-    if (args.size() == 3 && args[1] == "--expurgo") return expurgo_filho(args[2]);
-
-    std::printf("Vexa Plus — medidas\n\n");
+void mede_partida_nua() {
     QTemporaryDir casaVexa, casaNua;
     // The first start makes the data folder; it also warms the disk cache.
     const Partida primeira = mede_partida(VEXA_PROGRAMA, casaVexa.path());
@@ -175,20 +226,43 @@ int main(int argc, char *argv[]) {
     std::printf("  razão             %8.2f      (contra a janela com uma linha de texto)\n",
                 vexa.ms / comTexto.ms);
     std::printf("  primeira partida  %8.1f ms   (cria a pasta de dados)\n\n", primeira.ms);
+}
 
+void mede_expurgo() {
     QTemporaryDir pasta;
-    QProcess enche;
-    enche.start(QCoreApplication::applicationFilePath(), {"--enche", pasta.path()});
-    enche.waitForFinished(600000);
-    QProcess expurgo;
-    expurgo.start(QCoreApplication::applicationFilePath(), {"--expurgo", pasta.path()});
-    expurgo.waitForFinished(600000);
-    const QList<QByteArray> saida = expurgo.readAllStandardOutput().trimmed().split(' ');
+    roda_filho("enche", {pasta.path()});
+    const QList<QByteArray> saida = roda_filho("expurgo", {pasta.path()}).trimmed().split(' ');
     std::printf("Expurgo de cheques: Log com %d linhas, %d vencidas:\n", LinhasLog, LinhasLog / 2);
     std::printf("  tempo             %8s ms   (meta: abaixo de 2000)\n",
                 saida.value(0).constData());
     std::printf("  pico de memória   %8s KiB (processo só do expurgo)\n",
                 saida.value(1).constData());
-    std::printf("  linhas restantes  %8s\n", saida.value(2).constData());
+    std::printf("  linhas restantes  %8s\n\n", saida.value(2).constData());
+}
+
+const bool registrado =
+    registra_medida("1 partida", mede_partida_nua) && registra_medida("2 expurgo", mede_expurgo) &&
+    registra_filho("enche", [](const QStringList &a) { return enche_filho(a.value(0)); }) &&
+    registra_filho("expurgo", [](const QStringList &a) { return expurgo_filho(a.value(0)); });
+
+} // namespace
+
+int main(int argc, char *argv[]) {
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    if (args.size() >= 3 && args[1] == "--filho") {
+        const auto filho = filhos().find(args[2]);
+        return filho == filhos().end() ? 2 : filho->second(args.mid(3));
+    }
+    // "vexa_bench nome..." runs only the measures whose names begin so.
+    const QStringList escolhidas = args.mid(1);
+    std::printf("Vexa Plus — medidas\n\n");
+    for (const auto &[nome, medida] : medidas()) {
+        const bool escolhida = escolhidas.isEmpty() ||
+                               std::any_of(escolhidas.begin(), escolhidas.end(),
+                                           [&](const QString &e) { return nome.startsWith(e); });
+        if (escolhida) medida();
+        std::fflush(stdout);
+    }
     return 0;
 }

@@ -36,32 +36,38 @@ void ImprimeFrente(Main &Tela, bool Valido) {
 
 void GravaCheque(Main &Tela) {
     Sessao &s = Tela.sessao;
+    Desktop &d = Tela.desktop;
     // The cheque has printed; a register that can't be opened just doesn't show it.
-    if (AbreTabelas(s, Tela.desktop, 0, 0, 0, 1) == -2) return;
+    if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return;
+    const QString Index = proximo_index(s);
+    // The shared set of Log over the new row alone: nothing else of the register is read.
     RecordSet &log = Conjunto(s, TabLog);
-    QString Index = "0000000001";
-    if (log.RecordCount() > 0) {
-        log.MoveFirst();
-        if (!log.Campo("Codigo").isEmpty()) {
-            log.MoveLast();
-            Index = formata_numero(Val(log.Campo("Index")) + 1, "0000000000");
-        }
+    bool gravou = log.Abre(s.Banco->db(), "Select * From Log Where (\"Index\"=?)", {Index});
+    if (gravou) {
+        log.AddNew();
+        log.Define("Comentario", Tela.Text2[0].Text);
+        log.Define("Comentario1", Tela.Text2[1].Text);
+        log.Define("Comentario2", Tela.Text2[2].Text);
+        log.Define("StCancel", " ");
+        log.Define("Codigo", Index.right(5));
+        log.Define("Banco", Tela.Text1[0].Text);
+        log.Define("V_CH", mascara_valor(Tela.Text1[1].Text, "###########.##").trimmed());
+        log.Define("Favor", Tela.Text1[2].Text);
+        log.Define("Local", Tela.Text1[3].Text);
+        log.Define("Data", Tela.Text1[4].Text);
+        log.Define("Index", Index);
+        log.Define("NRCH", Tela.Text1[6].Text.isEmpty() ? " " : Tela.Text1[6].Text);
+        gravou = log.Update();
     }
-    log.AddNew();
-    log.Define("Comentario", Tela.Text2[0].Text);
-    log.Define("Comentario1", Tela.Text2[1].Text);
-    log.Define("Comentario2", Tela.Text2[2].Text);
-    log.Define("StCancel", " ");
-    log.Define("Codigo", Index.right(5));
-    log.Define("Banco", Tela.Text1[0].Text);
-    log.Define("V_CH", mascara_valor(Tela.Text1[1].Text, "###########.##").trimmed());
-    log.Define("Favor", Tela.Text1[2].Text);
-    log.Define("Local", Tela.Text1[3].Text);
-    log.Define("Data", Tela.Text1[4].Text);
-    log.Define("Index", Index);
-    log.Define("NRCH", Tela.Text1[6].Text.isEmpty() ? " " : Tela.Text1[6].Text);
-    log.Update();
     FechaTabelas(s, 0, 0, 0, 1);
+    // The cheque is on paper: the operator must know its row is missing, and which one.
+    if (!gravou)
+        d.MsgBox("O cheque foi impresso, mas não foi registrado no relatório." + QString("\n\n") +
+                     "Banco: " + Tela.Text1[0].Text.trimmed() +
+                     "\nValor: " + mascara_valor(Tela.Text1[1].Text, "###,##0.00").trimmed() +
+                     "\nFavorecido: " + Tela.Text1[2].Text.trimmed() +
+                     "\nNúmero: " + Tela.Text1[6].Text.trimmed(),
+                 Botoes::OK, "Impressão do Cheque", Icone::Critico);
 }
 
 } // namespace vexa

@@ -101,7 +101,10 @@ void Bancos::grava_campos() {
     RecordSet &rs = conjunto();
     for (int i = 0; i < campos_tabela().size(); ++i)
         rs.Define(campos_tabela()[i], Text1[i].Text);
-    rs.Update();
+    if (!rs.Update()) {
+        rs.CancelUpdate();
+        avisa_registro_nao_gravado(desktop);
+    }
 }
 
 void Bancos::NovoRegistroBanco() {
@@ -115,7 +118,7 @@ void Bancos::AlteraRegistroBanco() {
 }
 
 void Bancos::ExcluiRegistroBanco() {
-    conjunto().Delete();
+    if (!conjunto().Delete()) avisa_registro_nao_gravado(desktop, true);
 }
 
 QString Bancos::LinhaFormato() const {

@@ -4,6 +4,7 @@
 #include "core/teclas.h"
 #include "registers/saida.h"
 #include "registro/telas.h"
+#include "store/basedados.h"
 #include "store/tabelas.h"
 
 namespace vexa {
@@ -11,26 +12,20 @@ namespace vexa {
 namespace {
 // The rows of a register's list, read from a copy of its record set as the list was filled:
 // a later filter of the shared set (the search window's) leaves this list as it was. Rows
-// are read when the view asks, walking from the last one read, as a scroll reads them.
+// are read when the view asks.
 class LinhasCadastro {
   public:
-    explicit LinhasCadastro(const RecordSet &rs) : rs_(rs) {}
+    explicit LinhasCadastro(const RecordSet &rs)
+        : rs_(rs.Copia()), codigo_(rs_.Coluna("Codigo")), nome_(rs_.Coluna("Nome")) {}
     int conta() const { return rs_.RecordCount(); }
-    QString linha(int i) {
-        if (i == 0 || atual_ < 0) {
-            rs_.MoveFirst();
-            atual_ = 0;
-        }
-        for (; atual_ < i; ++atual_)
-            rs_.MoveNext();
-        for (; atual_ > i; --atual_)
-            rs_.MovePrevious();
-        return rs_.Campo("Codigo") + " - " + rs_.Campo("Nome");
+    QString linha(int i) const {
+        const QStringList campos = rs_.Linha(i);
+        return campos.value(codigo_) + " - " + campos.value(nome_);
     }
 
   private:
     RecordSet rs_;
-    int atual_ = -1;
+    int codigo_, nome_;
 };
 } // namespace
 
@@ -46,7 +41,15 @@ void preenche_lista(Sessao &s, int Tabela, Lista &lista) {
 }
 
 void avisa_base_ausente(Sessao &s, Desktop &d) {
+    // A locked database has been told as such when it was opened.
+    if (s.Banco && s.Banco->Travada()) return;
     d.MsgBox("O Banco de dados \"" + s.CaminhoApp + "/" + s.NomeMDB + "\" nao foi encontrado!");
+}
+
+void avisa_registro_nao_gravado(Desktop &d, bool excluido) {
+    d.MsgBox(excluido ? "O registro não foi excluído: o banco de dados não aceitou a exclusão."
+                      : "O registro não foi gravado: o banco de dados não aceitou a gravação.",
+             Botoes::OK, "Erro", Icone::Exclamacao);
 }
 
 void abre_lista(Sessao &s, Desktop &d, const PedidoLista &pedido) {
@@ -250,7 +253,10 @@ void CadastroSimples::regrava(bool novo) {
         rs.Edit();
     rs.Define("Codigo", Text1[0].Text);
     rs.Define("Nome", Text1[1].Text);
-    rs.Update();
+    if (!rs.Update()) {
+        rs.CancelUpdate();
+        avisa_registro_nao_gravado(desktop);
+    }
     atualiza();
 }
 
@@ -270,7 +276,7 @@ void CadastroSimples::AlteraRegistro() {
 }
 
 void CadastroSimples::ExcluiRegistro() {
-    conjunto().Delete();
+    if (!conjunto().Delete()) avisa_registro_nao_gravado(desktop, true);
     atualiza();
 }
 

@@ -16,6 +16,9 @@ void preenche_lista(Sessao &s, int Tabela, Lista &lista);
 
 // "O Banco de dados "<path>" nao foi encontrado!": a register opened without its database.
 void avisa_base_ausente(Sessao &s, Desktop &d);
+// A register's write that the database refused (read-only, locked, full or damaged): the record
+// on the screen was not stored (excluido: not deleted).
+void avisa_registro_nao_gravado(Desktop &d, bool excluido = false);
 
 // The print buttons of the registers: the dialog of the lists over that register, or a
 // message when it has no rows. tabelaLista "Bancos", "Favorecido" or "Cidade"; tabelaBancos

@@ -82,9 +82,9 @@ QList<QPair<QString, QString>> registros(Sessao &s, Desktop &d, const QString &T
     QList<QPair<QString, QString>> r;
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return r;
     RecordSet rs;
-    // A list by name reads as a directory: case and accents aside.
+    // A list by name reads as a directory: case and accents aside, through the folded key.
     if (!rs.Abre(s.Banco->db(), "Select * FROM " + Tabela + " ORDER BY " +
-                                    (Ordem == "0" ? "Codigo" : "Nome COLLATE TEXTO, Nome")))
+                                    (Ordem == "0" ? "Codigo" : "NomeChave, Nome")))
         return r;
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
         r.append({rs.Campo("Codigo"), rs.Campo("Nome")});

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QSqlDriver>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QUuid>
 #include <sqlite3.h>
@@ -28,11 +29,75 @@ QString NomeTabela(int tabela) {
     return {};
 }
 
+namespace {
+
+// The letters the key folds: A to Z, and the accented and other Latin letters of the
+// Latin-1 and Latin Extended-A blocks, each with what it becomes (its base letter in lower
+// case). Kept to a table, so that the database's triggers fold exactly as the program does.
+const QList<QPair<char32_t, QString>> &letras_dobradas() {
+    static const QList<QPair<char32_t, QString>> tabela = [] {
+        QList<QPair<char32_t, QString>> t;
+        for (char32_t c = 'A'; c <= 'Z'; ++c)
+            t.append({c, QString(QChar(c - 'A' + 'a'))});
+        for (char32_t c = 0xC0; c <= 0x17F; ++c) {
+            QString dobrada;
+            for (const QChar x : QString(QChar(c)).normalized(QString::NormalizationForm_D))
+                if (x.category() != QChar::Mark_NonSpacing) dobrada.append(x);
+            dobrada = dobrada.toCaseFolded();
+            if (dobrada != QString(QChar(c))) t.append({c, dobrada});
+        }
+        return t;
+    }();
+    return tabela;
+}
+
+} // namespace
+
 QString chave_texto(const QString &texto) {
+    static const QHash<char32_t, QString> mapa = [] {
+        QHash<char32_t, QString> m;
+        for (const auto &[c, d] : letras_dobradas())
+            m.insert(c, d);
+        return m;
+    }();
     QString chave;
-    for (const QChar c : texto.normalized(QString::NormalizationForm_D))
-        if (c.category() != QChar::Mark_NonSpacing) chave.append(c);
-    return chave.toCaseFolded();
+    chave.reserve(texto.size());
+    for (const char32_t c : texto.toUcs4()) {
+        const auto d = mapa.constFind(c);
+        if (d != mapa.constEnd())
+            chave += *d;
+        else
+            chave += QString::fromUcs4(&c, 1);
+    }
+    return chave;
+}
+
+QStringList chave_texto_sql(const QString &expressao, const QString &coluna) {
+    // SQLite's parser takes only so many nested calls: the letters go in steps.
+    constexpr int PorPasso = 24;
+    QStringList passos;
+    const auto &letras = letras_dobradas();
+    for (int i = 0; i < letras.size(); i += PorPasso) {
+        QString sql = passos.isEmpty() ? expressao : coluna;
+        for (int j = i; j < std::min<int>(i + PorPasso, letras.size()); ++j)
+            sql = "replace(" + sql + ",'" + QString::fromUcs4(&letras[j].first, 1) + "','" +
+                  letras[j].second + "')";
+        passos.append(sql);
+    }
+    return passos;
+}
+
+QString fim_do_prefixo(const QString &prefixo) {
+    QList<uint> c = prefixo.toUcs4();
+    while (!c.isEmpty()) {
+        uint &ultimo = c.last();
+        if (ultimo < 0x10FFFF) {
+            ultimo = ultimo == 0xD7FF ? 0xE000 : ultimo + 1;
+            return QString::fromUcs4(reinterpret_cast<const char32_t *>(c.constData()), c.size());
+        }
+        c.removeLast();
+    }
+    return {};
 }
 
 QString literal_sql(const QString &texto) {
@@ -94,8 +159,79 @@ QSqlDatabase BaseDados::db() const {
     return QSqlDatabase::database(conexao_, false);
 }
 
+namespace {
+
+// The date of a cheque as "yymmdd", which sorts as the days of one century do; empty for a row
+// without a date; NULL for a date the database can't read as "dd/mm/yy", which the purge then
+// reads as the program reads dates. The date goes through a modifier, which moves a day such
+// as 31/02 on and so tells it from a real one.
+QString data_chave_sql(const QString &data) {
+    const QString dia = "substr(" + data + ",1,2)", mes = "substr(" + data + ",4,2)",
+                  ano = "substr(" + data + ",7,2)";
+    const QString iso = "'20'||" + ano + "||'-'||" + mes + "||'-'||" + dia;
+    return "CASE WHEN trim(ifnull(" + data + ",'')) = '' THEN '' WHEN substr(" + data +
+           ",1,8) GLOB '[0-9][0-9]/[0-9][0-9]/[0-9][0-9]' AND date(" + iso +
+           ",'+0 days') = " + iso + " THEN " + ano + "||" + mes + "||" + dia + " END";
+}
+
+// The version of the tables this program writes, in the database's user_version.
+constexpr int VersaoEsquema = 1;
+
+} // namespace
+
+bool atualiza_esquema(QSqlDatabase &db, QSqlError *erro) {
+    QSqlQuery q(db);
+    const auto executa = [erro](QSqlQuery &q, const QString &sql) {
+        if (q.exec(sql)) return true;
+        if (erro) *erro = q.lastError();
+        return false;
+    };
+    if (!executa(q, "PRAGMA user_version") || !q.next()) return false;
+    if (q.value(0).toInt() >= VersaoEsquema) return true;
+    q.finish();
+    if (!db.transaction()) {
+        if (erro) *erro = db.lastError();
+        return false;
+    }
+    bool ok = true;
+    for (const QString tabela : {"Bancos", "Transferencia", "Script", "Favorecido", "Cidade"}) {
+        const QString atribui = "UPDATE " + tabela + " SET " + ColunaNomeChave + " = ";
+        QString corpo;
+        for (const QString &passo : chave_texto_sql("NEW.Nome", ColunaNomeChave))
+            corpo += atribui + passo + " WHERE rowid = NEW.rowid; ";
+        ok = ok && executa(q, "ALTER TABLE " + tabela + " ADD COLUMN " + ColunaNomeChave + " TEXT");
+        for (const QString &passo : chave_texto_sql("Nome", ColunaNomeChave))
+            ok = ok && executa(q, atribui + passo);
+        ok = ok &&
+             executa(q, "CREATE INDEX " + tabela + "NomeChave ON " + tabela + " (" +
+                            ColunaNomeChave + ", Nome)") &&
+             executa(q, "CREATE TRIGGER " + tabela + "ChaveInclui AFTER INSERT ON " + tabela +
+                            " BEGIN " + corpo + "END") &&
+             executa(q, "CREATE TRIGGER " + tabela + "ChaveAltera AFTER UPDATE OF Nome ON " +
+                            tabela + " BEGIN " + corpo + "END");
+    }
+    const QString data = data_chave_sql("NEW.Data");
+    ok =
+        ok && executa(q, QString("ALTER TABLE Log ADD COLUMN ") + ColunaDataChave + " TEXT") &&
+        executa(q, QString("UPDATE Log SET ") + ColunaDataChave + " = " + data_chave_sql("Data")) &&
+        executa(q, QString("CREATE INDEX LogDataChave ON Log (") + ColunaDataChave + ")") &&
+        executa(q, "CREATE INDEX IF NOT EXISTS LogIndex ON Log (\"Index\")") &&
+        executa(q, QString("CREATE TRIGGER LogDataInclui AFTER INSERT ON Log BEGIN UPDATE Log "
+                           "SET ") +
+                       ColunaDataChave + " = " + data + " WHERE rowid = NEW.rowid; END") &&
+        executa(q, QString("CREATE TRIGGER LogDataAltera AFTER UPDATE OF Data ON Log BEGIN "
+                           "UPDATE Log SET ") +
+                       ColunaDataChave + " = " + data + " WHERE rowid = NEW.rowid; END") &&
+        executa(q, "PRAGMA user_version = " + QString::number(VersaoEsquema));
+    q.finish();
+    if (ok) return db.commit();
+    db.rollback();
+    return false;
+}
+
 bool BaseDados::Abre() {
     if (Aberta()) return true;
+    travada_ = false;
     // SQLite would make an empty file where none is: a missing database is an error here.
     if (!QFileInfo(caminho_).isFile()) return false;
     QSqlDatabase db = QSqlDatabase::contains(conexao_)
@@ -105,12 +241,23 @@ bool BaseDados::Abre() {
     db.setConnectOptions("QSQLITE_BUSY_TIMEOUT=3000");
     if (!db.open()) return false;
     QSqlQuery q(db);
-    if (!q.exec("SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name IN "
-                "('Bancos','Transferencia','Script','Favorecido','Cidade','Log')") ||
-        !q.next() || q.value(0).toInt() != 6) {
+    const bool nossa = q.exec("SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name IN "
+                              "('Bancos','Transferencia','Script','Favorecido','Cidade','Log')") &&
+                       q.next() && q.value(0).toInt() == 6;
+    // SQLite opens a file without touching it: a lock held by another program shows at the
+    // first read.
+    const QString codigo = q.lastError().nativeErrorCode();
+    travada_ = codigo == "5" || codigo == "6";
+    q.finish();
+    QSqlError erro;
+    if (!nossa || !atualiza_esquema(db, &erro)) {
+        travada_ = travada_ || erro.nativeErrorCode() == "5" || erro.nativeErrorCode() == "6";
         db.close();
         return false;
     }
+    // The registers are read whole by the lists: mapped, a page costs no copy.
+    q.exec("PRAGMA mmap_size = 268435456");
+    q.finish();
     RegistraFuncoesSql(db);
     return true;
 }

@@ -3,6 +3,7 @@
 #include "store/recordset.h"
 
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QString>
 #include <map>
 
@@ -28,9 +29,12 @@ class BaseDados {
     BaseDados(const BaseDados &) = delete;
     BaseDados &operator=(const BaseDados &) = delete;
 
-    // Opens the file when it is not open yet. False when the file is missing or isn't a
-    // database of this program (a database is never created here).
+    // Opens the file when it is not open yet, and brings a database of an earlier version up
+    // to date. False when the file is missing, isn't a database of this program (a database is
+    // never created here) or can't be read; Travada() then tells whether another program held
+    // it locked.
     bool Abre();
+    bool Travada() const { return travada_; }
     bool Aberta() const;
     QSqlDatabase db() const;
     QString Caminho() const { return caminho_; }
@@ -41,6 +45,7 @@ class BaseDados {
   private:
     QString caminho_;
     QString conexao_;
+    bool travada_ = false;
     std::map<int, RecordSet> conjuntos_;
 };
 
@@ -52,9 +57,23 @@ class BaseDados {
 void RegistraFuncoesSql(const QSqlDatabase &db);
 
 // Names are compared as a directory orders them: without regard to case or accents, so that
-// "banco" finds "Banco do Brasil" and "Álvaro" comes before "Zélia". The key of that order, and
-// the collation TEXTO that uses it in SQL ("Order by Nome COLLATE TEXTO").
+// "banco" finds "Banco do Brasil" and "Álvaro" comes before "Zélia". The key of that order: the
+// Latin letters without their accents, in lower case; other characters as they are. Each row
+// keeps it in NomeChave, indexed, and the database writes it itself on every insert or change
+// of the name, whoever writes; the collation TEXTO compares by it too.
 QString chave_texto(const QString &texto);
+// The same key in SQL, for the database's own triggers: statements' expressions, the first over
+// expressao, each next one over coluna, which holds what the one before wrote.
+QStringList chave_texto_sql(const QString &expressao, const QString &coluna);
+// The texts that begin with a prefix, in the binary order of an index: those from the prefix
+// up to, not including, the returned text. Empty when there is no such upper end.
+QString fim_do_prefixo(const QString &prefixo);
+
+// Brings a database of an earlier version up to date, keeping every row: the folded name of
+// Bancos, Transferencia, Script, Favorecido and Cidade and the sortable date of Log, with their
+// indexes and the triggers that keep them. False when it could not (nothing is changed then),
+// with the database's error in erro.
+bool atualiza_esquema(QSqlDatabase &db, QSqlError *erro = nullptr);
 
 // Text for an SQL string literal: the quotes doubled. For the places where the select is
 // composed whole; values typed by the operator go bound instead wherever the select allows.

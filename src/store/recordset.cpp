@@ -1,13 +1,21 @@
 #include "store/recordset.h"
 
 #include <QRegularExpression>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QSqlRecord>
 
 namespace vexa {
 
 namespace {
+// Rows read by one statement: enough to make a walk cost what one select costs, few enough
+// that a list painting one screen reads little more than it shows.
+constexpr int TamanhoBloco = 256;
+constexpr std::size_t BlocosGuardados = 8;
+// A set of a narrow table (a code and a name) is read whole by the select that opens it, up to
+// this many fields: one statement then costs what a list of the whole register costs. A wide
+// table (the register of cheques) reads only its keys at opening, its rows when reached.
+constexpr int CamposEstreita = 4;
+constexpr qsizetype ValoresInteiros = 600000;
+
 // "Select * From <table> <rest>": the table and the rest (where, order).
 const QRegularExpression &forma_select() {
     static const QRegularExpression re(R"(^\s*select\s+\*\s+from\s+\[?(\w+)\]?(.*)$)",
@@ -16,9 +24,20 @@ const QRegularExpression &forma_select() {
     return re;
 }
 
-void liga_valores(QSqlQuery &q, const QVariantList &valores) {
-    for (const QVariant &v : valores)
-        q.addBindValue(v);
+bool coluna_interna(const QString &nome) {
+    return nome.compare(QLatin1String(ColunaNomeChave), Qt::CaseInsensitive) == 0 ||
+           nome.compare(QLatin1String(ColunaDataChave), Qt::CaseInsensitive) == 0;
+}
+
+QString aspas(const QString &nome) {
+    return '"' + nome + '"';
+}
+
+QString lista_colunas(const QStringList &campos) {
+    QStringList r;
+    for (const QString &c : campos)
+        r.append(aspas(c));
+    return r.join(',');
 }
 } // namespace
 
@@ -35,12 +54,14 @@ bool RecordSet::Abre(const QSqlDatabase &db, const QString &sql, const QVariantL
     if (!q.exec(QStringLiteral("SELECT * FROM \"%1\" LIMIT 0").arg(tabela_))) return false;
     const QSqlRecord r = q.record();
     for (int i = 0; i < r.count(); ++i)
-        campos_.append(r.fieldName(i));
+        if (!coluna_interna(r.fieldName(i))) campos_.append(r.fieldName(i));
     // Without an order of its own a set comes in the order of its key, the first field.
     QString resto = m.captured(2);
     if (!resto.contains(QStringLiteral("order by"), Qt::CaseInsensitive) && !campos_.isEmpty())
         resto += QStringLiteral(" ORDER BY \"%1\"").arg(campos_.first());
-    sqlChaves_ = QStringLiteral("SELECT rowid FROM \"%1\"%2").arg(tabela_, resto);
+    inteira_ = campos_.size() <= CamposEstreita;
+    sqlChaves_ = QStringLiteral("SELECT rowid%1 FROM \"%2\"%3")
+                     .arg(inteira_ ? ", " + lista_colunas(campos_) : QString(), tabela_, resto);
     if (!le_chaves()) {
         Close();
         return false;
@@ -53,17 +74,46 @@ bool RecordSet::le_chaves() {
     QSqlQuery q(db_);
     q.setForwardOnly(true);
     if (!q.prepare(sqlChaves_)) return false;
-    liga_valores(q, valores_);
+    for (const QVariant &v : valores_)
+        q.addBindValue(v);
     if (!q.exec()) return false;
     chaves_.clear();
-    while (q.next())
+    esquece_blocos();
+    const int n = inteira_ ? campos_.size() : 0;
+    qsizetype valores = 0;
+    Bloco *bloco = nullptr;
+    int numero = -1;
+    while (q.next()) {
+        const int posicao = chaves_.size();
         chaves_.append(q.value(0).toLongLong());
+        if (n == 0 || valores > ValoresInteiros) continue;
+        if (posicao % TamanhoBloco == 0) {
+            numero = posicao / TamanhoBloco;
+            bloco = &blocos_[numero];
+            bloco->fixo = true;
+            bloco->linhas.reserve(TamanhoBloco);
+        }
+        QStringList linha;
+        linha.reserve(n);
+        for (int c = 1; c <= n; ++c)
+            linha.append(q.value(c).toString());
+        bloco->linhas.append(std::move(linha));
+        valores += n;
+    }
+    // A block cut short by the limit is read again whole when reached.
+    if (bloco && numero * TamanhoBloco + bloco->linhas.size() < chaves_.size())
+        blocos_.erase(numero);
     apagado_.fill(false, chaves_.size());
     apagados_ = 0;
     pos_ = chaves_.isEmpty() ? -1 : 0;
-    lida_ = -2;
     modo_ = Modo::Nada;
     return true;
+}
+
+RecordSet RecordSet::Copia() const {
+    RecordSet copia;
+    if (aberto_) copia.Abre(db_, sql_, valores_);
+    return copia;
 }
 
 bool RecordSet::Requery() {
@@ -78,11 +128,15 @@ void RecordSet::Close() {
     apagados_ = 0;
     pos_ = -1;
     campos_.clear();
-    linha_.clear();
-    lida_ = -2;
+    esquece_blocos();
+    leitura_.reset();
     modo_ = Modo::Nada;
     buffer_.clear();
     db_ = QSqlDatabase();
+}
+
+void RecordSet::esquece_blocos() const {
+    blocos_.clear();
 }
 
 void RecordSet::pula_apagados(int passo) {
@@ -110,31 +164,87 @@ void RecordSet::MovePrevious() {
     pula_apagados(-1);
 }
 
-int RecordSet::coluna(const QString &nome) const {
+int RecordSet::Coluna(const QString &nome) const {
     for (int i = 0; i < campos_.size(); ++i)
         if (campos_[i].compare(nome, Qt::CaseInsensitive) == 0) return i;
     return -1;
 }
 
-void RecordSet::le_linha() const {
-    if (lida_ == pos_) return;
-    lida_ = pos_;
-    linha_.clear();
-    if (pos_ < 0 || pos_ >= int(chaves_.size()) || apagado_[pos_]) return;
-    QSqlQuery q(db_);
-    q.prepare(QStringLiteral("SELECT * FROM \"%1\" WHERE rowid = ?").arg(tabela_));
-    q.addBindValue(chaves_[pos_]);
-    if (!q.exec() || !q.next()) return;
-    for (int i = 0; i < campos_.size(); ++i)
-        linha_.append(q.value(i).toString());
+// The row at a position of the keys, read with the block around it; null for a deleted row or
+// one that is no longer in the table.
+const QStringList *RecordSet::linha_na(int posicao) const {
+    if (posicao < 0 || posicao >= int(chaves_.size()) || apagado_[posicao]) return nullptr;
+    const int numero = posicao / TamanhoBloco;
+    auto achado = blocos_.find(numero);
+    if (achado == blocos_.end()) {
+        std::size_t lidos = 0;
+        auto velho = blocos_.end();
+        for (auto b = blocos_.begin(); b != blocos_.end(); ++b) {
+            if (b->second.fixo) continue;
+            ++lidos;
+            if (velho == blocos_.end() || b->second.uso < velho->second.uso) velho = b;
+        }
+        if (lidos >= BlocosGuardados) blocos_.erase(velho);
+        if (!leitura_) {
+            QStringList marcas;
+            for (int i = 0; i < TamanhoBloco; ++i)
+                marcas.append(QStringLiteral("?"));
+            leitura_ = std::make_unique<QSqlQuery>(db_);
+            leitura_->setForwardOnly(true);
+            leitura_->prepare(QStringLiteral("SELECT rowid, %1 FROM \"%2\" WHERE rowid IN (%3)")
+                                  .arg(lista_colunas(campos_), tabela_, marcas.join(',')));
+        }
+        const int inicio = numero * TamanhoBloco;
+        const int fim = std::min<int>(inicio + TamanhoBloco, chaves_.size());
+        QHash<qint64, int> lugar;
+        lugar.reserve(fim - inicio);
+        for (int i = 0; i < TamanhoBloco; ++i) {
+            // Past the end the last key is repeated: the statement keeps its one shape.
+            const qint64 chave = chaves_[std::min(inicio + i, fim - 1)];
+            leitura_->bindValue(i, chave);
+            if (inicio + i < fim) lugar.insert(chave, i);
+        }
+        Bloco bloco;
+        bloco.linhas.resize(fim - inicio);
+        if (leitura_->exec()) {
+            const int n = campos_.size();
+            while (leitura_->next()) {
+                const auto l = lugar.constFind(leitura_->value(0).toLongLong());
+                if (l == lugar.constEnd()) continue;
+                QStringList &linha = bloco.linhas[*l];
+                linha.reserve(n);
+                for (int c = 1; c <= n; ++c)
+                    linha.append(leitura_->value(c).toString());
+            }
+        }
+        leitura_->finish();
+        achado = blocos_.emplace(numero, std::move(bloco)).first;
+    }
+    achado->second.uso = ++usos_;
+    const auto &linhas = achado->second.linhas;
+    const int i = posicao % TamanhoBloco;
+    return i < linhas.size() && !linhas[i].isEmpty() ? &linhas[i] : nullptr;
+}
+
+QStringList RecordSet::Linha(int i) const {
+    if (i < 0 || i >= RecordCount()) return {};
+    int posicao = i;
+    if (apagados_ > 0) {
+        // Rows deleted through the set stay among its keys until the next select.
+        posicao = -1;
+        for (int vivas = -1; vivas < i;)
+            if (!apagado_[++posicao]) ++vivas;
+    }
+    const QStringList *linha = linha_na(posicao);
+    return linha ? *linha : QStringList();
 }
 
 QString RecordSet::Campo(const QString &nome) const {
-    const int c = coluna(nome);
+    const int c = Coluna(nome);
     if (c < 0) return {};
     if (modo_ != Modo::Nada) return buffer_.value(c);
-    le_linha();
-    return linha_.value(c);
+    const QStringList *linha = linha_na(pos_);
+    return linha ? linha->value(c) : QString();
 }
 
 void RecordSet::AddNew() {
@@ -147,42 +257,42 @@ void RecordSet::AddNew() {
 
 void RecordSet::Edit() {
     if (!aberto_ || Eof() || Bof()) return;
-    le_linha();
+    const QStringList *linha = linha_na(pos_);
     modo_ = Modo::Editando;
-    buffer_ = linha_;
+    buffer_ = linha ? *linha : QStringList();
     while (buffer_.size() < campos_.size())
         buffer_.append(QString());
 }
 
 void RecordSet::Define(const QString &campo, const QString &valor) {
-    const int c = coluna(campo);
+    const int c = Coluna(campo);
     if (c < 0 || modo_ == Modo::Nada) return;
     buffer_[c] = valor;
 }
 
 bool RecordSet::Update() {
     if (modo_ == Modo::Nada) return false;
-    QStringList colunas;
-    for (const QString &c : campos_)
-        colunas.append('"' + c + '"');
     QSqlQuery q(db_);
     if (modo_ == Modo::Novo) {
         QStringList marcas;
         for (int i = 0; i < campos_.size(); ++i)
             marcas.append("?");
         q.prepare(QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)")
-                      .arg(tabela_, colunas.join(','), marcas.join(',')));
+                      .arg(tabela_, lista_colunas(campos_), marcas.join(',')));
     } else {
         QStringList atribuicoes;
-        for (const QString &c : colunas)
-            atribuicoes.append(c + " = ?");
+        for (const QString &c : campos_)
+            atribuicoes.append(aspas(c) + " = ?");
         q.prepare(QStringLiteral("UPDATE \"%1\" SET %2 WHERE rowid = ?")
                       .arg(tabela_, atribuicoes.join(',')));
     }
     for (const QString &v : buffer_)
         q.addBindValue(v);
     if (modo_ == Modo::Editando) q.addBindValue(chaves_[pos_]);
-    if (!q.exec()) return false;
+    if (!q.exec()) {
+        erro_ = q.lastError();
+        return false;
+    }
     if (modo_ == Modo::Novo) {
         chaves_.append(q.lastInsertId().toLongLong());
         apagado_.append(false);
@@ -190,7 +300,7 @@ bool RecordSet::Update() {
     }
     modo_ = Modo::Nada;
     buffer_.clear();
-    lida_ = -2;
+    esquece_blocos();
     return true;
 }
 
@@ -204,10 +314,14 @@ bool RecordSet::Delete() {
     QSqlQuery q(db_);
     q.prepare(QStringLiteral("DELETE FROM \"%1\" WHERE rowid = ?").arg(tabela_));
     q.addBindValue(chaves_[pos_]);
-    if (!q.exec()) return false;
+    if (!q.exec()) {
+        erro_ = q.lastError();
+        return false;
+    }
     apagado_[pos_] = true;
     ++apagados_;
-    lida_ = -2;
+    // The row stays in its block, skipped as deleted.
+
     return true;
 }
 

@@ -68,6 +68,7 @@ bool cria_em(const QString &arquivo) {
             }
             ok = ok && db.commit();
             q.finish();
+            ok = ok && atualiza_esquema(db);
             db.close();
         }
     }
@@ -99,20 +100,90 @@ QString nome_de(Sessao &s, int tabela, const QString &codigo) {
 }
 
 // The rows whose field begins with the text typed, ordered by that field. The text is bound,
-// so every character the operator types is a letter, never a wildcard or a quote; names
-// compare as a directory orders them.
+// so every character the operator types is a letter, never a wildcard or a quote. Names compare
+// as a directory orders them, by their folded key; both ways the index of the field serves.
 QString comeca_com(const QString &campo, const QString &texto, QVariantList &valores) {
-    const QString n = QString::number(texto.size());
-    const QString colacao = campo == "Nome" ? " COLLATE TEXTO" : "";
-    valores << texto;
-    return " Where (substr(" + campo + ",1," + n + ")=?" + colacao + ") Order by " + campo +
-           colacao;
+    const bool nome = campo == "Nome";
+    const QString chave = nome ? chave_texto(texto) : texto;
+    const QString coluna = nome ? QString(ColunaNomeChave) : campo;
+    const QString ordem = nome ? coluna + ", Nome" : campo;
+    const QString fim = fim_do_prefixo(chave);
+    valores << chave;
+    if (fim.isEmpty()) return " Where (" + coluna + " >= ?) Order by " + ordem;
+    valores << fim;
+    return " Where (" + coluna + " >= ? And " + coluna + " < ?) Order by " + ordem;
 }
 
-// The rows of Log older than the period: a date in the first eight characters, more than
-// PeriodoRel days before the day of the run. Rows without a date stay: CVDate gives them
-// NULL, and no comparison with NULL holds.
-const char *const log_vencido = " FROM Log WHERE ? - CVDate(substr(Data, 1, 8)) > ?";
+// The rows of Log older than the period: a date in the first eight characters before the day
+// the period began. Rows without a date stay. A date "dd/mm/yy" is found by its sortable key,
+// through its index; the two-digit years run over the hundred years that the program reads
+// them in (see ano_completo), so the years before the limit are a range of keys that may
+// wrap past "99". Other dates, which no key holds, are read as the program reads a date.
+struct Vencidos {
+    QString onde;
+    QVariantList valores;
+};
+
+Vencidos log_vencido(const QDate &dia, int periodo) {
+    const QDate limite = dia.addDays(-periodo);
+    const int primeiro = dia.year() - 79, ultimo = dia.year() + 20;
+    Vencidos v;
+    v.onde = QString(" FROM Log WHERE (") + ColunaDataChave +
+             " IS NULL AND ? - CVDate(substr(Data, 1, 8)) > ?)";
+    v.valores << dia.toJulianDay() << periodo;
+    if (limite.year() < primeiro) return v;
+    const QString coluna = ColunaDataChave;
+    if (limite.year() > ultimo) {
+        v.onde += " OR " + coluna + " >= '000000'";
+        return v;
+    }
+    const QString inicio =
+        QStringLiteral("%1").arg(primeiro % 100, 2, 10, QLatin1Char('0')) + "0000";
+    const QString fim = limite.toString("yyMMdd");
+    if (inicio <= fim)
+        v.onde += " OR (" + coluna + " >= ? AND " + coluna + " < ?)";
+    else
+        v.onde += " OR " + coluna + " >= ? OR (" + coluna + " >= '000000' AND " + coluna + " < ?)";
+    v.valores << inicio << fim;
+    return v;
+}
+
+bool executa(QSqlQuery &q, const QString &sql, const QVariantList &valores = {}) {
+    if (!q.prepare(sql)) return false;
+    for (const QVariant &v : valores)
+        q.addBindValue(v);
+    return q.exec();
+}
+
+// Before a purge deletes them, the rows go to VEXA-expurgo.db beside the database, in a table
+// Log of the same fields and the day of the purge, in the same transaction as the delete: a
+// purge either keeps its rows there or deletes nothing.
+bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v,
+                     const QDate &dia) {
+    QSqlQuery q(db);
+    QStringList campos;
+    if (!q.exec("PRAGMA main.table_info(Log)")) return false;
+    while (q.next())
+        if (q.value(1).toString().compare(ColunaDataChave, Qt::CaseInsensitive) != 0)
+            campos << '"' + q.value(1).toString() + '"';
+    q.finish();
+    if (!executa(q, "ATTACH DATABASE ? AS expurgo", {arquivo})) return false;
+    bool ok = db.transaction();
+    ok = ok && q.exec("CREATE TABLE IF NOT EXISTS expurgo.Log (" + campos.join(" TEXT, ") +
+                      " TEXT, Expurgo TEXT)");
+    ok = ok && executa(q,
+                       "INSERT INTO expurgo.Log (" + campos.join(',') + ", Expurgo) SELECT " +
+                           campos.join(',') + ", ?" + v.onde,
+                       QVariantList{dia.toString("dd/MM/yyyy")} + v.valores);
+    ok = ok && executa(q, "DELETE" + v.onde, v.valores);
+    q.finish();
+    if (ok)
+        ok = db.commit();
+    else
+        db.rollback();
+    q.exec("DETACH DATABASE expurgo");
+    return ok;
+}
 
 } // namespace
 
@@ -133,9 +204,8 @@ int AbreTabelas(Sessao &s, Desktop &d, int Bancos, int Favorecido, int Cidade, i
                 int Transferencia) {
     BaseDados &b = base(s);
     if (!b.Abre()) {
-        const QSqlError erro = b.db().lastError();
         // The file is held by another program: the classic advice about file locking.
-        if (erro.nativeErrorCode() == "5" || erro.nativeErrorCode() == "6") {
+        if (b.Travada()) {
             d.MsgBox(QString());
             d.MsgBox("Instale uma linha semelhante a \n\"SHARE.EXE /L:500\" no seu arquivo "
                      "autoexec.bat!",
@@ -239,36 +309,43 @@ void MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Aca
     }
 }
 
+QString proximo_index(Sessao &s) {
+    QSqlQuery q(base(s).db());
+    // The first and the last row by Index, each through the index of the field.
+    if (!q.exec("SELECT Codigo FROM Log ORDER BY \"Index\" LIMIT 1") || !q.next() ||
+        q.value(0).toString().isEmpty())
+        return "0000000001";
+    if (!q.exec("SELECT \"Index\" FROM Log ORDER BY \"Index\" DESC LIMIT 1") || !q.next())
+        return "0000000001";
+    return formata_numero(Val(q.value(0).toString()) + 1, "0000000000");
+}
+
 void ExpurgaCheques(Sessao &s, Desktop &d) {
-    if (AbreTabelas(s, d, 0, 0, 0, 1) == -2) {
-        d.MsgBox("O Banco de dados \"" + s.NomeMDB + "\" nao foi encontrado!");
+    // The database alone: the question and the delete need no record set over Log.
+    if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) {
+        // A locked database has been told as such already.
+        if (!base(s).Travada())
+            d.MsgBox("O Banco de dados \"" + s.NomeMDB + "\" nao foi encontrado!");
         return;
     }
     const auto dia = le_data(s.Hoje6);
+    if (!dia) return;
     QSqlDatabase db = base(s).db();
-    if (dia) {
-        QSqlQuery q(db);
-        q.prepare(QString("SELECT 1") + log_vencido + " LIMIT 1");
-        q.addBindValue(dia->toJulianDay());
-        q.addBindValue(int(s.PeriodoRel));
-        if (q.exec() && q.next()) {
-            q.finish();
-            const Resposta r = d.MsgBox(
-                "O banco de dados possui cheques cadastrados a mais de " +
-                    QString::number(s.PeriodoRel).trimmed() +
-                    " dia(s), contando a partir da data de apresentação. Deseja exclui-los?",
-                Botoes::YesNo);
-            if (r == Resposta::Yes) {
-                // One statement: a purge cut short deletes all of it or nothing.
-                QSqlQuery apaga(db);
-                apaga.prepare(QString("DELETE") + log_vencido);
-                apaga.addBindValue(dia->toJulianDay());
-                apaga.addBindValue(int(s.PeriodoRel));
-                apaga.exec();
-            }
-        }
-    }
-    FechaTabelas(s, 0, 0, 0, 1);
+    const Vencidos v = log_vencido(*dia, s.PeriodoRel);
+    QSqlQuery q(db);
+    if (!executa(q, "SELECT 1" + v.onde + " LIMIT 1", v.valores) || !q.next()) return;
+    q.finish();
+    const Resposta r =
+        d.MsgBox("O banco de dados possui cheques cadastrados a mais de " +
+                     QString::number(s.PeriodoRel).trimmed() +
+                     " dia(s), contando a partir da data de apresentação. Deseja exclui-los?",
+                 Botoes::YesNo);
+    if (r != Resposta::Yes) return;
+    const QString arquivo = QFileInfo(caminho_base(s)).dir().filePath("VEXA-expurgo.db");
+    if (!arquiva_e_apaga(db, arquivo, v, *dia))
+        d.MsgBox("Os cheques antigos não foram excluídos: não foi possível guardá-los em \"" +
+                     QFileInfo(arquivo).fileName() + "\".",
+                 Botoes::OK, "Erro", Icone::Exclamacao);
 }
 
 void ExpurgaCopias(Sessao &s, Desktop &d) {

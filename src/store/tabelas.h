@@ -48,8 +48,13 @@ void PesquisaLista(Sessao &s, const QString &Filtro, int Tipo);
 // registrado!" when there is none.
 void MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Acao);
 
+// The Index of the next row of Log: the last row's plus 1, or "0000000001" in an empty
+// register or one whose first row has no Codigo. Reads those two rows alone.
+QString proximo_index(Sessao &s);
+
 // The purges of the start-up: issued cheques older than PeriodoRel days, and copy files
-// older than PeriodoCop days, each after one question.
+// older than PeriodoCop days, each after one question. The cheques purged are kept in
+// VEXA-expurgo.db beside the database.
 void ExpurgaCheques(Sessao &s, Desktop &d);
 void ExpurgaCopias(Sessao &s, Desktop &d);
 

@@ -1,0 +1,38 @@
+#pragma once
+// What the measures of make bench share: a registry, so that each file of measures adds its
+// own and the bench runs them all; the timing of a start of the program; children of the
+// bench process, so that a peak of memory is one measure's alone; generated data kept between
+// runs.
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+namespace vexa::bench {
+
+// A measure prints its own lines. Measures run in the order of their names.
+bool registra_medida(const QString &nome, std::function<void()> medida);
+// A child: run as "vexa_bench --filho <nome> <args...>"; what it prints goes back to the caller.
+bool registra_filho(const QString &nome, std::function<int(const QStringList &)> filho);
+QByteArray roda_filho(const QString &nome, const QStringList &argumentos);
+
+struct Partida {
+    double ms;
+    long kib;
+};
+// Starts a program offscreen with its home in casa and times it until it answers idle.
+Partida mede_partida(const QString &programa, const QString &casa,
+                     const QStringList &argumentos = {});
+Partida mediana(const QString &programa, const QString &casa, int vezes,
+                const QStringList &argumentos = {});
+// The data folder of the program under a home, as the program makes it.
+QString pasta_dados(const QString &casa);
+
+// Peak resident memory of this process, in KiB.
+long pico_proprio();
+// The median of a few runs, in milliseconds.
+double mediana_ms(int vezes, const std::function<void()> &trabalho);
+// Where generated databases are kept between runs (under the build folder).
+QString pasta_cache();
+
+} // namespace vexa::bench
