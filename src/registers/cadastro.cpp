@@ -166,7 +166,11 @@ void Cadastro::Text1_KeyDown(int Index, int &KeyCode, int) {
 }
 
 void Cadastro::Text2_Change() {
-    FiltraTabela(sessao, Text2.Text, Tabela);
+    procura(Text2.Text);
+}
+
+void Cadastro::procura(const QString &Filtro) {
+    FiltraTabela(sessao, Filtro, Tabela);
     PreencheLista(Tabela);
 }
 

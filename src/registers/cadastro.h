@@ -82,6 +82,8 @@ class Cadastro : public Tela {
     virtual void carrega_linha(const QString &linha) = 0;
     // What the print button lists.
     virtual PedidoLista pedido_lista() const = 0;
+    // The search field changed: the list narrows to the records that begin with Filtro.
+    virtual void procura(const QString &Filtro);
 
     void registra_cadastro(const QString &nomeImprime, Botao &imprime);
     // The last field: Enter there goes to the buttons.
