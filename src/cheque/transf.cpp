@@ -225,7 +225,7 @@ bool ChequeTransf::ValidaTransf() {
 }
 
 void ChequeTransf::ImprimeTransf() {
-    if (!pede_documento(desktop, Caption)) return;
+    if (!sessao.Impressora || !pede_documento(desktop, Caption)) return;
     const QString banco = txtBanco.Text.trimmed();
     const auto cents = centavos(txtValor.Text.trimmed());
     FaceTransf face;

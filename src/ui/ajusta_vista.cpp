@@ -145,7 +145,9 @@ void CriaVistaAjusta(Tela &tela, QMainWindow &janela) {
     QSet<int> mostrados;
     for (int i = 0; i < caixasN; ++i) {
         const int linha = i % porColuna + 1, coluna = i / porColuna * 4;
-        numeros->addWidget(new QLabel(modelo.Label1[i].Caption, central), linha, coluna);
+        auto *legenda = cria<QLabel>(central, nome_controle("Label1", i));
+        legenda->setText(modelo.Label1[i].Caption);
+        numeros->addWidget(legenda, linha, coluna);
         const int rotuloLinha = modelo.rotulo_linha(i);
         if (!mostrados.contains(rotuloLinha)) {
             mostrados.insert(rotuloLinha);

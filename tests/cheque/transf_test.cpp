@@ -61,7 +61,8 @@ TEST_P(TransfBloco, BlocoConfereComAReferencia) {
     grava_layout("001", c.posicoes);
     ChequeTransf &t = preenchida(c.valor);
     t.Clica("Opcoes", 0);
-    EXPECT_TRUE(d.Textos().endsWith("Insira o Documento."));
+    // Without a comment nothing is asked about the back.
+    EXPECT_EQ(d.Textos(), QStringList({"Insira o Documento."}));
     teste::confere_referencia(texto_enviado(),
                               QString("transferencia/%1.txt").arg(QLatin1String(c.nome)));
 }
@@ -89,32 +90,14 @@ INSTANTIATE_TEST_SUITE_P(
                   "1,00"}),
     [](const auto &info) { return std::string(info.param.nome); });
 
-struct CasoDivisao {
-    QString extenso;
-    int largura1, largura2;
-    QString linha1, linha2;
-};
-
-class TransfDivisao : public ::testing::TestWithParam<CasoDivisao> {};
-
-TEST_P(TransfDivisao, PalavrasNasDuasLinhas) {
-    const CasoDivisao &c = GetParam();
-    const auto [l1, l2] = divide_extenso_transf(c.extenso, c.largura1, c.largura2);
-    EXPECT_EQ(l1, c.linha1);
-    EXPECT_EQ(l2, c.linha2);
+TEST(TransfExtenso, LinhasDe86ColunasEPalavrasQueEnchemAsDuas) {
+    // Columns of 100 tenths: both lines are 86 wide, filled with "*".
+    EXPECT_EQ(divide_extenso_transf("Um Real", 86, 86),
+              qMakePair("Um Real" + QString(79, '*'), QString(86, '*')));
+    // Exactly both lines: nothing added, and the break falls inside a word.
+    EXPECT_EQ(divide_extenso_transf("abcdefghij", 6, 4),
+              qMakePair(QString("abcdef"), QString("ghij")));
 }
-
-INSTANTIATE_TEST_SUITE_P(Larguras, TransfDivisao,
-                         ::testing::Values(
-                             // Short words run to the end of the second line in "*".
-                             CasoDivisao{"Um Real", 10, 5, "Um Real***", "*****"},
-                             // Exactly both lines: nothing added; the break falls inside the word.
-                             CasoDivisao{"abcdefghij", 6, 4, "abcdef", "ghij"},
-                             // Longer than both: the second line takes all the rest.
-                             CasoDivisao{"abcdefghijkl", 6, 4, "abcdef", "ghijkl"},
-                             // Columns of 100 tenths: both lines are 86 wide.
-                             CasoDivisao{"Um Real", 86, 86, "Um Real" + QString(79, '*'),
-                                         QString(86, '*')}));
 
 TEST_F(TransfTeste, AcentosSaoMaiusculosNosCaracteresDaImpressora) {
     grava_layout("001", Padrao);
@@ -143,41 +126,6 @@ TEST_F(TransfTeste, ComentarioVaiNoVersoDepoisDaPergunta) {
                                      "TravaDoc(0)", "FechaPorta()"}));
     EXPECT_EQ(t.Foco(), t.ref(t.txtBanco));
 }
-
-struct CasoRoteiro {
-    const char *nome;
-    QString comentario;
-    QList<Resposta> respostas;
-    QStringList mensagens;
-    int chamadasPorta;
-};
-
-class TransfRoteiro : public TransfTeste, public ::testing::WithParamInterface<CasoRoteiro> {};
-
-TEST_P(TransfRoteiro, PerguntasEChamadas) {
-    const CasoRoteiro &c = GetParam();
-    grava_layout("001", Padrao);
-    ChequeTransf &t = preenchida();
-    t.txtComentario.Text = c.comentario;
-    d.Respostas = c.respostas;
-    t.Clica("Opcoes", 0);
-    EXPECT_EQ(d.Textos(), c.mensagens);
-    EXPECT_EQ(chamadas_porta().size(), c.chamadasPorta);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Casos, TransfRoteiro,
-    ::testing::Values(
-        CasoRoteiro{"SemComentarioNaoPerguntaPeloVerso", "", {}, {"Insira o Documento."}, 5},
-        CasoRoteiro{
-            "CancelarODocumentoNaoImprime", "", {Resposta::Cancel}, {"Insira o Documento."}, 0},
-        // The back refused: the face stays printed and the port is closed.
-        CasoRoteiro{"CancelarOVersoFechaAPorta",
-                    "Obs",
-                    {Resposta::OK, Resposta::Cancel},
-                    {"Insira o Documento.", "Posicione o cheque para a impressão do verso."},
-                    5}),
-    [](const auto &info) { return std::string(info.param.nome); });
 
 TEST_F(TransfTeste, FalhaDaImpressoraMostraOCodigoENaoPedeOVerso) {
     grava_layout("001", Padrao);
@@ -258,7 +206,6 @@ class TransfSaida : public TransfTeste, public ::testing::WithParamInterface<Cas
 TEST_P(TransfSaida, AoSairDoCampo) {
     const CasoSaida &c = GetParam();
     grava_layout("001", Padrao);
-    grava_layout("237", Padrao);
     LeGravaIni(s.CaminhoIni, "ChequeTransf", "104", "*%*");
     ChequeTransf &t = abre<ChequeTransf>();
     digita(t, c.campo, -1, c.digitado);
@@ -269,27 +216,19 @@ TEST_P(TransfSaida, AoSairDoCampo) {
 INSTANTIATE_TEST_SUITE_P(
     Campos, TransfSaida,
     ::testing::Values(CasoSaida{"txtBanco", "1", "001", {}},
-                      CasoSaida{"txtBanco", "237", "237", {}},
                       CasoSaida{"txtBanco", "2", "", {"Banco não cadastrado."}},
                       // A bank whose layout was excluded has none.
                       CasoSaida{"txtBanco", "104", "", {"Banco não cadastrado."}},
                       CasoSaida{"txtValor", "1234,5", "1.234,50", {}},
                       CasoSaida{"txtValor", "12x", "", {}}));
 
-TEST_F(TransfTeste, CarregaOsValoresGuardadosEAData) {
+TEST_F(TransfTeste, CarregaGuardadosF4GuardaF8LimpaEEnterSegueAOrdem) {
     LeGravaIni(s.CaminhoIni, "InfoTransf", "Agencia", "Centro");
-    LeGravaIni(s.CaminhoIni, "InfoTransf", "Comentario", "Aluguel");
     LeGravaIni(s.CaminhoIni, "FrenteInfo", "Campo01", "Obra 7");
     ChequeTransf &t = abre<ChequeTransf>();
     EXPECT_EQ(t.txtAgencia.Text, "Centro");
-    EXPECT_EQ(t.txtComentario.Text, "Aluguel");
-    EXPECT_EQ(t.txtBanco.Text, "");
     EXPECT_EQ(t.TxtCpo[1].Text, "Obra 7");
     EXPECT_EQ(t.txtData.Text, "22/11/2026");
-}
-
-TEST_F(TransfTeste, F4GuardaF8LimpaEEnterSegueAOrdem) {
-    ChequeTransf &t = abre<ChequeTransf>();
     t.SetFocus("txtConta");
     t.Digita("txtConta", -1, "998-1");
     t.Tecla(115);
