@@ -314,26 +314,7 @@ void BancTrans::grava(int Index) {
 }
 
 void BancTrans::PreparaAjusteTransf() {
-    bool algum = false;
-    for (int i = 2; i <= 15; ++i) {
-        const double v = Val(Text1[i].Text);
-        if (v > 0) {
-            algum = true;
-            Text1[i].Text = Format(QString::number(v, 'f', 0), "000");
-        } else {
-            // A missing position gets a distinct stand-in, so that no two boxes overlap.
-            Text1[i].Text = Format(QString::number(2 * i), "000");
-        }
-    }
-    if (!algum) {
-        const QStringList padrao = PosicoesPadraoTransf();
-        for (int i = 2; i <= 15; ++i)
-            Text1[i].Text = padrao[i - 2];
-    }
-    for (int i = 1; i <= 7; ++i) {
-        sessao.AjusteL[i] = Text1[i + 1].Text;
-        sessao.AjusteC[i] = Text1[i + 8].Text;
-    }
+    prepara_posicoes(2, PosicoesPadraoTransf(), 7);
 }
 
 void BancTrans::Command3D2_Click() {
