@@ -35,6 +35,9 @@ class AjusteGrafico : public Tela {
     void Text1_GotFocus(int Index);
     void Text1_LostFocus(int Index);
     virtual void AtualizaRotulos() = 0;
+    // The labels that show a box's line and column (the view lays them out by these).
+    virtual int rotulo_linha(int Indice) const = 0;
+    virtual int rotulo_coluna(int Indice) const = 0;
 
     // The tops and left edges of the boxes, in their order.
     QList<int> Topos() const;
@@ -64,9 +67,6 @@ class AjusteGrafico : public Tela {
     virtual bool fixa_na_vertical(int Indice) const = 0;
     // After a key: boxes that keep to another box's line follow it.
     virtual void acompanha() = 0;
-    // The labels that show a box's line and column.
-    virtual int rotulo_linha(int Indice) const = 0;
-    virtual int rotulo_coluna(int Indice) const = 0;
 
   private:
     void destaca(int Indice, qint32 cor);

@@ -140,26 +140,7 @@ void Bancos::AtualizaIni(int Modo) {
 }
 
 void Bancos::PreparaAjuste() {
-    bool algum = false;
-    for (int i = 2; i <= 14; ++i) {
-        const double v = Val(Text1[i].Text);
-        if (v > 0) {
-            algum = true;
-            Text1[i].Text = Format(QString::number(v, 'f', 0), "000");
-        } else {
-            // A missing position gets a distinct stand-in, so that no two boxes overlap.
-            Text1[i].Text = Format(QString::number(2 * i), "000");
-        }
-    }
-    if (!algum) {
-        const QStringList padrao = PosicoesPadrao();
-        for (int i = 2; i <= 14; ++i)
-            Text1[i].Text = padrao[i - 2];
-    }
-    for (int i = 1; i <= 5; ++i)
-        sessao.AjusteL[i] = Text1[i + 1].Text;
-    for (int i = 1; i <= 8; ++i)
-        sessao.AjusteC[i] = Text1[i + 6].Text;
+    prepara_posicoes(2, PosicoesPadrao(), 5);
 }
 
 void Bancos::Command3D2_Click() {

@@ -180,6 +180,27 @@ void Cadastro::Command3D1_Click(int Index) {
     grava(Index);
 }
 
+void Cadastro::prepara_posicoes(int primeiro, const QStringList &padrao, int linhas) {
+    const int ultimo = primeiro + int(padrao.size()) - 1;
+    bool algum = false;
+    for (int i = primeiro; i <= ultimo; ++i) {
+        const double v = Val(Text1[i].Text);
+        if (v > 0) {
+            algum = true;
+            Text1[i].Text = Format(QString::number(v, 'f', 0), "000");
+        } else {
+            Text1[i].Text = Format(QString::number(2 * i), "000");
+        }
+    }
+    if (!algum)
+        for (int i = primeiro; i <= ultimo; ++i)
+            Text1[i].Text = padrao[i - primeiro];
+    for (int i = primeiro; i <= ultimo; ++i) {
+        const int k = i - primeiro;
+        (k < linhas ? sessao.AjusteL[k + 1] : sessao.AjusteC[k - linhas + 1]) = Text1[i].Text;
+    }
+}
+
 void Cadastro::Text1_GotFocus(int Index) {
     Text1[Index].SelecionaTudo = true;
 }
@@ -200,7 +221,11 @@ void Cadastro::Text1_KeyDown(int Index, int &KeyCode, int) {
 }
 
 void Cadastro::Text2_Change() {
-    FiltraTabela(sessao, Text2.Text, Tabela);
+    procura(Text2.Text);
+}
+
+void Cadastro::procura(const QString &Filtro) {
+    FiltraTabela(sessao, Filtro, Tabela);
     PreencheLista(Tabela);
 }
 

@@ -85,8 +85,15 @@ class Cadastro : public Tela {
     virtual void carrega_linha(const QString &linha) = 0;
     // What the print button lists.
     virtual PedidoLista pedido_lista() const = 0;
+    // The search field changed: the list narrows to the records that begin with Filtro.
+    virtual void procura(const QString &Filtro);
 
     void registra_cadastro(const QString &nomeImprime, Botao &imprime);
+    // Ahead of a graphic adjust: the positions from Text1(primeiro) on, as many as padrao
+    // holds, take three digits; a missing one stands in at twice its index, so that no two
+    // boxes overlap; a layout with none at all takes padrao. The first `linhas` go to
+    // AjusteL(1..), the rest to AjusteC(1..).
+    void prepara_posicoes(int primeiro, const QStringList &padrao, int linhas);
     // The last field: Enter there goes to the buttons.
     int ultimo() const { return Text1.size() - 1; }
 };

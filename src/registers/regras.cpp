@@ -56,4 +56,24 @@ bool VerificaOrdemAjuste(const QList<int> &T, const QList<int> &X) {
                          X[5] >= X[6], X[6] >= X[7]}) == 0;
 }
 
+const AvisoRegras AvisoTransf{
+    "Há problemas com relação ao posicionamento dos campos.\r"
+    "O valor mínimo entre os campos que estão na mesma linha é de 15 colunas.\r"
+    "Por favor, verifique se esses valores estão sendo respeitados.",
+    "Ajuste Gráfico Incorreto", Icone::Exclamacao};
+
+bool VerificaOrdemTransf(const QList<int> &T, const QList<int> &X, const QList<int> &Linhas,
+                         const QList<int> &Colunas) {
+    if (T.size() < 7 || X.size() < 7 || Linhas.size() < 7 || Colunas.size() < 7) return false;
+    enum { Valor, Extenso1, Extenso2, Cidade, Data, Agencia, Conta };
+    // The branch is compared with the date only when they share a line; the city and the
+    // account always stand on the lines of the date and the branch.
+    return conta_falhas(
+               {T[Valor] >= T[Extenso1], T[Extenso1] >= T[Extenso2], T[Extenso2] >= T[Cidade],
+                X[Cidade] == X[Data], X[Data] == X[Agencia], X[Agencia] == X[Conta],
+                Linhas[Data] == Linhas[Agencia] && Colunas[Data] + 12 >= Colunas[Agencia],
+                Colunas[Agencia] + 18 >= Colunas[Conta], Colunas[Cidade] + 14 >= Colunas[Data]}) ==
+           0;
+}
+
 } // namespace vexa

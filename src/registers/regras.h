@@ -36,4 +36,13 @@ extern const AvisoRegras AvisoPosicoes;
 bool VerificaOrdemAjuste(const QList<int> &T, const QList<int> &X);
 extern const AvisoRegras AvisoAjuste;
 
+// The OK of the transfer layout's graphic adjust, over its seven boxes (amount, words 1,
+// words 2, city, date, branch, account): their tops T and left edges X in screen units, and
+// the line and column each shows. The three text lines run strictly downwards; the four items
+// of the two shared lines keep their columns apart, by at least 13 columns from the date to
+// the branch on one line, 19 from the branch to the account and 15 from the city to the date.
+bool VerificaOrdemTransf(const QList<int> &T, const QList<int> &X, const QList<int> &Linhas,
+                         const QList<int> &Colunas);
+extern const AvisoRegras AvisoTransf;
+
 } // namespace vexa

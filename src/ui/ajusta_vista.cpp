@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QPushButton>
+#include <QSet>
 #include <QVBoxLayout>
 
 namespace vexa::ui {
@@ -135,16 +136,24 @@ void CriaVistaAjusta(Tela &tela, QMainWindow &janela) {
     }
     v->addWidget(forma, 0, Qt::AlignHCenter);
 
-    // Each field's caption, its line and its column; the date parts share the city's line.
+    // Each field's caption, its line and its column; a box that shares another's line label
+    // (the date parts of a cheque) shows only its column.
     auto *numeros = new QGridLayout;
     numeros->setHorizontalSpacing(10);
     const int caixasN = modelo.Text1.size();
     const int porColuna = (caixasN + 1) / 2;
+    QSet<int> mostrados;
     for (int i = 0; i < caixasN; ++i) {
         const int linha = i % porColuna + 1, coluna = i / porColuna * 4;
-        numeros->addWidget(cria<QLabel>(central, nome_controle("Label1", i)), linha, coluna);
-        if (i <= 4) numeros->addWidget(rotulo_numero(central, i), linha, coluna + 1);
-        numeros->addWidget(rotulo_numero(central, 5 + i), linha, coluna + 2);
+        auto *legenda = cria<QLabel>(central, nome_controle("Label1", i));
+        legenda->setText(modelo.Label1[i].Caption);
+        numeros->addWidget(legenda, linha, coluna);
+        const int rotuloLinha = modelo.rotulo_linha(i);
+        if (!mostrados.contains(rotuloLinha)) {
+            mostrados.insert(rotuloLinha);
+            numeros->addWidget(rotulo_numero(central, rotuloLinha), linha, coluna + 1);
+        }
+        numeros->addWidget(rotulo_numero(central, modelo.rotulo_coluna(i)), linha, coluna + 2);
     }
     for (int c : {0, 4}) {
         numeros->addWidget(new QLabel("Linha", central), 0, c + 1, Qt::AlignCenter);

@@ -2,6 +2,7 @@
 #include "ui/cadastro_vista.h"
 
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -30,6 +31,23 @@ QWidget *cria_lista(Tela &tela, QWidget *pai, const QString &procura) {
     lista->setMinimumWidth(280);
     v->addWidget(lista, 1);
     return lado;
+}
+
+QVBoxLayout *cria_corpo_banco(Tela &tela, QMainWindow &janela, QWidget *&central, QVBoxLayout *&v,
+                              QHBoxLayout *&corpo) {
+    v = cria_corpo(janela, central);
+    corpo = new QHBoxLayout;
+    corpo->setSpacing(14);
+    v->addLayout(corpo, 1);
+    auto *esquerda = new QVBoxLayout;
+    corpo->addLayout(esquerda);
+    auto *banco = new QGridLayout;
+    banco->addWidget(new QLabel(legenda(tela, "Text1", 0), central), 0, 0);
+    banco->addWidget(cria_campo(central, "Text1(0)", 50), 0, 1, Qt::AlignLeft);
+    banco->addWidget(new QLabel(legenda(tela, "Text1", 1), central), 1, 0);
+    banco->addWidget(cria_campo(central, "Text1(1)", 260), 1, 1);
+    esquerda->addLayout(banco);
+    return esquerda;
 }
 
 void cria_comandos(QBoxLayout *linha, QWidget *pai, const QStringList &outros) {

@@ -1,0 +1,331 @@
+#include "registers/banctrans.h"
+
+#include "core/arquivo.h"
+#include "core/conversoes.h"
+#include "core/ini.h"
+#include "registers/ajustatransf.h"
+#include "store/tabelas.h"
+
+#include <QFile>
+
+namespace vexa {
+
+namespace {
+
+const QString Secao = QStringLiteral("ChequeTransf");
+const QString TituloInclusao = QStringLiteral("Inclusão de Bancos");
+const QString TituloAlteracao = QStringLiteral("Alteração de Bancos");
+const QString TituloExclusao = QStringLiteral("Exclusão de Bancos");
+
+// The fields of table Transferencia by the index of Text1.
+const QStringList &campos_tabela() {
+    static const QStringList c = {"Codigo", "Nome", "L1", "L2", "L3", "L4", "L5", "L6",
+                                  "L7",     "C1",   "C2", "C3", "C4", "C5", "C6", "C7"};
+    return c;
+}
+
+// Each field's line and its column carry the same caption.
+Matriz<Texto> campos_transf() {
+    static const QStringList legendas = {
+        "Valor Numérico:", "Valor Extenso 1:", "Valor Extenso 2:", "Cidade:",
+        "Data:",           "Agência:",         "Nº Conta:"};
+    Matriz<Texto> campos;
+    campos.mapa().emplace(0, Texto("Codigo:", 3));
+    campos.mapa().emplace(1, Texto("Nome:", 30));
+    for (int i = 0; i < 14; ++i)
+        campos.mapa().emplace(i + 2, Texto(legendas[i % 7], 3));
+    return campos;
+}
+
+// The code at the head of a line of the list: "001 - Banco" gives "001".
+QString codigo_da_linha(const QString &linha) {
+    return linha.trimmed().left(3);
+}
+
+bool so_digitos(const QString &texto) {
+    for (const QChar c : texto)
+        if (!c.isDigit()) return false;
+    return !texto.isEmpty();
+}
+
+} // namespace
+
+QStringList PosicoesPadraoTransf() {
+    return {"002", "005", "007", "012", "012", "015", "015",
+            "091", "023", "008", "060", "093", "060", "093"};
+}
+
+QString linha_transf(const QStringList &Posicoes, const QString &Nome) {
+    QStringList valores;
+    for (const QString &v : Posicoes) {
+        // Three characters each, so that the transfer cheque reads the line by position.
+        const double n = Val(v);
+        valores.append(n < 100 ? Format(QString::number(n, 'f', 0), "000") : v);
+    }
+    return valores.join(',') + "    ; " + Nome.left(30);
+}
+
+std::optional<LayoutTransf> le_layout_transf(const Sessao &s, const QString &Codigo) {
+    if (Codigo.trimmed().isEmpty()) return std::nullopt;
+    const QString v = LeGravaIni(s.CaminhoIni, Secao, Codigo.trimmed(), "");
+    if (v == "-2" || v.trimmed().isEmpty()) return std::nullopt;
+    LayoutTransf layout;
+    for (int k = 0; k < 14; ++k)
+        layout.Posicoes.append(v.mid(4 * k, 3));
+    layout.Nome = v.mid(61);
+    return layout;
+}
+
+QString arquivo_lista_transf(const Sessao &s) {
+    return s.CaminhoApp + "/ChequeTransf.txt";
+}
+
+BancTrans::BancTrans(Sessao &sessao, Desktop &desktop)
+    : Cadastro("BancTrans", "Cadastro de Bancos para Cheque Transferência", sessao, desktop,
+               TabTransferencia, campos_transf(), "Pesquisar por:") {
+    registra_cadastro("SSCommand1", SSCommand1);
+    registra("Command3D2", Command3D2);
+    liga("Command3D2", Evento::Click, [this](int) { Command3D2_Click(); });
+}
+
+void BancTrans::Form_Load() {
+    HabilitaBotoes(true, false, false, true);
+    LimpaCampos();
+    // A list written before the table followed the section: its layouts join the table, so
+    // that the printed list shows them.
+    if (AbreTabelas(sessao, desktop, 0, 0, 0, 0) != -2) {
+        for (const QString &linha : linhas_arquivo()) {
+            const QString codigo = codigo_da_linha(linha);
+            const auto layout = le_layout_transf(sessao, codigo);
+            if (!layout || ExisteCodigo(sessao, codigo, TabTransferencia)) continue;
+            RecordSet &rs = conjunto();
+            rs.AddNew();
+            rs.Define("Codigo", codigo);
+            rs.Define("Nome", layout->Nome);
+            for (int k = 0; k < 14; ++k)
+                rs.Define(campos_tabela()[k + 2], layout->Posicoes[k]);
+            rs.Update();
+        }
+    }
+    GeraListaCheqTransf();
+}
+
+void BancTrans::Form_Unload() {
+    FechaTabela(sessao, TabTransferencia);
+}
+
+QStringList BancTrans::linhas_arquivo() const {
+    QFile f(arquivo_lista_transf(sessao));
+    if (!f.open(QIODevice::ReadOnly)) return {};
+    QStringList linhas;
+    for (QString linha : de_ansi(f.readAll()).split('\n')) {
+        if (linha.endsWith('\r')) linha.chop(1);
+        if (!linha.trimmed().isEmpty()) linhas.append(linha);
+    }
+    return linhas;
+}
+
+bool BancTrans::regrava_arquivo(const QStringList &linhas) {
+    QString texto;
+    for (const QString &l : linhas)
+        texto += l + "\r\n";
+    return grava_inteiro(arquivo_lista_transf(sessao), para_ansi(texto));
+}
+
+QString BancTrans::GeraListaCheqTransf() {
+    List1.Clear();
+    const QString filtro = Text2.Text.trimmed();
+    const bool porCodigo = so_digitos(filtro);
+    const QString chave = chave_texto(filtro);
+    for (const QString &linha : linhas_arquivo()) {
+        QString item = linha;
+        while (item.startsWith(' '))
+            item.remove(0, 1);
+        if (!filtro.isEmpty()) {
+            const qsizetype traco = item.indexOf(" - ");
+            const QString nome = traco < 0 ? QString() : item.mid(traco + 3);
+            if (porCodigo ? !item.startsWith(filtro) : !chave_texto(nome).startsWith(chave))
+                continue;
+        }
+        List1.AddItem(item);
+    }
+    return {};
+}
+
+void BancTrans::procura(const QString &) {
+    GeraListaCheqTransf();
+}
+
+int BancTrans::VerificaCamposVazios() {
+    for (auto &[i, campo] : Text1) {
+        if (!campo.Text.isEmpty()) continue;
+        desktop.MsgBox("Nenhum campo pode ser vazio.", Botoes::OK, TituloInclusao,
+                       Icone::Exclamacao);
+        SetFocus(campo);
+        return 0;
+    }
+    return 1;
+}
+
+int BancTrans::VerificaBancoTransf(int Modo) {
+    if (!VerificaCamposVazios()) return 1;
+    const QString codigo = Text1[0].Text;
+    // A layout from a settings file that came without its table counts as registered too.
+    const bool existe =
+        ExisteCodigo(sessao, codigo, TabTransferencia) != 0 || ExisteBancoTransf(codigo) != 0;
+    if (existe && Modo == 1) {
+        desktop.MsgBox("Banco já cadastrado.", Botoes::OK, TituloInclusao, Icone::Exclamacao);
+        return 1;
+    }
+    if (!existe && Modo == 0) {
+        desktop.MsgBox("Banco nao encontrado.", Botoes::OK, TituloAlteracao, Icone::Exclamacao);
+        return 1;
+    }
+    return 0;
+}
+
+int BancTrans::ExisteBancoTransf(const QString &Codigo) {
+    return le_layout_transf(sessao, Codigo) ? 1 : 0;
+}
+
+void BancTrans::CarregaBancoTransf(const QString &Codigo) {
+    const auto layout = le_layout_transf(sessao, Codigo);
+    Text1[0].Text = Codigo;
+    Text1[1].Text = layout ? layout->Nome : QString();
+    for (int k = 0; k < 14; ++k)
+        Text1[k + 2].Text = layout ? layout->Posicoes[k] : QString();
+}
+
+QStringList BancTrans::Posicoes() const {
+    QStringList p;
+    for (int i = 2; i <= 15; ++i)
+        p.append(Text1[i].Text);
+    return p;
+}
+
+bool BancTrans::AtualizaIniTransf(int Modo) {
+    if (Modo != 0 && Modo != 1) return false;
+    const QString linha = linha_transf(Posicoes(), Text1[1].Text);
+    if (LeGravaIni(sessao.CaminhoIni, Secao, Text1[0].Text, linha) == "1") return true;
+    if (Modo == 0)
+        desktop.MsgBox("Problemas na inclusão do banco no arquivo VEXA.INI", Botoes::OK,
+                       TituloInclusao, Icone::Exclamacao);
+    else
+        desktop.MsgBox("Problemas na alteracao do arquivo VEXA.INI", Botoes::OK, TituloAlteracao,
+                       Icone::Exclamacao);
+    return false;
+}
+
+void BancTrans::AcrescentaListaTransf() {
+    acrescenta_inteiro(arquivo_lista_transf(sessao),
+                       para_ansi(Text1[0].Text + " - " + Text1[1].Text + "\r\n"));
+}
+
+void BancTrans::grava_tabela() {
+    if (AbreTabelas(sessao, desktop, 0, 0, 0, 0) == -2) return;
+    RecordSet &rs = conjunto();
+    if (ExisteCodigo(sessao, Text1[0].Text, TabTransferencia)) {
+        rs.MoveFirst();
+        rs.Edit();
+    } else {
+        rs.AddNew();
+    }
+    for (int i = 0; i < campos_tabela().size(); ++i)
+        rs.Define(campos_tabela()[i], Text1[i].Text);
+    rs.Update();
+}
+
+void BancTrans::apaga_tabela(const QString &Codigo) {
+    if (AbreTabelas(sessao, desktop, 0, 0, 0, 0) == -2) return;
+    if (!ExisteCodigo(sessao, Codigo, TabTransferencia)) return;
+    RecordSet &rs = conjunto();
+    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
+        rs.Delete();
+}
+
+void BancTrans::inclui() {
+    // The list and the table follow the section: a layout that isn't in force isn't listed.
+    if (!AtualizaIniTransf(0)) return;
+    AcrescentaListaTransf();
+    grava_tabela();
+}
+
+void BancTrans::altera() {
+    if (!AtualizaIniTransf(1)) return;
+    grava_tabela();
+    // The bank's line takes the new name, where it stood.
+    const QString codigo = Text1[0].Text;
+    const QString nova = codigo + " - " + Text1[1].Text;
+    QStringList linhas = linhas_arquivo();
+    bool achou = false;
+    for (QString &l : linhas) {
+        if (codigo_da_linha(l) != codigo) continue;
+        if (achou) {
+            l.clear();
+            continue;
+        }
+        l = nova;
+        achou = true;
+    }
+    linhas.removeAll(QString());
+    if (!achou) linhas.append(nova);
+    regrava_arquivo(linhas);
+}
+
+void BancTrans::exclui() {
+    const QString codigo = Text1[0].Text;
+    if (LeGravaIni(sessao.CaminhoIni, Secao, codigo, "*%*") != "1") {
+        desktop.MsgBox("Problemas na exclusão do banco no arquivo VEXA.INI", Botoes::OK,
+                       TituloExclusao, Icone::Exclamacao);
+        return;
+    }
+    QStringList linhas = linhas_arquivo();
+    linhas.removeIf([&](const QString &l) { return codigo_da_linha(l) == codigo; });
+    regrava_arquivo(linhas);
+    apaga_tabela(codigo);
+}
+
+void BancTrans::grava(int Index) {
+    if (Index == 2) {
+        if (VerificaBancoTransf(0)) return;
+    } else if (!VerificaCamposVazios()) {
+        return;
+    }
+    if (Index == 0) {
+        if (TemSelecao()) return LimpaCampos();
+        HabilitaBotoes(true, false, false, true);
+        if (ExisteBancoTransf(Text1[0].Text)) {
+            desktop.MsgBox("Banco já cadastrado.", Botoes::OK, TituloInclusao, Icone::Exclamacao);
+            return;
+        }
+        inclui();
+    } else {
+        if (!TemSelecao())
+            desktop.MsgBox("Selecione um banco...", Botoes::OK,
+                           Index == 1 ? TituloAlteracao : TituloExclusao, Icone::Exclamacao);
+        else if (Index == 1)
+            altera();
+        else
+            exclui();
+        HabilitaBotoes(true, false, false, true);
+    }
+    GeraListaCheqTransf();
+    LimpaCampos();
+}
+
+void BancTrans::PreparaAjusteTransf() {
+    prepara_posicoes(2, PosicoesPadraoTransf(), 7);
+}
+
+void BancTrans::Command3D2_Click() {
+    if (Text1[0].Text.isEmpty() || Text1[1].Text.isEmpty()) return;
+    PreparaAjusteTransf();
+    desktop.Abre(std::make_unique<AjustaChequeTransferencia>(sessao, desktop));
+}
+
+PedidoLista BancTrans::pedido_lista() const {
+    return {"Bancos", 2, " Bancos Cadastrados", "Não existe banco cadastrado para ser impresso.",
+            "Impressão"};
+}
+
+} // namespace vexa
