@@ -50,10 +50,10 @@ class Cadastro : public Tela {
     void PreencheLista(int Tabela);
     bool TemSelecao() const { return List1.ListIndex >= 0; }
 
-    void Command3D1_Click(int Index);
+    virtual void Command3D1_Click(int Index);
     void Text1_GotFocus(int Index);
-    void Text1_LostFocus(int Index);
-    void Text1_KeyDown(int Index, int &KeyCode, int Shift);
+    virtual void Text1_LostFocus(int Index);
+    virtual void Text1_KeyDown(int Index, int &KeyCode, int Shift);
     void Text2_Change();
     void Text2_GotFocus();
 
@@ -84,6 +84,8 @@ class Cadastro : public Tela {
     virtual PedidoLista pedido_lista() const = 0;
 
     void registra_cadastro(const QString &nomeImprime, Botao &imprime);
+    // The shared controls and handlers, for a register without a print button.
+    void registra_cadastro();
     // The last field: Enter there goes to the buttons.
     int ultimo() const { return Text1.size() - 1; }
 };
