@@ -36,6 +36,12 @@ Script::Script(Sessao &sessao, Desktop &desktop)
     registra_cadastro();
     registra("Command3D2", Command3D2);
     liga("Command3D2", Evento::Click, [this](int) { Command3D2_Click(); });
+    // Runs ahead of the leave of the field the focus comes from.
+    liga("Text1", Evento::Enter, [this](int) { paraCampo_ = true; });
+    liga("Text1", Evento::GotFocus, [this](int i) {
+        paraCampo_ = false;
+        Text1_GotFocus(i);
+    });
 }
 
 void Script::Form_Load() {
@@ -133,8 +139,11 @@ void Script::grava(int Index) {
 
 void Script::Text1_LostFocus(int Index) {
     Q_UNUSED(Index);
-    // A layout is known by its code: nothing else is typed before it.
-    if (!Text1[0].Text.isEmpty()) return;
+    const bool paraCampo = paraCampo_;
+    paraCampo_ = false;
+    // A layout is known by its code: no other field is typed before it. The buttons and the
+    // list stay within reach, so that an empty screen can still be closed.
+    if (!paraCampo || !Text1[0].Text.isEmpty()) return;
     Text1[0].Enabled = true;
     SetFocus(Text1[0]);
 }

@@ -46,6 +46,8 @@ class Script : public Cadastro {
     void habilita_comandos(bool sim);
 
     bool incluindo_ = false;
+    // The focus is going to another field of Text1.
+    bool paraCampo_ = false;
 };
 
 } // namespace vexa

@@ -1,0 +1,72 @@
+// "Cadastro de Script": code and name, each item's line beside its column (the date has only
+// columns, on the city's line), the list with its search, the commands below.
+#include "ui/cadastro_vista.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QVBoxLayout>
+
+namespace vexa::ui {
+
+void CriaVistaScript(Tela &tela, QMainWindow &janela) {
+    QWidget *central = nullptr;
+    auto *v = cria_corpo(janela, central);
+    auto *corpo = new QHBoxLayout;
+    corpo->setSpacing(14);
+    v->addLayout(corpo, 1);
+
+    auto *esquerda = new QVBoxLayout;
+    corpo->addLayout(esquerda);
+    auto *topo = new QGridLayout;
+    topo->addWidget(new QLabel(legenda(tela, "Text1", 0), central), 0, 0);
+    topo->addWidget(cria_campo(central, "Text1(0)", 50), 0, 1, Qt::AlignLeft);
+    topo->addWidget(new QLabel(legenda(tela, "Text1", 1), central), 1, 0);
+    topo->addWidget(cria_campo(central, "Text1(1)", 260), 1, 1);
+    esquerda->addLayout(topo);
+
+    // Rows by item: its line field (by index 2..9) and its column field (10..17).
+    auto *posicoes = new QGroupBox("Posições", central);
+    auto *g = new QGridLayout(posicoes);
+    g->addWidget(new QLabel("Linha", posicoes), 0, 1, Qt::AlignCenter);
+    g->addWidget(new QLabel("Coluna", posicoes), 0, 2, Qt::AlignCenter);
+    QList<QLineEdit *> ordem;
+    for (int i = 2; i <= 20; ++i) {
+        auto *e = cria_campo(posicoes, nome_controle("Text1", i), 44);
+        e->setAlignment(Qt::AlignCenter);
+        ordem.append(e);
+    }
+    for (int i = 2; i <= 9; ++i) {
+        g->addWidget(new QLabel(legenda(tela, "Text1", i), posicoes), i - 1, 0);
+        g->addWidget(ordem[i - 2], i - 1, 1);
+        g->addWidget(ordem[i + 8 - 2], i - 1, 2);
+    }
+    g->addWidget(new QLabel(legenda(tela, "Text1", 18), posicoes), 9, 0);
+    auto *datas = new QHBoxLayout;
+    for (int i = 18; i <= 20; ++i)
+        datas->addWidget(ordem[i - 2]);
+    datas->addStretch(1);
+    g->addLayout(datas, 9, 1, 1, 3);
+    g->setColumnStretch(3, 1);
+    esquerda->addWidget(posicoes);
+    esquerda->addStretch(1);
+    // Tab walks the fields by index, as Enter does.
+    QWidget *anterior = central->findChild<QWidget *>("Text1(1)");
+    for (QLineEdit *e : ordem) {
+        QWidget::setTabOrder(anterior, e);
+        anterior = e;
+    }
+
+    corpo->addWidget(cria_lista(tela, central, "Text2"), 1);
+
+    auto *comandos = new QHBoxLayout;
+    cria_comandos(comandos, central, {"Command3D2"});
+    v->addLayout(comandos);
+    tela.LarguraJanela = 780;
+    tela.AlturaJanela = 500;
+}
+
+} // namespace vexa::ui
