@@ -15,18 +15,8 @@ namespace vexa::ui {
 void CriaVistaBancos(Tela &tela, QMainWindow &janela) {
     QWidget *central = nullptr;
     auto *v = cria_corpo(janela, central);
-    auto *corpo = new QHBoxLayout;
-    corpo->setSpacing(14);
-    v->addLayout(corpo, 1);
-
-    auto *esquerda = new QVBoxLayout;
-    corpo->addLayout(esquerda);
-    auto *banco = new QGridLayout;
-    banco->addWidget(new QLabel(legenda(tela, "Text1", 0), central), 0, 0);
-    banco->addWidget(cria_campo(central, "Text1(0)", 50), 0, 1, Qt::AlignLeft);
-    banco->addWidget(new QLabel(legenda(tela, "Text1", 1), central), 1, 0);
-    banco->addWidget(cria_campo(central, "Text1(1)", 260), 1, 1);
-    esquerda->addLayout(banco);
+    QHBoxLayout *corpo = nullptr;
+    auto *esquerda = cria_codigo_e_nome(tela, v, central, corpo);
 
     // Each field's line beside its column, created in the order Enter walks them.
     auto *posicoes = new QGroupBox("Posições", central);

@@ -2,6 +2,7 @@
 #include "ui/cadastro_vista.h"
 
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -28,6 +29,21 @@ QWidget *cria_lista(Tela &tela, QWidget *pai, const QString &procura) {
     lista->setMinimumWidth(280);
     v->addWidget(lista, 1);
     return lado;
+}
+
+QVBoxLayout *cria_codigo_e_nome(Tela &tela, QVBoxLayout *v, QWidget *central, QHBoxLayout *&corpo) {
+    corpo = new QHBoxLayout;
+    corpo->setSpacing(14);
+    v->addLayout(corpo, 1);
+    auto *esquerda = new QVBoxLayout;
+    corpo->addLayout(esquerda);
+    auto *topo = new QGridLayout;
+    topo->addWidget(new QLabel(legenda(tela, "Text1", 0), central), 0, 0);
+    topo->addWidget(cria_campo(central, "Text1(0)", 50), 0, 1, Qt::AlignLeft);
+    topo->addWidget(new QLabel(legenda(tela, "Text1", 1), central), 1, 0);
+    topo->addWidget(cria_campo(central, "Text1(1)", 260), 1, 1);
+    esquerda->addLayout(topo);
+    return esquerda;
 }
 
 void cria_comandos(QBoxLayout *linha, QWidget *pai, const QStringList &outros) {

@@ -4,11 +4,15 @@
 #include "ui/partes.h"
 
 class QBoxLayout;
+class QHBoxLayout;
 
 namespace vexa::ui {
 
 // The search field (Text2 with its caption, or another name) over List1.
 QWidget *cria_lista(Tela &tela, QWidget *pai, const QString &procura);
+// The layout registers' body: code and name on top of a left column, beside what the view
+// adds to the row (the list). Returns the left column; corpo is the row.
+QVBoxLayout *cria_codigo_e_nome(Tela &tela, QVBoxLayout *v, QWidget *central, QHBoxLayout *&corpo);
 // Command3D1(0..3) and the print button, in a row.
 void cria_comandos(QBoxLayout *linha, QWidget *pai, const QStringList &outros);
 

@@ -15,18 +15,8 @@ namespace vexa::ui {
 void CriaVistaScript(Tela &tela, QMainWindow &janela) {
     QWidget *central = nullptr;
     auto *v = cria_corpo(janela, central);
-    auto *corpo = new QHBoxLayout;
-    corpo->setSpacing(14);
-    v->addLayout(corpo, 1);
-
-    auto *esquerda = new QVBoxLayout;
-    corpo->addLayout(esquerda);
-    auto *topo = new QGridLayout;
-    topo->addWidget(new QLabel(legenda(tela, "Text1", 0), central), 0, 0);
-    topo->addWidget(cria_campo(central, "Text1(0)", 50), 0, 1, Qt::AlignLeft);
-    topo->addWidget(new QLabel(legenda(tela, "Text1", 1), central), 1, 0);
-    topo->addWidget(cria_campo(central, "Text1(1)", 260), 1, 1);
-    esquerda->addLayout(topo);
+    QHBoxLayout *corpo = nullptr;
+    auto *esquerda = cria_codigo_e_nome(tela, v, central, corpo);
 
     // Rows by item: its line field (by index 2..9) and its column field (10..17).
     auto *posicoes = new QGroupBox("Posições", central);
