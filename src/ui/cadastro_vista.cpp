@@ -46,6 +46,29 @@ QVBoxLayout *cria_codigo_e_nome(Tela &tela, QVBoxLayout *v, QWidget *central, QH
     return esquerda;
 }
 
+void completa_posicoes(Tela &tela, QWidget *central, QVBoxLayout *esquerda, QHBoxLayout *corpo,
+                       QGroupBox *posicoes, QGridLayout *g, const QList<QLineEdit *> &ordem,
+                       int linhaDatas) {
+    const QList<QLineEdit *> datas = ordem.mid(ordem.size() - 3);
+    const RefControle primeira = RefControle::de(datas[0]->objectName());
+    g->addWidget(new QLabel(legenda(tela, primeira.Nome, primeira.Index), posicoes), linhaDatas, 0);
+    auto *linha = new QHBoxLayout;
+    for (QLineEdit *e : datas)
+        linha->addWidget(e);
+    linha->addStretch(1);
+    g->addLayout(linha, linhaDatas, 1, 1, 3);
+    g->setColumnStretch(3, 1);
+    esquerda->addWidget(posicoes);
+    esquerda->addStretch(1);
+    // Tab walks the fields by index, as Enter does.
+    QWidget *anterior = central->findChild<QWidget *>("Text1(1)");
+    for (QLineEdit *e : ordem) {
+        QWidget::setTabOrder(anterior, e);
+        anterior = e;
+    }
+    corpo->addWidget(cria_lista(tela, central, "Text2"), 1);
+}
+
 void cria_comandos(QBoxLayout *linha, QWidget *pai, const QStringList &outros) {
     for (int i = 0; i < 4; ++i)
         linha->addWidget(cria_botao(pai, nome_controle("Command3D1", i)));

@@ -34,23 +34,7 @@ void CriaVistaScript(Tela &tela, QMainWindow &janela) {
         g->addWidget(ordem[i - 2], i - 1, 1);
         g->addWidget(ordem[i + 8 - 2], i - 1, 2);
     }
-    g->addWidget(new QLabel(legenda(tela, "Text1", 18), posicoes), 9, 0);
-    auto *datas = new QHBoxLayout;
-    for (int i = 18; i <= 20; ++i)
-        datas->addWidget(ordem[i - 2]);
-    datas->addStretch(1);
-    g->addLayout(datas, 9, 1, 1, 3);
-    g->setColumnStretch(3, 1);
-    esquerda->addWidget(posicoes);
-    esquerda->addStretch(1);
-    // Tab walks the fields by index, as Enter does.
-    QWidget *anterior = central->findChild<QWidget *>("Text1(1)");
-    for (QLineEdit *e : ordem) {
-        QWidget::setTabOrder(anterior, e);
-        anterior = e;
-    }
-
-    corpo->addWidget(cria_lista(tela, central, "Text2"), 1);
+    completa_posicoes(tela, central, esquerda, corpo, posicoes, g, ordem, 9);
 
     auto *comandos = new QHBoxLayout;
     cria_comandos(comandos, central, {"Command3D2"});
