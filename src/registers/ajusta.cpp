@@ -71,15 +71,16 @@ void AjusteGrafico::Text1_KeyDown(int Index, int &KeyCode, int) {
         if (x > 0) {
             caixa.Left -= UnidadeColuna;
             const double nx = coluna_de(caixa.Left);
-            if ((Index == 3 && nx < 119 && nx > 110) || (largo && nx < 119 && nx > 75))
+            if (Estreita &&
+                ((Index == 3 && nx < 119 && nx > 110) || (largo && nx < 119 && nx > 75)))
                 caixa.Width += 70;
         }
         break;
     case tecla::Direita:
-        if (x < 118) {
+        if (x < UltimaColuna) {
             caixa.Left += UnidadeColuna;
             const double nx = coluna_de(caixa.Left);
-            if ((Index == 3 && nx > 110) || (largo && nx > 74)) caixa.Width -= 70;
+            if (Estreita && ((Index == 3 && nx > 110) || (largo && nx > 74))) caixa.Width -= 70;
         }
         break;
     case tecla::Acima:
@@ -93,7 +94,7 @@ void AjusteGrafico::Text1_KeyDown(int Index, int &KeyCode, int) {
         if (fixa_na_vertical(Index)) break;
         if (a.Maximo > 0 && y + 1 > a.Maximo)
             termina = true;
-        else if (y < 20)
+        else if (y < UltimaLinha)
             caixa.Top += UnidadeLinha;
         break;
     }

@@ -51,6 +51,12 @@ class AjusteGrafico : public Tela {
     // A number as the labels show it: rounded, three digits.
     static QString rotulo(double valor);
 
+    // The form's grid, and how far right and down a box may start (x and y counted from 0).
+    int Colunas = 120, Linhas = 22;
+    int UltimaColuna = 118, UltimaLinha = 20;
+    // Whether the wide boxes narrow near the right edge of the form.
+    bool Estreita = true;
+
   protected:
     struct Amostra {
         QString Legenda;
@@ -84,11 +90,12 @@ class Ajusta : public AjusteGrafico {
     void AtualizaRotulos() override;
     void Command3D1_Click(int Index);
 
+    int rotulo_linha(int Indice) const override { return qMin(Indice, 4); }
+    int rotulo_coluna(int Indice) const override { return 5 + Indice; }
+
   protected:
     bool fixa_na_vertical(int Indice) const override { return Indice >= 5; }
     void acompanha() override;
-    int rotulo_linha(int Indice) const override { return qMin(Indice, 4); }
-    int rotulo_coluna(int Indice) const override { return 5 + Indice; }
 
   private:
     Bancos *bancos() const;

@@ -84,11 +84,16 @@ Cadastro::Cadastro(QString nome, QString caption, Sessao &sessao, Desktop &deskt
       Text2(std::move(procura)), Tabela(tabela) {}
 
 void Cadastro::registra_cadastro(const QString &nomeImprime, Botao &imprime) {
+    registra_cadastro();
+    registra(nomeImprime, imprime);
+    liga(nomeImprime, Evento::Click, [this](int) { abre_lista(sessao, desktop, pedido_lista()); });
+}
+
+void Cadastro::registra_cadastro() {
     registra("Text1", Text1);
     registra("Text2", Text2);
     registra("List1", List1);
     registra("Command3D1", Command3D1);
-    registra(nomeImprime, imprime);
     liga("Command3D1", Evento::Click, [this](int i) { Command3D1_Click(i); });
     liga("Text1", Evento::GotFocus, [this](int i) { Text1_GotFocus(i); });
     liga("Text1", Evento::LostFocus, [this](int i) { Text1_LostFocus(i); });
@@ -100,7 +105,6 @@ void Cadastro::registra_cadastro(const QString &nomeImprime, Botao &imprime) {
         HabilitaBotoes(true, true, true, true);
         carrega_linha(List1.List(List1.ListIndex));
     });
-    liga(nomeImprime, Evento::Click, [this](int) { abre_lista(sessao, desktop, pedido_lista()); });
 }
 
 RecordSet &Cadastro::conjunto() {

@@ -53,10 +53,10 @@ class Cadastro : public Tela {
     void PreencheLista(int Tabela);
     bool TemSelecao() const { return List1.ListIndex >= 0; }
 
-    void Command3D1_Click(int Index);
+    virtual void Command3D1_Click(int Index);
     void Text1_GotFocus(int Index);
-    void Text1_LostFocus(int Index);
-    void Text1_KeyDown(int Index, int &KeyCode, int Shift);
+    virtual void Text1_LostFocus(int Index);
+    virtual void Text1_KeyDown(int Index, int &KeyCode, int Shift);
     void Text2_Change();
     void Text2_GotFocus();
 
@@ -94,6 +94,8 @@ class Cadastro : public Tela {
     // boxes overlap; a layout with none at all takes padrao. The first `linhas` go to
     // AjusteL(1..), the rest to AjusteC(1..).
     void prepara_posicoes(int primeiro, const QStringList &padrao, int linhas);
+    // The shared controls and handlers, for a register without a print button.
+    void registra_cadastro();
     // The last field: Enter there goes to the buttons.
     int ultimo() const { return Text1.size() - 1; }
 };

@@ -7,6 +7,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 namespace vexa {
 
@@ -44,5 +45,24 @@ extern const AvisoRegras AvisoAjuste;
 bool VerificaOrdemTransf(const QList<int> &T, const QList<int> &X, const QList<int> &Linhas,
                          const QList<int> &Colunas);
 extern const AvisoRegras AvisoTransf;
+// The OK of the copy layout's graphic adjust, on the 80 columns of a plain sheet. The fields
+// that are checked, each with the width it takes on the page; the date stands on the city's
+// line. The amount in words and the comment are free.
+enum class CampoCopia { Valor, Favorecido, Cidade, Dia, Mes, Ano, Banco, NumeroCheque };
+struct PosicaoCopia {
+    int Linha = 0;
+    int Coluna = 0;
+};
+// The first pair out of order: the field to correct and the words that say why.
+struct FalhaCopia {
+    CampoCopia Culpado;
+    QString Texto;
+};
+inline const QString TituloLayoutCopia = QStringLiteral("Layout de Cópia");
+QString nome_campo_copia(CampoCopia campo);
+int largura_campo_copia(CampoCopia campo);
+// Posicoes indexed by CampoCopia. Pairs on different lines are not compared, except the date
+// parts against the city and each other. Empty when every pair is in order.
+std::optional<FalhaCopia> VerificaPosicaoCopia(const QList<PosicaoCopia> &Posicoes);
 
 } // namespace vexa

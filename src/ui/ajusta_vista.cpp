@@ -1,5 +1,5 @@
-// "Ajuste Gráfico / Cheque": the cheque form drawn as its grid of 120 columns by 22 lines,
-// with the sample boxes where the model puts them; below, each field's line and column.
+// The graphic adjusts: the form drawn as the model's grid (120 columns by 22 lines for a
+// cheque), with the sample boxes where the model puts them; below, each field's line and column.
 #include "registers/ajusta.h"
 #include "ui/binder.h"
 #include "ui/cadastro_vista.h"
@@ -21,7 +21,6 @@ namespace {
 
 // Pixels for the screen's units: the whole form, 22 lines of 188, fits in about 440 pixels.
 constexpr double Escala = 0.1;
-constexpr int Colunas = 120, Linhas = 22;
 
 int px(int unidades) {
     return int(unidades * Escala + 0.5);
@@ -61,7 +60,8 @@ class CaixaAmostra : public QWidget {
 // The form: paper, the line grid, a tick every ten columns.
 class FormaCheque : public QFrame {
   public:
-    explicit FormaCheque(QWidget *pai) : QFrame(pai) {
+    FormaCheque(QWidget *pai, int colunas, int linhas)
+        : QFrame(pai), Colunas(colunas), Linhas(linhas) {
         const int largura = px(AjusteGrafico::Origem * 2 + Colunas * AjusteGrafico::UnidadeColuna);
         const int altura = px(AjusteGrafico::Origem * 2 + Linhas * AjusteGrafico::UnidadeLinha);
         setFixedSize(largura, altura);
@@ -98,6 +98,9 @@ class FormaCheque : public QFrame {
         p.setPen(QColor(120, 150, 130));
         p.drawRect(x0, y0, x1 - x0, y1 - y0);
     }
+
+  private:
+    const int Colunas, Linhas;
 };
 
 QLabel *rotulo_numero(QWidget *pai, int i) {
@@ -127,7 +130,7 @@ void CriaVistaAjusta(Tela &tela, QMainWindow &janela) {
     }
     v->addLayout(topo);
 
-    auto *forma = new FormaCheque(central);
+    auto *forma = new FormaCheque(central, modelo.Colunas, modelo.Linhas);
     QList<CaixaAmostra *> caixas;
     for (auto &[i, caixa] : modelo.Text1) {
         auto *c = new CaixaAmostra(caixa, forma);
@@ -136,21 +139,21 @@ void CriaVistaAjusta(Tela &tela, QMainWindow &janela) {
     }
     v->addWidget(forma, 0, Qt::AlignHCenter);
 
-    // Each field's caption, its line and its column; a box that shares another's line label
-    // (the date parts of a cheque) shows only its column.
+    // Each field's caption, its line and its column; a line label shared with an earlier box
+    // (the date parts share the city's line) stands once.
     auto *numeros = new QGridLayout;
+    QSet<int> postos;
     numeros->setHorizontalSpacing(10);
     const int caixasN = modelo.Text1.size();
     const int porColuna = (caixasN + 1) / 2;
-    QSet<int> mostrados;
     for (int i = 0; i < caixasN; ++i) {
         const int linha = i % porColuna + 1, coluna = i / porColuna * 4;
-        auto *legenda = cria<QLabel>(central, nome_controle("Label1", i));
-        legenda->setText(modelo.Label1[i].Caption);
-        numeros->addWidget(legenda, linha, coluna);
+        auto *legendaCaixa = new QLabel(modelo.Label1[i].Caption, central);
+        legendaCaixa->setObjectName(nome_controle("Label1", i));
+        numeros->addWidget(legendaCaixa, linha, coluna);
         const int rotuloLinha = modelo.rotulo_linha(i);
-        if (!mostrados.contains(rotuloLinha)) {
-            mostrados.insert(rotuloLinha);
+        if (!postos.contains(rotuloLinha)) {
+            postos.insert(rotuloLinha);
             numeros->addWidget(rotulo_numero(central, rotuloLinha), linha, coluna + 1);
         }
         numeros->addWidget(rotulo_numero(central, modelo.rotulo_coluna(i)), linha, coluna + 2);

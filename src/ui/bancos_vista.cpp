@@ -14,9 +14,9 @@ namespace vexa::ui {
 
 void CriaVistaBancos(Tela &tela, QMainWindow &janela) {
     QWidget *central = nullptr;
-    QVBoxLayout *v = nullptr;
+    auto *v = cria_corpo(janela, central);
     QHBoxLayout *corpo = nullptr;
-    auto *esquerda = cria_corpo_banco(tela, janela, central, v, corpo);
+    auto *esquerda = cria_codigo_e_nome(tela, v, central, corpo);
 
     // Each field's line beside its column, created in the order Enter walks them.
     auto *posicoes = new QGroupBox("Posições", central);
@@ -35,22 +35,7 @@ void CriaVistaBancos(Tela &tela, QMainWindow &janela) {
         }
     }
     g->addWidget(new QLabel("Colunas", posicoes), 6, 1, 1, 3, Qt::AlignCenter);
-    g->addWidget(new QLabel(legenda(tela, "Text1", 12), posicoes), 7, 0);
-    auto *datas = new QHBoxLayout;
-    for (int i = 12; i <= 14; ++i)
-        datas->addWidget(ordem[i - 2]);
-    datas->addStretch(1);
-    g->addLayout(datas, 7, 1, 1, 3);
-    g->setColumnStretch(3, 1);
-    esquerda->addWidget(posicoes);
-    esquerda->addStretch(1);
-    QWidget *anterior = central->findChild<QWidget *>("Text1(1)");
-    for (QLineEdit *e : ordem) {
-        QWidget::setTabOrder(anterior, e);
-        anterior = e;
-    }
-
-    corpo->addWidget(cria_lista(tela, central, "Text2"), 1);
+    completa_posicoes(tela, central, esquerda, corpo, posicoes, g, ordem, 7);
 
     auto *comandos = new QHBoxLayout;
     cria_comandos(comandos, central, {"Command3D2", "SSCommand1"});

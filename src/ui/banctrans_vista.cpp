@@ -14,9 +14,9 @@ namespace vexa::ui {
 
 void CriaVistaBancTrans(Tela &tela, QMainWindow &janela) {
     QWidget *central = nullptr;
-    QVBoxLayout *v = nullptr;
+    auto *v = cria_corpo(janela, central);
     QHBoxLayout *corpo = nullptr;
-    auto *esquerda = cria_corpo_banco(tela, janela, central, v, corpo);
+    auto *esquerda = cria_codigo_e_nome(tela, v, central, corpo);
 
     // Lines Text1(2..8) and columns Text1(9..15), side by side; Enter walks the lines first.
     auto *posicoes = new QGroupBox("Posições", central);

@@ -33,21 +33,42 @@ QWidget *cria_lista(Tela &tela, QWidget *pai, const QString &procura) {
     return lado;
 }
 
-QVBoxLayout *cria_corpo_banco(Tela &tela, QMainWindow &janela, QWidget *&central, QVBoxLayout *&v,
-                              QHBoxLayout *&corpo) {
-    v = cria_corpo(janela, central);
+QVBoxLayout *cria_codigo_e_nome(Tela &tela, QVBoxLayout *v, QWidget *central, QHBoxLayout *&corpo) {
     corpo = new QHBoxLayout;
     corpo->setSpacing(14);
     v->addLayout(corpo, 1);
     auto *esquerda = new QVBoxLayout;
     corpo->addLayout(esquerda);
-    auto *banco = new QGridLayout;
-    banco->addWidget(new QLabel(legenda(tela, "Text1", 0), central), 0, 0);
-    banco->addWidget(cria_campo(central, "Text1(0)", 50), 0, 1, Qt::AlignLeft);
-    banco->addWidget(new QLabel(legenda(tela, "Text1", 1), central), 1, 0);
-    banco->addWidget(cria_campo(central, "Text1(1)", 260), 1, 1);
-    esquerda->addLayout(banco);
+    auto *topo = new QGridLayout;
+    topo->addWidget(new QLabel(legenda(tela, "Text1", 0), central), 0, 0);
+    topo->addWidget(cria_campo(central, "Text1(0)", 50), 0, 1, Qt::AlignLeft);
+    topo->addWidget(new QLabel(legenda(tela, "Text1", 1), central), 1, 0);
+    topo->addWidget(cria_campo(central, "Text1(1)", 260), 1, 1);
+    esquerda->addLayout(topo);
     return esquerda;
+}
+
+void completa_posicoes(Tela &tela, QWidget *central, QVBoxLayout *esquerda, QHBoxLayout *corpo,
+                       QGroupBox *posicoes, QGridLayout *g, const QList<QLineEdit *> &ordem,
+                       int linhaDatas) {
+    const QList<QLineEdit *> datas = ordem.mid(ordem.size() - 3);
+    const RefControle primeira = RefControle::de(datas[0]->objectName());
+    g->addWidget(new QLabel(legenda(tela, primeira.Nome, primeira.Index), posicoes), linhaDatas, 0);
+    auto *linha = new QHBoxLayout;
+    for (QLineEdit *e : datas)
+        linha->addWidget(e);
+    linha->addStretch(1);
+    g->addLayout(linha, linhaDatas, 1, 1, 3);
+    g->setColumnStretch(3, 1);
+    esquerda->addWidget(posicoes);
+    esquerda->addStretch(1);
+    // Tab walks the fields by index, as Enter does.
+    QWidget *anterior = central->findChild<QWidget *>("Text1(1)");
+    for (QLineEdit *e : ordem) {
+        QWidget::setTabOrder(anterior, e);
+        anterior = e;
+    }
+    corpo->addWidget(cria_lista(tela, central, "Text2"), 1);
 }
 
 void cria_comandos(QBoxLayout *linha, QWidget *pai, const QStringList &outros) {

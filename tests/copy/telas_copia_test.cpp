@@ -1,0 +1,532 @@
+// The copy screens driven as the operator does: the layout register, its graphic adjust, and
+// the copy with its three targets.
+#include "copy/ajustescript.h"
+#include "copy/cmpcopia.h"
+#include "copy/script.h"
+#include "core/arquivo.h"
+#include "core/conversoes.h"
+#include "core/ini.h"
+#include "printer/extenso.h"
+#include "registers/registros_apoio.h"
+
+#include <QFile>
+
+using namespace vexa;
+
+namespace {
+
+// A whole layout in the order of Text1: code, name, l1 l2 l3 l6 l7 l4 l5 l8, c1 c2 c3 c9 c10
+// c4 c5 c11 c6 c7 c8.
+const QStringList LayoutPadrao = {"001", "Padrao", "2", "5", "6", "1",  "2", "8",  "10", "14", "60",
+                                  "5",   "5",      "2", "2", "5", "30", "5", "52", "56", "68"};
+
+class CopiaTeste : public teste::Registros {
+  protected:
+    void grava_layout(const QStringList &valores) {
+        ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 0), -2);
+        RecordSet rs;
+        ASSERT_TRUE(rs.Abre(s.Banco->db(), "Select * From Script"));
+        rs.AddNew();
+        for (int i = 0; i < CamposScript().size(); ++i)
+            rs.Define(CamposScript()[i], valores[i]);
+        ASSERT_TRUE(rs.Update());
+    }
+    QStringList linha_script(const QString &codigo) {
+        RecordSet rs;
+        rs.Abre(s.Banco->db(), "Select * From Script Where (Codigo=?)", {codigo});
+        QStringList r;
+        if (rs.RecordCount() == 0) return r;
+        rs.MoveFirst();
+        for (const QString &c : CamposScript())
+            r << rs.Campo(c);
+        return r;
+    }
+    QString opcao(const QString &chave) { return LeGravaIni(s.CaminhoIni, "Opcoes", chave, ""); }
+};
+
+// --- the layout register
+
+class ScriptTeste : public CopiaTeste {};
+
+TEST_F(ScriptTeste, IncluirPadsTheCodeAndStoresEveryFieldInItsColumn) {
+    Script &t = abre<Script>();
+    t.Clica("Command3D1", 0);
+    for (int i : {0, 1, 2})
+        EXPECT_FALSE(t.Command3D1[i].Enabled);
+    EXPECT_FALSE(t.Command3D2.Enabled);
+    EXPECT_EQ(t.Foco(), (RefControle{"Text1", 0}));
+    QStringList valores = LayoutPadrao;
+    valores[0] = "7";
+    for (int i = 0; i <= 20; ++i)
+        digita(t, "Text1", i, valores[i]);
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto, "Deseja Guardar este Script?");
+    EXPECT_EQ(d.Mensagens[0].Titulo, "Cadastro de Script");
+    EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::YesNo);
+    valores[0] = "007";
+    EXPECT_EQ(linha_script("007"), valores);
+    EXPECT_EQ(t.List1.Itens, QStringList{"007        -Padrao"});
+    EXPECT_EQ(t.Foco(), (RefControle{"Command3D1", 0}));
+    for (int i : {0, 1, 2})
+        EXPECT_TRUE(t.Command3D1[i].Enabled);
+    EXPECT_TRUE(t.Command3D2.Enabled);
+}
+
+TEST_F(ScriptTeste, AnsweringNoStoresNothing) {
+    Script &t = abre<Script>();
+    t.Clica("Command3D1", 0);
+    d.Respostas = {Resposta::No};
+    for (int i = 0; i <= 20; ++i)
+        digita(t, "Text1", i, LayoutPadrao[i]);
+    EXPECT_TRUE(linha_script("001").isEmpty());
+    EXPECT_TRUE(t.Command3D1[0].Enabled);
+}
+
+TEST_F(ScriptTeste, AnExistingCodeIsRefusedAndTheFocusStays) {
+    grava_layout(LayoutPadrao);
+    Script &t = abre<Script>();
+    t.Clica("Command3D1", 0);
+    digita(t, "Text1", 0, "1");
+    EXPECT_EQ(d.Textos(), QStringList{"Este Codigo Já Existe"});
+    EXPECT_EQ(t.Text1[0].Text, "");
+    EXPECT_EQ(t.Foco(), (RefControle{"Text1", 0}));
+    digita(t, "Text1", 0, "2");
+    EXPECT_EQ(t.Text1[0].Text, "002");
+    EXPECT_EQ(t.Foco(), (RefControle{"Text1", 1}));
+}
+
+TEST_F(ScriptTeste, LeavingAFieldWithoutCodeGoesBackToTheCode) {
+    Script &t = abre<Script>();
+    t.Clica("Command3D1", 0);
+    t.SetFocus("Text1", 5);
+    EXPECT_EQ(t.Foco(), (RefControle{"Text1", 0}));
+}
+
+TEST_F(ScriptTeste, SelectAlterAndDelete) {
+    grava_layout(LayoutPadrao);
+    QStringList outro = LayoutPadrao;
+    outro[0] = "002";
+    outro[1] = "Outro";
+    grava_layout(outro);
+    Script &t = abre<Script>();
+    ASSERT_EQ(t.List1.Itens, (QStringList{"001        -Padrao", "002        -Outro"}));
+    t.List1.ListIndex = 1;
+    t.Clica("List1");
+    for (int i = 0; i <= 20; ++i)
+        EXPECT_EQ(t.Text1[i].Text, outro[i]) << i;
+
+    t.Text1[1].Text = "Outro Nome";
+    t.Text1[20].Text = "70";
+    t.Clica("Command3D1", 1);
+    outro[1] = "Outro Nome";
+    outro[20] = "70";
+    EXPECT_EQ(linha_script("002"), outro);
+    EXPECT_EQ(linha_script("001"), LayoutPadrao);
+
+    t.List1.ListIndex = 0;
+    t.Clica("List1");
+    t.Clica("Command3D1", 2);
+    EXPECT_TRUE(linha_script("001").isEmpty());
+    EXPECT_EQ(t.List1.Itens, QStringList{"002        -Outro Nome"});
+}
+
+TEST_F(ScriptTeste, SearchNarrowsByCodeOrName) {
+    grava_layout(LayoutPadrao);
+    QStringList outro = LayoutPadrao;
+    outro[0] = "012";
+    outro[1] = "Bancario";
+    grava_layout(outro);
+    Script &t = abre<Script>();
+    t.Digita("Text2", -1, "0");
+    EXPECT_EQ(t.List1.ListCount(), 2);
+    t.Digita("Text2", -1, "012");
+    EXPECT_EQ(t.List1.Itens, QStringList{"012 - Bancario"});
+    t.Digita("Text2", -1, "pad");
+    EXPECT_EQ(t.List1.Itens, QStringList{"001 - Padrao"});
+}
+
+// --- the graphic adjust
+
+class AjusteScriptTeste : public CopiaTeste {
+  protected:
+    AjusteScript &abre_ajuste(const QStringList &valores = LayoutPadrao) {
+        script = &abre<Script>();
+        for (int i = 0; i <= 20; ++i)
+            script->Text1[i].Text = valores[i];
+        script->Clica("Command3D2");
+        auto *a = d.Tela_<AjusteScript>("AjusteScript");
+        EXPECT_NE(a, nullptr);
+        return *a;
+    }
+    static void tecla(AjusteScript &a, int caixa, int codigo, int vezes = 1) {
+        a.SetFocus("Text1", caixa);
+        for (int i = 0; i < vezes; ++i)
+            a.Tecla(codigo);
+    }
+    QStringList campos() const {
+        QStringList r;
+        for (const auto &[i, c] : script->Text1)
+            r << c.Text;
+        return r;
+    }
+    Script *script = nullptr;
+};
+
+TEST_F(AjusteScriptTeste, OpensWithTheLayoutOnTheLabels) {
+    AjusteScript &a = abre_ajuste();
+    EXPECT_EQ(a.Panel3D3.Caption, "001 - Padrao");
+    EXPECT_EQ(a.Label3.Caption, "80 X 20");
+    // Line, column of each box as the labels show them.
+    const QList<std::pair<int, int>> rotulos = {{0, 5},   {1, 6},   {2, 7},  {3, 8},
+                                                {4, 9},   {4, 10},  {4, 11}, {4, 12},
+                                                {15, 16}, {17, 18}, {13, 14}};
+    const QStringList esperado = {"002:060", "005:005", "006:005", "008:005", "010:030", "010:052",
+                                  "010:056", "010:068", "001:002", "014:005", "002:002"};
+    for (int i = 0; i < rotulos.size(); ++i)
+        EXPECT_EQ(a.Label2[rotulos[i].first].Caption + ":" + a.Label2[rotulos[i].second].Caption,
+                  esperado[i])
+            << "box " << i;
+}
+
+struct CasoSeta {
+    const char *Nome;
+    int Caixa;
+    int Tecla;
+    int Vezes;
+    int Rotulo;
+    QString Esperado;
+};
+
+class SetasScript : public AjusteScriptTeste, public ::testing::WithParamInterface<CasoSeta> {};
+
+TEST_P(SetasScript, StopAtTheLimits) {
+    AjusteScript &a = abre_ajuste();
+    const CasoSeta &c = GetParam();
+    tecla(a, c.Caixa, c.Tecla, c.Vezes);
+    EXPECT_EQ(a.Label2[c.Rotulo].Caption, c.Esperado);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casos, SetasScript,
+    ::testing::Values(
+        // No box starts right of column 80 nor below line 20, nor left of column 1.
+        CasoSeta{"BancoAteColuna80", 8, 39, 100, 16, "080"},
+        CasoSeta{"BancoAteColuna1", 8, 37, 100, 16, "001"},
+        CasoSeta{"ComentarioAteLinha20", 9, 40, 30, 17, "020"},
+        CasoSeta{"NumeroAteLinha1", 10, 38, 30, 13, "001"},
+        // The first five boxes keep to their lines as on the cheque.
+        CasoSeta{"ValorDesceAte5", 0, 40, 30, 0, "005"},
+        CasoSeta{"ValorSobeAte1", 0, 38, 30, 0, "001"},
+        CasoSeta{"CidadeDesceAte17", 4, 40, 30, 4, "017"},
+        CasoSeta{"CidadeSobeAte10", 4, 38, 30, 4, "010"},
+        CasoSeta{"Extenso1SobeAte4", 1, 38, 30, 1, "004"},
+        // The date boxes move sideways, never off the city's line.
+        CasoSeta{"DiaAteColuna80", 5, 39, 100, 10, "080"},
+        CasoSeta{"AnoNaoSobe", 7, 38, 3, 4, "010"}),
+    [](const auto &info) { return std::string(info.param.Nome); });
+
+TEST_F(AjusteScriptTeste, TheDateFollowsTheCityUpAndDownOnly) {
+    AjusteScript &a = abre_ajuste();
+    tecla(a, 4, 40, 2);
+    tecla(a, 4, 39, 3);
+    for (int i = 5; i <= 7; ++i)
+        EXPECT_EQ(a.Text1[i].Top, a.Text1[4].Top);
+    EXPECT_EQ(a.Label2[4].Caption, "012");
+    EXPECT_EQ(a.Label2[9].Caption, "033");
+    EXPECT_EQ(a.Label2[10].Caption, "052");
+}
+
+TEST_F(AjusteScriptTeste, FocusHighlightsTheLabelsOfTheBox) {
+    AjusteScript &a = abre_ajuste();
+    a.SetFocus("Text1", 6);
+    EXPECT_EQ(a.Label2[4].BackColor, AjusteGrafico::CorDestaque);
+    EXPECT_EQ(a.Label2[11].BackColor, AjusteGrafico::CorDestaque);
+    a.SetFocus("Text1", 8);
+    EXPECT_EQ(a.Label2[4].BackColor, SemCor);
+    EXPECT_EQ(a.Label2[15].BackColor, AjusteGrafico::CorDestaque);
+}
+
+TEST_F(AjusteScriptTeste, FailedOkLeavesTheRegisterUntouchedAndBlamesTheBox) {
+    AjusteScript &a = abre_ajuste();
+    const QStringList antes = campos();
+    // The bank on the amount's line, past it: the amount ends at 78 and the bank at 96.
+    tecla(a, 8, 40);
+    tecla(a, 8, 39, 60);
+    a.Clica("Command3D1", 0);
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Titulo, "Layout de Cópia");
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Exclamacao);
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith(
+        "Há problemas no posicionamento do campo Banco. O campo Banco não está respeitando o "
+        "tamanho de 19 posições do valor"));
+    EXPECT_EQ(a.Foco(), (RefControle{"Text1", 8}));
+    EXPECT_FALSE(a.Descarregada());
+    EXPECT_EQ(campos(), antes);
+}
+
+TEST_F(AjusteScriptTeste, OkCopiesEveryLabelBackToItsField) {
+    AjusteScript &a = abre_ajuste();
+    tecla(a, 9, 40, 2);  // comment to line 16
+    tecla(a, 10, 39, 3); // number to column 5
+    tecla(a, 4, 40);     // city, and the date with it, to line 11
+    a.Clica("Command3D1", 0);
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    EXPECT_TRUE(a.Descarregada());
+    QStringList esperado = LayoutPadrao;
+    esperado[9] = "016";
+    esperado[14] = "005";
+    esperado[8] = "011";
+    // Every value comes back through the labels' mask.
+    for (int i = 2; i <= 20; ++i)
+        esperado[i] = Format(esperado[i], "000");
+    EXPECT_EQ(campos(), esperado);
+}
+
+TEST_F(AjusteScriptTeste, CancelLeavesTheRegisterUntouched) {
+    AjusteScript &a = abre_ajuste();
+    tecla(a, 0, 37, 5);
+    a.Clica("Command3D1", 1);
+    EXPECT_TRUE(a.Descarregada());
+    EXPECT_EQ(campos(), LayoutPadrao);
+}
+
+// --- the copy
+
+ChequeCopia cheque() {
+    ChequeCopia c;
+    c.Banco = "237";
+    c.NomeBanco = "BRADESCO";
+    c.Valor = "1.234,56";
+    c.Favorecido = "José Antônio da Silva";
+    c.Cidade = "São Paulo";
+    c.Data = "05/02/99";
+    c.Numero = "000123";
+    c.Comentarios = {"Aluguel", QString(), QString()};
+    return c;
+}
+
+class CmpCopiaTeste : public CopiaTeste {
+  protected:
+    CmpCopia &abre_copia(const ChequeCopia &c = cheque()) {
+        Tela *t = d.Abre(std::make_unique<CmpCopia>(s, d, c));
+        EXPECT_NE(t, nullptr);
+        return *static_cast<CmpCopia *>(t);
+    }
+    void escolhe(CmpCopia &t, int indice) {
+        t.Combo1.ListIndex = indice;
+        t.Clica("Combo1");
+    }
+    QStringList tolvane() const {
+        QStringList r;
+        for (const auto &c : const_cast<CmpCopiaTeste *>(this)->imp().Registro())
+            if (c.Operacao == "TolvaneTX") r << c.Argumentos.value(0);
+        return r;
+    }
+};
+
+TEST_F(CmpCopiaTeste, OpensOnTheLayoutLastChosenAndComposes) {
+    grava_layout(LayoutPadrao);
+    QStringList outro = LayoutPadrao;
+    outro[0] = "002";
+    outro[1] = "Outro";
+    outro[2] = "3";
+    grava_layout(outro);
+    LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "002");
+    CmpCopia &t = abre_copia();
+    EXPECT_EQ(t.Combo1.Itens, (QStringList{"Padrao", "Outro"}));
+    EXPECT_EQ(t.Combo1.ListIndex, 1);
+    EXPECT_EQ(t.LinhasCopia().value(2).trimmed(), "R$1.234,56");
+    EXPECT_EQ(t.Caption, "Cópia do Cheque [01-001]");
+    EXPECT_EQ(t.NomeArq.Caption, "cop2211.26");
+    EXPECT_EQ(t.OpEnvio[1].Value, 1);
+    EXPECT_EQ(t.CheckImpInv.Value, 1);
+    EXPECT_EQ(t.CheckImpMai.Value, 0);
+
+    escolhe(t, 0);
+    EXPECT_EQ(opcao("Script"), "001");
+    EXPECT_EQ(t.LinhasCopia().value(1).trimmed(),
+              "Nº000123                                                  R$1.234,56");
+    // The words come from the printer, split as on the cheque.
+    EXPECT_EQ(t.LinhasCopia().value(4), QString(5, u' ') + extenso(123456));
+}
+
+TEST_F(CmpCopiaTeste, ALayoutOutsideThePageIsReported) {
+    QStringList fora = LayoutPadrao;
+    fora[8] = "23";
+    grava_layout(fora);
+    LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "001");
+    CmpCopia &t = abre_copia();
+    EXPECT_EQ(d.Textos(),
+              QStringList{"Houve Problemas Ao Montar o Layout de Cheque!!\rFavor Revisar o "
+                          "Layout de Cópia que foi Montado,ou Escolha Outro Layout"});
+    EXPECT_EQ(t.CopiaTxt.Text, "");
+}
+
+TEST_F(CmpCopiaTeste, CapitalsOnTheSettingAndOnTheTick) {
+    grava_layout(LayoutPadrao);
+    LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "001");
+    LeGravaIni(s.CaminhoIni, "Opcoes", "UsarImpMai", "1x");
+    CmpCopia &t = abre_copia();
+    EXPECT_EQ(t.CheckImpMai.Value, 1);
+    EXPECT_TRUE(t.CopiaTxt.Text.contains("JOSÉ ANTÔNIO DA SILVA"));
+    t.Clica("CheckImpMai");
+    t.Muda(t.CopiaTxt, "minusculas");
+    t.Clica("CheckImpMai");
+    EXPECT_EQ(t.CopiaTxt.Text, "MINUSCULAS");
+}
+
+TEST_F(CmpCopiaTeste, TheCursorInTheTitleAndTheWarningOfLongLines) {
+    CmpCopia &t = abre_copia();
+    t.Muda(t.CopiaTxt, "abc\n" + QString(81, u'x') + "\n\n" + QString(90, u'y'));
+    t.CopiaTxt_Cursor(6);
+    EXPECT_EQ(t.Caption, "Cópia do Cheque [02-003]");
+    EXPECT_EQ(t.Info.Caption,
+              "\nLinha 2 Extrapola Tamanho Maximo!\nLinha 4 Extrapola Tamanho Maximo!");
+    EXPECT_TRUE(t.Info.Visible);
+    EXPECT_FALSE(t.BtnCmd[0].Enabled);
+    t.Muda(t.CopiaTxt, "abc\n" + QString(80, u'x'));
+    EXPECT_EQ(t.Caption, "Cópia do Cheque [02-003]");
+    EXPECT_FALSE(t.Info.Visible);
+    EXPECT_TRUE(t.BtnCmd[0].Enabled);
+}
+
+struct CasoEnvio {
+    const char *Nome;
+    int Invertida;
+    int Maiusculas;
+    QStringList Esperado;
+};
+
+class EnvioVexa : public CmpCopiaTeste, public ::testing::WithParamInterface<CasoEnvio> {};
+
+TEST_P(EnvioVexa, LinesGoThroughTolvaneConverted) {
+    CmpCopia &t = abre_copia();
+    t.CheckImpInv.Value = GetParam().Invertida;
+    t.CheckImpMai.Value = GetParam().Maiusculas;
+    t.Muda(t.CopiaTxt, "São Paulo\n\nfim");
+    imp().LimpaChamadas();
+    t.Clica("BtnCmd", 0);
+    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join("|").toStdString();
+    const QStringList chamadas = imp().Chamadas();
+    ASSERT_GE(chamadas.size(), 4);
+    EXPECT_EQ(chamadas[0], "IniciaPorta(COM2)");
+    EXPECT_EQ(chamadas[1], "TravaDoc(1)");
+    EXPECT_EQ(chamadas[2], "FormataTX(|3|0|0|0|0)");
+    EXPECT_EQ(chamadas.mid(chamadas.size() - 2), (QStringList{"TravaDoc(0)", "FechaPorta()"}));
+    EXPECT_EQ(tolvane(), GetParam().Esperado);
+}
+
+const QString Esc = QStringLiteral("\x1B") + "I";
+INSTANTIATE_TEST_SUITE_P(
+    Casos, EnvioVexa,
+    ::testing::Values(
+        CasoEnvio{"Normal", 0, 0, {ConverteTexto("São Paulo") + "\r\n", "\r\n", "fim\r\n"}},
+        // Inverted, the last line comes out first, between two ESC "I".
+        CasoEnvio{
+            "Invertida", 1, 0, {Esc, "fim\r\n", "\r\n", ConverteTexto("São Paulo") + "\r\n", Esc}},
+        CasoEnvio{"Maiusculas", 0, 1, {ConverteTexto("SÃO PAULO") + "\r\n", "\r\n", "FIM\r\n"}}),
+    [](const auto &info) { return std::string(info.param.Nome); });
+
+struct CasoFalhaEnvio {
+    const char *Nome;
+    std::function<void(Simulador &)> Prepara;
+    int Linhas;
+    QString Mensagem;
+    bool Enviou;
+};
+
+class FalhaEnvioVexa : public CmpCopiaTeste,
+                       public ::testing::WithParamInterface<CasoFalhaEnvio> {};
+
+TEST_P(FalhaEnvioVexa, IsToldWithItsWords) {
+    CmpCopia &t = abre_copia();
+    QStringList linhas;
+    for (int i = 0; i < GetParam().Linhas; ++i)
+        linhas << "linha";
+    t.Muda(t.CopiaTxt, linhas.join('\n'));
+    GetParam().Prepara(imp());
+    imp().LimpaChamadas();
+    t.Clica("BtnCmd", 0);
+    const QString &m = GetParam().Mensagem;
+    EXPECT_EQ(d.Textos(), m.isEmpty() ? QStringList() : QStringList{m});
+    EXPECT_EQ(!tolvane().isEmpty(), GetParam().Enviou);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casos, FalhaEnvioVexa,
+    ::testing::Values(
+        CasoFalhaEnvio{"QuarentaLinhasCabem", [](Simulador &) {}, 40, QString(), true},
+        CasoFalhaEnvio{"QuarentaEUmaLinhas", [](Simulador &) {}, 41,
+                       "O numero de linhas ultrapassa a capacidade da impressora!", false},
+        CasoFalhaEnvio{"PortaFechada", [](Simulador &i) { i.Falha("IniciaPorta", 0); }, 3,
+                       "Problemas na abertura da porta de comunicacao", false},
+        CasoFalhaEnvio{"SemPapel", [](Simulador &i) { i.DefinePapel(false); }, 3,
+                       "Problemas na Transmissao da copia", true}),
+    [](const auto &info) { return std::string(info.param.Nome); });
+
+TEST_F(CmpCopiaTeste, TheFileOfTheDayTakesEachPageQuotedAndAppended) {
+    CmpCopia &t = abre_copia();
+    t.Clica("OpEnvio", 0);
+    t.Muda(t.CopiaTxt, "São Paulo\n\nfim");
+    t.Clica("BtnCmd", 0);
+    t.Muda(t.CopiaTxt, "outra");
+    t.Clica("BtnCmd", 0);
+    QFile f(s.CaminhoApp + "/cop2211.26");
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_EQ(f.readAll(), QByteArray("\"S\xE3o Paulo\r\n\r\nfim\"\r\n\"outra\"\r\n"));
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+}
+
+TEST_F(CmpCopiaTeste, TheSystemPrinterGetsThePageAtSize12) {
+    CmpCopia &t = abre_copia();
+    t.Clica("OpEnvio", 2);
+    t.Muda(t.CopiaTxt, "um\n\ntres");
+    t.Clica("BtnCmd", 0);
+    ASSERT_EQ(d.Impressos.size(), 1);
+    EXPECT_EQ(d.Impressos[0].TamanhoFonte, 12);
+    EXPECT_EQ(d.Impressos[0].Paginas, (QList<QStringList>{{"um", "", "tres"}}));
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+
+    d.ErroImpressao = 482;
+    t.Clica("BtnCmd", 0);
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Ocorreu erro 482! Possiveis Causas:\n"));
+    d.ErroImpressao = 32755;
+    t.Clica("BtnCmd", 0);
+    EXPECT_EQ(d.Mensagens.size(), 1);
+}
+
+TEST_F(CmpCopiaTeste, ClosingWritesOnlyTheOptionsThatChanged) {
+    LeGravaIni(s.CaminhoIni, "Opcoes", "UsarImpMai", "1");
+    CmpCopia &t = abre_copia();
+    EXPECT_EQ(opcao("EnvioCopia"), "-2");
+    t.Clica("OpEnvio", 2);
+    t.Clica("CheckImpInv");
+    t.Clica("BtnCmd", 1);
+    EXPECT_EQ(opcao("EnvioCopia"), "2");
+    EXPECT_EQ(opcao("UsarImpInv"), "0");
+    EXPECT_EQ(opcao("UsarImpMai"), "1");
+    EXPECT_EQ(s.UsaInvertida, 0);
+
+    CmpCopia &de_novo = abre_copia();
+    EXPECT_EQ(de_novo.OpEnvio[2].Value, 1);
+    EXPECT_EQ(de_novo.OpEnvio[1].Value, 0);
+    EXPECT_EQ(de_novo.CheckImpInv.Value, 0);
+}
+
+TEST_F(CmpCopiaTeste, TheFileNameMatchesWhatThePurgeReads) {
+    CmpCopia &t = abre_copia();
+    t.Clica("OpEnvio", 0);
+    t.Muda(t.CopiaTxt, "x");
+    t.Clica("BtnCmd", 0);
+    // Thirty-one days later the file is past the period of 30 and goes.
+    fixa_hoje(QDate(2026, 12, 23));
+    s.DefineHoje();
+    s.PeriodoCop = 30;
+    d.Respostas = {Resposta::Yes};
+    ExpurgaCopias(s, d);
+    EXPECT_EQ(d.Mensagens.size(), 1);
+    EXPECT_FALSE(QFile::exists(s.CaminhoApp + "/cop2211.26"));
+}
+
+} // namespace
