@@ -107,7 +107,7 @@ QString MontaBlocoTransf(const QStringList &Posicoes, const FaceTransf &Face) {
 }
 
 ChequeTransf::ChequeTransf(Sessao &sessao, Desktop &desktop)
-    : Tela("ChequeTransf", "Impressão de Cheque Transferência", sessao, desktop) {
+    : Tela(telas::ChequeTransf, "Impressão de Cheque Transferência", sessao, desktop) {
     registra("Frame1", Frame1);
     liga_campo("txtBanco", txtBanco, "Banco", &txtValor);
     liga_campo("txtValor", txtValor, "Valor", &txtAgencia);

@@ -45,8 +45,8 @@ QList<AjusteGrafico::Amostra> AjusteScript::amostras() {
 }
 
 AjusteScript::AjusteScript(Sessao &sessao, Desktop &desktop)
-    : AjusteGrafico("AjusteScript", "Ajuste Gráfico do Layout de Cópia do Cheque", sessao, desktop,
-                    amostras(), 19) {
+    : AjusteGrafico(telas::AjusteScript, "Ajuste Gráfico do Layout de Cópia do Cheque", sessao,
+                    desktop, amostras(), 19) {
     Colunas = 80;
     Linhas = 20;
     // The arrows test a quotient a hair short of the box's column and line: a box starts at
@@ -67,7 +67,7 @@ int AjusteScript::rotulo_coluna(int Indice) const {
 }
 
 Script *AjusteScript::script() const {
-    return dynamic_cast<Script *>(desktop.Aberta("Script"));
+    return dynamic_cast<Script *>(desktop.Aberta(telas::Script));
 }
 
 void AjusteScript::Form_Load() {

@@ -161,12 +161,12 @@ QString aviso_linhas(const QString &texto) {
 // --- CmpCopia
 
 CmpCopia::CmpCopia(Sessao &sessao, Desktop &desktop)
-    : Tela("CmpCopia", TituloCopia, sessao, desktop) {
+    : Tela(telas::CmpCopia, TituloCopia, sessao, desktop) {
     registra_controles();
 }
 
 CmpCopia::CmpCopia(Sessao &sessao, Desktop &desktop, const ChequeCopia &cheque)
-    : Tela("CmpCopia", TituloCopia, sessao, desktop), cheque_(cheque), chequeDado_(true) {
+    : Tela(telas::CmpCopia, TituloCopia, sessao, desktop), cheque_(cheque), chequeDado_(true) {
     registra_controles();
 }
 
@@ -192,7 +192,7 @@ void CmpCopia::registra_controles() {
 
 void CmpCopia::Form_Load() {
     if (!chequeDado_) {
-        if (const auto *m = dynamic_cast<const Main *>(desktop.Aberta("Main")))
+        if (const auto *m = dynamic_cast<const Main *>(desktop.Aberta(telas::Main)))
             cheque_ = cheque_do_main(sessao, *m);
     }
     RecordSet rs;

@@ -1,5 +1,7 @@
 #include "copy/script.h"
 
+#include "registro/telas.h"
+
 #include "copy/ajustescript.h"
 #include "core/conversoes.h"
 #include "core/teclas.h"
@@ -31,7 +33,7 @@ Matriz<Texto> campos_script() {
 } // namespace
 
 Script::Script(Sessao &sessao, Desktop &desktop)
-    : Cadastro("Script", "Cadastro de Script", sessao, desktop, TabScript, campos_script(),
+    : Cadastro(telas::Script, "Cadastro de Script", sessao, desktop, TabScript, campos_script(),
                "Pesquisar por:") {
     registra_cadastro();
     registra("Command3D2", Command3D2);
@@ -188,7 +190,7 @@ void Script::PreparaAjuste() {
 
 void Script::Command3D2_Click() {
     PreparaAjuste();
-    desktop.Abre(std::make_unique<AjusteScript>(sessao, desktop));
+    abre_tela(sessao, desktop, telas::AjusteScript);
 }
 
 } // namespace vexa

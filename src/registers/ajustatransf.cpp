@@ -11,8 +11,8 @@ enum { Cidade = 3, Data = 4, Agencia = 5, Conta = 6 };
 }
 
 AjustaChequeTransferencia::AjustaChequeTransferencia(Sessao &sessao, Desktop &desktop)
-    : AjusteGrafico("AjustaChequeTransferencia", "Ajuste Gráfico para Cheque Transferência", sessao,
-                    desktop,
+    : AjusteGrafico(telas::AjustaChequeTransferencia, "Ajuste Gráfico para Cheque Transferência",
+                    sessao, desktop,
                     {{"Valor Numérico:", "    #9.999,99#", 1335, 1, 4},
                      {"Valor Extenso1:", "Nove Mil, Novecentos e Noventa e Nove Reais", 4335, 4, 8},
                      {"Valor Extenso2:", "e Noventa e Nove CentavosXXXXXXXXXXXXXXX", 4335, 6, 11},
@@ -25,7 +25,7 @@ AjustaChequeTransferencia::AjustaChequeTransferencia(Sessao &sessao, Desktop &de
 }
 
 BancTrans *AjustaChequeTransferencia::banctrans() const {
-    return dynamic_cast<BancTrans *>(desktop.Aberta("BancTrans"));
+    return dynamic_cast<BancTrans *>(desktop.Aberta(telas::BancTrans));
 }
 
 void AjustaChequeTransferencia::Form_Load() {

@@ -1,5 +1,7 @@
 #include "registers/banctrans.h"
 
+#include "registro/telas.h"
+
 #include "core/arquivo.h"
 #include "core/conversoes.h"
 #include "core/ini.h"
@@ -81,7 +83,7 @@ QString arquivo_lista_transf(const Sessao &s) {
 }
 
 BancTrans::BancTrans(Sessao &sessao, Desktop &desktop)
-    : Cadastro("BancTrans", "Cadastro de Bancos para Cheque Transferência", sessao, desktop,
+    : Cadastro(telas::BancTrans, "Cadastro de Bancos para Cheque Transferência", sessao, desktop,
                TabTransferencia, campos_transf(), "Pesquisar por:") {
     registra_cadastro("SSCommand1", SSCommand1);
     registra("Command3D2", Command3D2);
@@ -320,7 +322,7 @@ void BancTrans::PreparaAjusteTransf() {
 void BancTrans::Command3D2_Click() {
     if (Text1[0].Text.isEmpty() || Text1[1].Text.isEmpty()) return;
     PreparaAjusteTransf();
-    desktop.Abre(std::make_unique<AjustaChequeTransferencia>(sessao, desktop));
+    abre_tela(sessao, desktop, telas::AjustaChequeTransferencia);
 }
 
 PedidoLista BancTrans::pedido_lista() const {

@@ -2,12 +2,22 @@
 
 #include "cheque/extra.h"
 #include "cheque/main.h"
+#include "cheque/transf.h"
+#include "copy/ajustescript.h"
+#include "copy/cmpcopia.h"
+#include "copy/script.h"
 #include "registers/ajusta.h"
+#include "registers/ajustatransf.h"
 #include "registers/bancos.h"
+#include "registers/banctrans.h"
 #include "registers/cidade.h"
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
+#include "reports/filtro.h"
+#include "reports/relato.h"
+#include "settings/configura.h"
+#include "settings/sobre.h"
 
 namespace vexa {
 
@@ -32,6 +42,16 @@ const std::map<QString, FabricaTela> &FabricasTelas() {
         {telas::Cidade, cria<Cidade>},
         {telas::Pesquisa, cria<Pesquisa>},
         {telas::Saida, cria<Saida>},
+        {telas::Relato, cria<Relato>},
+        {telas::Filtro, cria<Filtro>},
+        {telas::ChequeTransf, cria<ChequeTransf>},
+        {telas::BancTrans, cria<BancTrans>},
+        {telas::AjustaChequeTransferencia, cria<AjustaChequeTransferencia>},
+        {telas::Script, cria<Script>},
+        {telas::AjusteScript, cria<AjusteScript>},
+        {telas::CmpCopia, cria<CmpCopia>},
+        {telas::Configura, cria<Configura>},
+        {telas::Sobre, cria<Sobre>},
     };
     return fabricas;
 }

@@ -8,6 +8,8 @@
 #include "reports/geral.h"
 #include "store/tabelas.h"
 
+#include <memory>
+
 namespace vexa {
 
 namespace {
@@ -54,6 +56,9 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     : Tela(telas::Relato, "Relatório de Cheques Transmitidos", sessao, desktop) {
     OpCmd[0].Value = 1;
     OpCmd[1].Value = 1;
+    OpCmd[1].Container = OpCmd01[1].Container = &FrameFormato;
+    OpCmd[0].Container = OpCmd01[0].Container = OpCmd02[0].Container = &FrameEnvio;
+    Label3.Container = Label4.Container = criar.Container = &FrameGeral;
     // The printed lists and the cancelling screen are not part of this screen yet.
     SSCommand1.Enabled = false;
     SSCommand4.Enabled = false;
@@ -106,15 +111,23 @@ void Relato::CarregaListaLog() {
     Total = 0;
     RecordSet &rs = Conjunto(sessao, TabLog);
     if (rs.Aberto()) {
-        const QStringList campos = rs.Campos();
-        QMap<QString, QString> registro;
-        for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
-            for (const QString &c : campos)
-                registro[c] = rs.Campo(c);
-            List1.AddItem(LinhaRelatorio(registro));
-            if (registro.value("StCancel") != "C")
-                Total += centavos(registro.value("V_CH")).value_or(0);
+        // The list keeps its own copy of the rows: a click narrows the shared set to one
+        // cheque while the list still shows them all. Its texts are made as they are shown.
+        auto linhas = std::make_shared<RecordSet>(rs.Copia());
+        const QStringList campos = linhas->Campos();
+        const int valor = linhas->Coluna("V_CH"), estado = linhas->Coluna("StCancel");
+        const int n = linhas->RecordCount();
+        for (int i = 0; i < n; ++i) {
+            const QStringList f = linhas->Linha(i);
+            if (f.value(estado) != "C") Total += centavos(f.value(valor)).value_or(0);
         }
+        List1.Itens.fonte(n, [linhas, campos](int i) {
+            const QStringList f = linhas->Linha(i);
+            QMap<QString, QString> registro;
+            for (int c = 0; c < campos.size(); ++c)
+                registro.insert(campos[c], f.value(c));
+            return LinhaRelatorio(registro);
+        });
     }
     Text1[5].Caption = formata_centavos(Total, "###,###,###,###,##0.00");
 }

@@ -30,6 +30,15 @@ Configura::Configura(Sessao &sessao, Desktop &desktop)
     : Tela(telas::Configura, "Configurações", sessao, desktop) {
     for (int n = 1; n <= 10; ++n)
         cboPorta.AddItem("COM" + QString::number(n));
+    Label1.Container = cboPorta.Container = Command3D7.Container = &Frame1;
+    for (auto *c : std::initializer_list<Controle *>{&Label2[0], &Label2[1], &Text1[0], &Text1[1],
+                                                     &Command3D1})
+        c->Container = &Frame2;
+    for (auto *c : std::initializer_list<Controle *>{&Label3[0], &Label3[1], &Text2[0], &Text2[1],
+                                                     &Command3D2})
+        c->Container = &Frame3;
+    Label4.Container = Text3.Container = Option3D2.Container = Command3D4.Container = &Frame4;
+    Command3D9.Container = &Frame5;
     registra("Frame1", Frame1);
     registra("Label1", Label1);
     registra("cboPorta", cboPorta);

@@ -11,13 +11,37 @@ void CriaVistaFavorec(Tela &tela, QMainWindow &janela);
 void CriaVistaCidade(Tela &tela, QMainWindow &janela);
 void CriaVistaPesquisa(Tela &tela, QMainWindow &janela);
 void CriaVistaSaida(Tela &tela, QMainWindow &janela);
+void CriaVistaRelato(Tela &tela, QMainWindow &janela);
+void CriaVistaFiltro(Tela &tela, QMainWindow &janela);
+void CriaVistaChequeTransf(Tela &tela, QMainWindow &janela);
+void CriaVistaBancTrans(Tela &tela, QMainWindow &janela);
+void CriaVistaAjustaChequeTransferencia(Tela &tela, QMainWindow &janela);
+void CriaVistaScript(Tela &tela, QMainWindow &janela);
+void CriaVistaAjusteScript(Tela &tela, QMainWindow &janela);
+void CriaVistaCmpCopia(Tela &tela, QMainWindow &janela);
+void CriaVistaConfigura(Tela &tela, QMainWindow &janela);
+void CriaVistaSobre(Tela &tela, QMainWindow &janela);
 
 const std::map<QString, FabricaVista> &FabricasVistas() {
     static const std::map<QString, FabricaVista> vistas = {
-        {telas::Main, CriaVistaMain},         {telas::CmpExtra, CriaVistaCmpExtra},
-        {telas::Bancos, CriaVistaBancos},     {telas::Ajusta, CriaVistaAjusta},
-        {telas::Favorec, CriaVistaFavorec},   {telas::Cidade, CriaVistaCidade},
-        {telas::Pesquisa, CriaVistaPesquisa}, {telas::Saida, CriaVistaSaida},
+        {telas::Main, CriaVistaMain},
+        {telas::CmpExtra, CriaVistaCmpExtra},
+        {telas::Bancos, CriaVistaBancos},
+        {telas::Ajusta, CriaVistaAjusta},
+        {telas::Favorec, CriaVistaFavorec},
+        {telas::Cidade, CriaVistaCidade},
+        {telas::Pesquisa, CriaVistaPesquisa},
+        {telas::Saida, CriaVistaSaida},
+        {telas::Relato, CriaVistaRelato},
+        {telas::Filtro, CriaVistaFiltro},
+        {telas::ChequeTransf, CriaVistaChequeTransf},
+        {telas::BancTrans, CriaVistaBancTrans},
+        {telas::AjustaChequeTransferencia, CriaVistaAjustaChequeTransferencia},
+        {telas::Script, CriaVistaScript},
+        {telas::AjusteScript, CriaVistaAjusteScript},
+        {telas::CmpCopia, CriaVistaCmpCopia},
+        {telas::Configura, CriaVistaConfigura},
+        {telas::Sobre, CriaVistaSobre},
     };
     return vistas;
 }
