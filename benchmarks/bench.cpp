@@ -1,6 +1,7 @@
 // make bench: runs every registered measure (start-up, purge, the store at an office's size, ...)
 // and prints its figures. It is a measurement, not a test.
 #include "medidas.h"
+#include <QUuid>
 
 #include "core/desktop_roteiro.h"
 #include "core/inicio.h"
@@ -65,6 +66,59 @@ QString pasta_cache() {
     const QString pasta = QCoreApplication::applicationDirPath() + "/cache";
     QDir().mkpath(pasta);
     return pasta;
+}
+
+Conexao::Conexao(const QString &arquivo)
+    : nome_("bench-" + QUuid::createUuid().toString(QUuid::WithoutBraces)) {
+    QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", nome_);
+    db.setDatabaseName(arquivo);
+    db.open();
+}
+
+Conexao::~Conexao() {
+    QSqlDatabase::database(nome_, false).close();
+    QSqlDatabase::removeDatabase(nome_);
+}
+
+QSqlDatabase Conexao::db() const {
+    return QSqlDatabase::database(nome_, false);
+}
+
+QString base_gerada(const QString &nome, const QString &insercao,
+                    const std::function<QVariantList(int)> &linha, int linhas) {
+    const QString arquivo = pasta_cache() + "/" + nome;
+    if (QFile::exists(arquivo)) return arquivo;
+    QTemporaryDir pasta;
+    {
+        Sessao s(pasta.path());
+        CriaBaseDados(s);
+        Conexao c(pasta.path() + "/VEXA.db");
+        QSqlDatabase db = c.db();
+        db.transaction();
+        QSqlQuery q(db);
+        q.prepare(insercao);
+        for (int i = 1; i <= linhas; ++i) {
+            for (const QVariant &v : linha(i))
+                q.addBindValue(v);
+            q.exec();
+        }
+        q.finish();
+        db.commit();
+    }
+    QFile::copy(pasta.path() + "/VEXA.db", arquivo);
+    return arquivo;
+}
+
+void prepara_pasta(const QString &pasta, const QString &base) {
+    QFile::remove(pasta + "/VEXA.db");
+    if (!base.isEmpty()) QFile::copy(base, pasta + "/VEXA.db");
+    Sessao s(pasta);
+    prepara_pasta_dados(s);
+}
+
+void linha(const char *oque, double ms, double sqlite, const char *meta) {
+    std::printf("  %-44s %9.1f ms  SQLite %8.1f ms  razão %6.2f  %s\n", oque, ms, sqlite,
+                sqlite > 0 ? ms / sqlite : 0.0, meta);
 }
 
 double mediana_ms(int vezes, const std::function<void()> &trabalho) {

@@ -34,52 +34,6 @@ namespace {
 constexpr int Favorecidos = 99999;
 constexpr int LinhasLog = 1000000;
 
-// A connection of its own, for the generation and for the plain queries.
-class Conexao {
-  public:
-    explicit Conexao(const QString &arquivo)
-        : nome_("bench-" + QUuid::createUuid().toString(QUuid::WithoutBraces)) {
-        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", nome_);
-        db.setDatabaseName(arquivo);
-        db.open();
-    }
-    ~Conexao() {
-        QSqlDatabase::database(nome_, false).close();
-        QSqlDatabase::removeDatabase(nome_);
-    }
-    QSqlDatabase db() const { return QSqlDatabase::database(nome_, false); }
-
-  private:
-    QString nome_;
-};
-
-// A database made by the program and filled in one transaction through one prepared insert;
-// kept under the build folder, so that later runs only copy it.
-QString base_gerada(const QString &nome, const QString &insercao,
-                    const std::function<QVariantList(int)> &linha, int linhas) {
-    const QString arquivo = pasta_cache() + "/" + nome;
-    if (QFile::exists(arquivo)) return arquivo;
-    QTemporaryDir pasta;
-    {
-        Sessao s(pasta.path());
-        CriaBaseDados(s);
-        Conexao c(pasta.path() + "/VEXA.db");
-        QSqlDatabase db = c.db();
-        db.transaction();
-        QSqlQuery q(db);
-        q.prepare(insercao);
-        for (int i = 1; i <= linhas; ++i) {
-            for (const QVariant &v : linha(i))
-                q.addBindValue(v);
-            q.exec();
-        }
-        q.finish();
-        db.commit();
-    }
-    QFile::copy(pasta.path() + "/VEXA.db", arquivo);
-    return arquivo;
-}
-
 QString base_favorecidos() {
     static const QStringList nomes{"José",      "Maria",  "Ana",   "João",   "Antônio",
                                    "Francisca", "Carlos", "Paulo", "Lúcia",  "Márcia",
@@ -126,14 +80,6 @@ QString base_log() {
         LinhasLog);
 }
 
-// A data folder of the program's with a copy of a generated database (none: a new one).
-void prepara_pasta(const QString &pasta, const QString &base) {
-    QFile::remove(pasta + "/VEXA.db");
-    if (!base.isEmpty()) QFile::copy(base, pasta + "/VEXA.db");
-    Sessao s(pasta);
-    prepara_pasta_dados(s);
-}
-
 double cpu_ms() {
     timespec t{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
@@ -154,11 +100,6 @@ QStringList linhas_sqlite(const QSqlDatabase &db, const QString &sql) {
     while (q.next())
         r.append(q.value(0).toString() + " - " + q.value(1).toString());
     return r;
-}
-
-void linha(const char *oque, double ms, double sqlite, const char *meta) {
-    std::printf("  %-44s %9.1f ms  SQLite %8.1f ms  razão %6.2f  %s\n", oque, ms, sqlite,
-                sqlite > 0 ? ms / sqlite : 0.0, meta);
 }
 
 void mede_cadastro() {

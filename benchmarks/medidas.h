@@ -4,8 +4,10 @@
 // bench process, so that a peak of memory is one measure's alone; generated data kept between
 // runs.
 #include <QByteArray>
+#include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 #include <functional>
 
 namespace vexa::bench {
@@ -34,5 +36,25 @@ long pico_proprio();
 double mediana_ms(int vezes, const std::function<void()> &trabalho);
 // Where generated databases are kept between runs (under the build folder).
 QString pasta_cache();
+
+// A connection of its own, for the generation and for the plain queries.
+class Conexao {
+  public:
+    explicit Conexao(const QString &arquivo);
+    ~Conexao();
+    QSqlDatabase db() const;
+
+  private:
+    QString nome_;
+};
+
+// A database made by the program and filled in one transaction through one prepared insert;
+// kept under the build folder, so that later runs only copy it.
+QString base_gerada(const QString &nome, const QString &insercao,
+                    const std::function<QVariantList(int)> &linha, int linhas);
+// A data folder of the program's with a copy of a generated database (none: a new one).
+void prepara_pasta(const QString &pasta, const QString &base);
+// One line of figures: the program's time, plain SQLite's, their ratio and the target.
+void linha(const char *oque, double ms, double sqlite, const char *meta);
 
 } // namespace vexa::bench
