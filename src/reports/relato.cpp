@@ -115,12 +115,9 @@ void Relato::CarregaListaLog() {
         // cheque while the list still shows them all. Its texts are made as they are shown.
         auto linhas = std::make_shared<RecordSet>(rs.Copia());
         const QStringList campos = linhas->Campos();
-        const int valor = linhas->Coluna("V_CH"), estado = linhas->Coluna("StCancel");
         const int n = linhas->RecordCount();
-        for (int i = 0; i < n; ++i) {
-            const QStringList f = linhas->Linha(i);
-            if (f.value(estado) != "C") Total += centavos(f.value(valor)).value_or(0);
-        }
+        for (const QStringList &f : linhas->Colunas({"V_CH", "StCancel"}))
+            if (f.value(1) != "C") Total += centavos(f.value(0)).value_or(0);
         List1.Itens.fonte(n, [linhas, campos](int i) {
             const QStringList f = linhas->Linha(i);
             QMap<QString, QString> registro;

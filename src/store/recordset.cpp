@@ -59,6 +59,7 @@ bool RecordSet::Abre(const QSqlDatabase &db, const QString &sql, const QVariantL
     QString resto = m.captured(2);
     if (!resto.contains(QStringLiteral("order by"), Qt::CaseInsensitive) && !campos_.isEmpty())
         resto += QStringLiteral(" ORDER BY \"%1\"").arg(campos_.first());
+    resto_ = resto;
     inteira_ = campos_.size() <= CamposEstreita;
     sqlChaves_ = QStringLiteral("SELECT rowid%1 FROM \"%2\"%3")
                      .arg(inteira_ ? ", " + lista_colunas(campos_) : QString(), tabela_, resto);
@@ -108,6 +109,27 @@ bool RecordSet::le_chaves() {
     pos_ = chaves_.isEmpty() ? -1 : 0;
     modo_ = Modo::Nada;
     return true;
+}
+
+QList<QStringList> RecordSet::Colunas(const QStringList &nomes) const {
+    QList<QStringList> linhas;
+    if (!aberto_ || nomes.isEmpty()) return linhas;
+    QSqlQuery q(db_);
+    q.setForwardOnly(true);
+    if (!q.prepare(
+            QStringLiteral("SELECT %1 FROM \"%2\"%3").arg(lista_colunas(nomes), tabela_, resto_)))
+        return linhas;
+    for (const QVariant &v : valores_)
+        q.addBindValue(v);
+    if (!q.exec()) return linhas;
+    linhas.reserve(chaves_.size());
+    while (q.next()) {
+        QStringList linha;
+        for (int c = 0; c < nomes.size(); ++c)
+            linha.append(q.value(c).toString());
+        linhas.append(std::move(linha));
+    }
+    return linhas;
 }
 
 RecordSet RecordSet::Copia() const {

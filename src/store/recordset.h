@@ -68,6 +68,9 @@ class RecordSet {
     QStringList Linha(int i) const;
     // The position of a field in Campos() and in Linha(); -1 for an unknown name.
     int Coluna(const QString &nome) const;
+    // A few fields of every row of the select, in its order, in one pass (a total over a whole
+    // register reads only what it sums).
+    QList<QStringList> Colunas(const QStringList &nomes) const;
 
     // --- editing: AddNew or Edit, then Define the fields, then Update.
     void AddNew();
@@ -89,7 +92,7 @@ class RecordSet {
     void pula_apagados(int passo);
 
     QSqlDatabase db_;
-    QString sql_, tabela_, sqlChaves_;
+    QString sql_, tabela_, sqlChaves_, resto_;
     QVariantList valores_;
     bool aberto_ = false;
     bool inteira_ = false;
