@@ -1,6 +1,6 @@
 #pragma once
 // The base of every screen model: its controls under their own names and indices, its
-// event handlers under VB-style names, and the focus with its leave/enter order.
+// event handlers named control_event, and the focus with its leave/enter order.
 //
 // A focus move from A to B runs, in order: B's Enter, A's LostFocus, B's GotFocus. A
 // handler of the move may call SetFocus: from A's LostFocus, SetFocus(A) keeps the focus on
