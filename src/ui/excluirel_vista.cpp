@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QMainWindow>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
