@@ -11,6 +11,7 @@
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
+#include "reports/relato.h"
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
 #include "ui/aplicacao.h"
@@ -130,6 +131,43 @@ void captura_registros(Sessao &sessao, ui::DesktopQt &desktop) {
     }
 }
 
+// The report of issued cheques, one of them cancelled, with two rows chosen; and the
+// cancelling options opened over it.
+void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
+    if (AbreTabelas(sessao, desktop, 0, 0, 0, 1) == -2) return;
+    RecordSet &rs = Conjunto(sessao, TabLog);
+    const QStringList cheques[] = {
+        {"001", "1234,5", "Maria de Souza", "Santos", "05/03/99", "000123", " "},
+        {"237", "87,9", "Construtora Boa Vista Ltda.", "Curitiba", "12/03/99", "000124", "C"},
+        {"341", "15000,", "Mercado Central do Bairro", "Londrina", "20/03/99", "", " "},
+        {"104", "350,25", "José Conceição Pereira", "Maringá", "02/04/99", "000126", " "}};
+    int n = 0;
+    for (const QStringList &c : cheques) {
+        const QString Index = QString("%1").arg(++n, 10, 10, QChar('0'));
+        rs.AddNew();
+        rs.Define("Index", Index);
+        rs.Define("Codigo", Index.right(5));
+        const QStringList campos = {"Banco", "V_CH", "Favor", "Local", "Data", "NRCH", "StCancel"};
+        for (int i = 0; i < campos.size(); ++i)
+            rs.Define(campos[i], c[i]);
+        rs.Update();
+    }
+    FechaTabelas(sessao, 0, 0, 0, 1);
+    Tela *relato = desktop.Abre(std::make_unique<Relato>(sessao, desktop));
+    if (!relato) return;
+    auto &lista = static_cast<Relato *>(relato)->List1;
+    lista.SetSelected(0, true);
+    lista.SetSelected(2, true);
+    escolhe_linha(*relato, 2);
+    grava(desktop.Janela(*relato), "relato");
+    relato->Clica("SSCommand4");
+    if (Tela *cancela = desktop.Aberta("ExcluiRel")) {
+        grava(desktop.Janela(*cancela), "excluirel");
+        cancela->Unload();
+    }
+    relato->Unload();
+}
+
 } // namespace
 
 int main(int argc, char *argv[]) {
@@ -172,5 +210,6 @@ int main(int argc, char *argv[]) {
     if (Tela *extra = desktop.Aberta("CmpExtra")) grava(desktop.Janela(*extra), "cmpextra");
 
     captura_registros(sessao, desktop);
+    captura_relatorio(sessao, desktop);
     return 0;
 }

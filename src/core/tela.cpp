@@ -65,6 +65,24 @@ bool operator==(const LinhasLista &linhas, const QStringList &textos) {
     return true;
 }
 
+bool Controle::Selected(int i) const {
+    return MultiSelect ? Selecionadas.count(i) != 0 : i >= 0 && i == ListIndex;
+}
+
+void Controle::SetSelected(int i, bool sim) {
+    if (i < 0 || i >= ListCount()) return;
+    if (!MultiSelect) {
+        if (sim)
+            ListIndex = i;
+        else if (ListIndex == i)
+            ListIndex = -1;
+    } else if (sim) {
+        Selecionadas.insert(i);
+    } else {
+        Selecionadas.erase(i);
+    }
+}
+
 RefControle RefControle::de(const QString &texto) {
     static const QRegularExpression re(R"(^([A-Za-z_][A-Za-z0-9_]*)(?:\((\d+)\))?$)");
     const auto m = re.match(texto);

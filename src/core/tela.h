@@ -18,6 +18,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace vexa {
@@ -109,10 +110,19 @@ struct Controle {
     // Asks the view to select the whole text at the next mirror.
     bool SelecionaTudo = false;
 
+    // A list where several rows can be chosen at once: the rows chosen, by position, kept
+    // apart from the rows' texts so that a list over a row source keeps them too. A list
+    // without it has its current row as the one chosen.
+    bool MultiSelect = false;
+    std::set<int> Selecionadas;
+    bool Selected(int i) const;
+    void SetSelected(int i, bool sim);
+
     void AddItem(const QString &item) { Itens.append(item); }
     void Clear() {
         Itens.clear();
         ListIndex = -1;
+        Selecionadas.clear();
     }
     int ListCount() const { return Itens.size(); }
     QString List(int i) const { return Itens.at(i); }

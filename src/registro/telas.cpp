@@ -14,6 +14,7 @@
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
+#include "reports/excluirel.h"
 #include "reports/filtro.h"
 #include "reports/relato.h"
 #include "settings/configura.h"
@@ -43,6 +44,7 @@ const std::map<QString, FabricaTela> &FabricasTelas() {
         {telas::Pesquisa, cria<Pesquisa>},
         {telas::Saida, cria<Saida>},
         {telas::Relato, cria<Relato>},
+        {telas::ExcluiRel, cria<ExcluiRel>},
         {telas::Filtro, cria<Filtro>},
         {telas::ChequeTransf, cria<ChequeTransf>},
         {telas::BancTrans, cria<BancTrans>},

@@ -6,9 +6,12 @@
 #include "registro/telas.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
+#include "reports/listas.h"
 #include "store/tabelas.h"
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace vexa {
 
@@ -59,9 +62,7 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     OpCmd[1].Container = OpCmd01[1].Container = &FrameFormato;
     OpCmd[0].Container = OpCmd01[0].Container = OpCmd02[0].Container = &FrameEnvio;
     Label3.Container = Label4.Container = criar.Container = &FrameGeral;
-    // The printed lists and the cancelling screen are not part of this screen yet.
-    SSCommand1.Enabled = false;
-    SSCommand4.Enabled = false;
+    List1.MultiSelect = true;
     registra("List1", List1);
     registra("Label2", Label2);
     registra("Text1", Text1);
@@ -86,6 +87,7 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     liga("SSCommand1", Evento::Click, [this](int) { SSCommand1_Click(); });
     liga("SSCommand2", Evento::Click, [this](int) { SSCommand2_Click(); });
     liga("SSCommand3", Evento::Click, [this](int) { SSCommand3_Click(); });
+    liga("SSCommand4", Evento::Click, [this](int) { SSCommand4_Click(); });
     liga("SSCommand5", Evento::Click, [this](int) { SSCommand5_Click(); });
     liga("SSCommand6", Evento::Click, [this](int) { SSCommand6_Click(); });
     liga("Elimina", Evento::Click, [this](int) { Elimina_Click(); });
@@ -165,7 +167,7 @@ void Relato::ListaCompletaLog() {
     CarregaListaLog();
 }
 
-void Relato::limpa_detalhe(bool comNumero) {
+void Relato::LimpaDetalhe(bool comNumero) {
     for (int i = 0; i <= 4; ++i)
         Text1[i].Caption.clear();
     if (comNumero) Text1[6].Caption.clear();
@@ -183,6 +185,48 @@ void Relato::SSCommand1_Click() {
                        "    Relatório sem registros");
         return;
     }
+    std::optional<FormatoLista> formato;
+    if (OpCmd01[1].Value)
+        formato = FormatoLista::Compacto;
+    else if (OpCmd[1].Value)
+        formato = FormatoLista::Normal;
+    std::optional<DestinoLista> destino;
+    if (OpCmd[0].Value)
+        destino = DestinoLista::Vexa;
+    else if (OpCmd01[0].Value)
+        destino = DestinoLista::Arquivo;
+    else if (OpCmd02[0].Value)
+        destino = DestinoLista::Windows;
+    if (!formato || !destino) return;
+    // The lists print the rows as the list shows them; the walk moves the chosen row along,
+    // from a list where the row current at the start is no longer chosen.
+    List1.SetSelected(List1.ListIndex, false);
+    EnviaLista(sessao, desktop, List1.Itens.lista(), *formato, *destino, [this](int i) {
+        List1.SetSelected(i, true);
+        List1.SetSelected(i - 1, false);
+        List1.ListIndex = i;
+    });
+    Refresh();
+}
+
+void Relato::SSCommand4_Click() {
+    abre_tela(sessao, desktop, telas::ExcluiRel);
+}
+
+void Relato::RemoveLinhas(const std::set<int> &linhas) {
+    if (linhas.empty()) return;
+    const LinhasLista antes = List1.Itens;
+    auto ficam = std::make_shared<std::vector<int>>();
+    ficam->reserve(size_t(qMax(0, antes.size() - int(linhas.size()))));
+    auto fora = linhas.begin();
+    for (int i = 0; i < antes.size(); ++i) {
+        while (fora != linhas.end() && *fora < i)
+            ++fora;
+        if (fora == linhas.end() || *fora != i) ficam->push_back(i);
+    }
+    List1.Itens.fonte(int(ficam->size()), [antes, ficam](int i) { return antes.at((*ficam)[i]); });
+    List1.Selecionadas.clear();
+    if (List1.ListIndex >= List1.ListCount()) List1.ListIndex = List1.ListCount() - 1;
 }
 
 void Relato::SSCommand2_Click() {
@@ -223,7 +267,7 @@ void Relato::SSCommand3_Click() {
 
 void Relato::SSCommand5_Click() {
     ListaCompletaLog();
-    limpa_detalhe(false);
+    LimpaDetalhe(false);
 }
 
 void Relato::SSCommand6_Click() {
@@ -243,7 +287,7 @@ void Relato::Elimina_Click() {
         rs.Delete();
     }
     ListaCompletaLog();
-    limpa_detalhe(true);
+    LimpaDetalhe(true);
 }
 
 void Relato::criar_Click() {

@@ -6,6 +6,7 @@
 
 #include <QMap>
 #include <QString>
+#include <set>
 
 namespace vexa {
 
@@ -71,10 +72,16 @@ class Relato : public Tela {
     // Drops any filter: the current set is every row of Log again, and the list is refilled.
     void ListaCompletaLog();
 
+    // Empties the shown cheque's bank, amount, payee, city and date, and its number too.
+    void LimpaDetalhe(bool comNumero);
+    // Takes these rows out of the list in one go; the rows after them move up.
+    void RemoveLinhas(const std::set<int> &linhas);
+
     void List1_Click();
     void SSCommand1_Click();
     void SSCommand2_Click();
     void SSCommand3_Click();
+    void SSCommand4_Click();
     void SSCommand5_Click();
     void SSCommand6_Click();
     void Elimina_Click();
@@ -83,7 +90,6 @@ class Relato : public Tela {
   private:
     // The database could be opened at the load.
     bool aberta_ = false;
-    void limpa_detalhe(bool comNumero);
 };
 
 } // namespace vexa

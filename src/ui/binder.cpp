@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -21,6 +22,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <map>
+#include <set>
 
 namespace vexa::ui {
 
@@ -48,7 +50,7 @@ bool mesmo_estado(const Controle &a, const Controle &b) {
            a.MaxLength == b.MaxLength && a.Itens.versao() == b.Itens.versao() &&
            a.ListIndex == b.ListIndex && a.Picture == b.Picture && a.ForeColor == b.ForeColor &&
            a.BackColor == b.BackColor && a.ToolTipText == b.ToolTipText &&
-           a.SelecionaTudo == b.SelecionaTudo;
+           a.SelecionaTudo == b.SelecionaTudo && a.Selecionadas == b.Selecionadas;
 }
 
 // A list's rows as a Qt model: the count when the rows last changed, and the text of a row
@@ -74,6 +76,48 @@ class ModeloLista : public QAbstractListModel {
     quint64 versao_ = 0;
     int conta_ = 0;
 };
+// A list where the operator chooses several rows; its rows chosen mirror the model's
+// Selecionadas, its current row the model's ListIndex.
+bool varias_linhas(const QListView &lv) {
+    return lv.selectionMode() == QAbstractItemView::ExtendedSelection ||
+           lv.selectionMode() == QAbstractItemView::MultiSelection;
+}
+
+std::set<int> linhas_escolhidas(const QListView &lv) {
+    std::set<int> linhas;
+    for (const QItemSelectionRange &r : lv.selectionModel()->selection())
+        for (int i = r.top(); i <= r.bottom(); ++i)
+            linhas.insert(linhas.end(), i);
+    return linhas;
+}
+
+void espelha_escolhidas(QListView &lv, const Controle &c) {
+    QItemSelectionModel &sel = *lv.selectionModel();
+    const int atual = lv.currentIndex().isValid() ? lv.currentIndex().row() : -1;
+    if (atual != c.ListIndex) {
+        if (c.ListIndex < 0) {
+            sel.setCurrentIndex(QModelIndex(), QItemSelectionModel::NoUpdate);
+        } else {
+            const QModelIndex i = lv.model()->index(c.ListIndex, 0);
+            sel.setCurrentIndex(i, QItemSelectionModel::NoUpdate);
+            lv.scrollTo(i);
+        }
+    }
+    if (linhas_escolhidas(lv) == c.Selecionadas) return;
+    // Runs of rows become one range each, so a whole list chosen is one range.
+    QItemSelection escolha;
+    for (auto i = c.Selecionadas.begin(); i != c.Selecionadas.end();) {
+        const int inicio = *i;
+        int fim = inicio;
+        while (++i != c.Selecionadas.end() && *i == fim + 1)
+            ++fim;
+        const int conta = lv.model()->rowCount();
+        if (inicio >= conta) break;
+        escolha.select(lv.model()->index(inicio, 0), lv.model()->index(qMin(fim, conta - 1), 0));
+    }
+    sel.select(escolha, QItemSelectionModel::ClearAndSelect);
+}
+
 } // namespace
 
 Binder::Binder(Tela &tela, QWidget *raiz) : QObject(raiz), tela_(tela), raiz_(raiz) {
@@ -204,6 +248,12 @@ void Binder::liga(QObject *obj, const RefControle &ref, Controle *c) {
                         tela_.Dispara(ref, Evento::Click);
                     });
                 });
+        if (varias_linhas(*lv))
+            connect(lv->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                    [this, n, c, lv] {
+                        if (espelhando_) return;
+                        do_widget(n, [c, lv] { c->Selecionadas = linhas_escolhidas(*lv); });
+                    });
         connect(lv, &QListView::doubleClicked, this, [this, n, ref, c](const QModelIndex &i) {
             const int linha = i.row();
             do_widget(n, [this, ref, c, linha] {
@@ -362,7 +412,10 @@ void Binder::espelha_um(const Ligacao &l) {
     } else if (auto *lv = qobject_cast<QListView *>(w)) {
         if (auto *modelo = dynamic_cast<ModeloLista *>(lv->model())) modelo->atualiza();
         const int atual = lv->currentIndex().isValid() ? lv->currentIndex().row() : -1;
-        if (atual != c->ListIndex || (c->ListIndex < 0 && lv->selectionModel()->hasSelection())) {
+        if (varias_linhas(*lv)) {
+            espelha_escolhidas(*lv, *c);
+        } else if (atual != c->ListIndex ||
+                   (c->ListIndex < 0 && lv->selectionModel()->hasSelection())) {
             if (c->ListIndex < 0) {
                 lv->selectionModel()->clear();
             } else {

@@ -12,6 +12,7 @@ void CriaVistaCidade(Tela &tela, QMainWindow &janela);
 void CriaVistaPesquisa(Tela &tela, QMainWindow &janela);
 void CriaVistaSaida(Tela &tela, QMainWindow &janela);
 void CriaVistaRelato(Tela &tela, QMainWindow &janela);
+void CriaVistaExcluiRel(Tela &tela, QMainWindow &janela);
 void CriaVistaFiltro(Tela &tela, QMainWindow &janela);
 void CriaVistaChequeTransf(Tela &tela, QMainWindow &janela);
 void CriaVistaBancTrans(Tela &tela, QMainWindow &janela);
@@ -33,6 +34,7 @@ const std::map<QString, FabricaVista> &FabricasVistas() {
         {telas::Pesquisa, CriaVistaPesquisa},
         {telas::Saida, CriaVistaSaida},
         {telas::Relato, CriaVistaRelato},
+        {telas::ExcluiRel, CriaVistaExcluiRel},
         {telas::Filtro, CriaVistaFiltro},
         {telas::ChequeTransf, CriaVistaChequeTransf},
         {telas::BancTrans, CriaVistaBancTrans},

@@ -1,9 +1,13 @@
 #include "cheque/main.h"
 #include "registers/registros_apoio.h"
+#include "registro/telas.h"
+#include "reports/excluirel.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
+#include "reports/listas.h"
 #include "reports/relato.h"
 
+#include <QDir>
 #include <QFile>
 
 using namespace vexa;
@@ -135,7 +139,6 @@ TEST_F(TelaRelato, ListaVaziaTotalZero) {
     EXPECT_EQ(r.List1.ListCount(), 0);
     EXPECT_EQ(r.Text1[5].Caption, "0,00");
     r.Clica("SSCommand1");
-    r.SSCommand1_Click();
     ASSERT_EQ(d.Mensagens.size(), 1);
     EXPECT_EQ(d.Mensagens[0].Texto,
               "Não é possivel enviar relatório!\rNenhum registro encontrado!");
@@ -417,6 +420,283 @@ TEST_F(TelaRelato, ReimprimirCanceladoPerguntaEBancoSumidoRecusa) {
     EXPECT_EQ(d.Mensagens.last().Texto, "Banco inexistente, não é possível re-imprimir!");
     EXPECT_EQ(d.Mensagens.last().Titulo, "Erro");
     EXPECT_EQ(d.Mensagens.last().Icone_, Icone::Exclamacao);
+}
+
+// --- sending the list from the screen
+
+class EnvioPelaTela : public TelaRelato {
+  protected:
+    int folhas() { return int(QDir(imp().PastaPapel()).entryList({"*.txt"}, QDir::Files).size()); }
+};
+
+TEST_F(EnvioPelaTela, ImpressoraRecebeAsFolhasEAListaAcompanha) {
+    grava_exemplo();
+    Relato &r = relato();
+    EXPECT_TRUE(r.SSCommand1.Enabled);
+    r.List1.ListIndex = 1;
+    r.List1.SetSelected(0, true);
+    r.List1.SetSelected(1, true);
+    d.Respostas = {Resposta::OK};
+    r.Clica("SSCommand1");
+    EXPECT_EQ(d.Textos(), QStringList{"Insira o Documento."});
+    EXPECT_EQ(folhas(), 1);
+    // The walk ends on the last row, chosen alone, and the rows chosen before stay as they
+    // were left by it: the first was chosen before the walk and deselected along it.
+    EXPECT_EQ(r.List1.ListIndex, 2);
+    EXPECT_EQ(r.List1.Selecionadas, (std::set<int>{2}));
+}
+
+TEST_F(EnvioPelaTela, ArquivoGravaOsBytesDaListaComoMostrada) {
+    grava_exemplo();
+    Relato &r = relato();
+    r.Clica("OpCmd01", 0); // Arquivo
+    r.Clica("OpCmd01", 1); // Compacto
+    d.CaminhoSalvar = pasta.path() + "/lista";
+    r.Clica("SSCommand1");
+    QFile f(pasta.path() + "/lista.txt");
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QString esperado = EnviosLista(r.List1.Itens.lista(), FormatoLista::Compacto,
+                                         DestinoLista::Arquivo, s.Hoje6, s.ChequesPorPagina)
+                                 .join(QString());
+    EXPECT_EQ(f.readAll(), "\xEF\xBB\xBF" + esperado.toUtf8());
+    EXPECT_TRUE(esperado.contains("C|"));
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    EXPECT_EQ(imp().Chamadas(), QStringList());
+}
+
+TEST_F(EnvioPelaTela, ImpressoraDoSistemaPaginaPelaConfiguracao) {
+    grava_exemplo();
+    s.ChequesPorPagina = 2;
+    Relato &r = relato();
+    r.Clica("OpCmd02", 0);
+    r.Clica("SSCommand1");
+    ASSERT_EQ(d.Impressos.size(), 1);
+    EXPECT_EQ(d.Impressos[0].Paginas.size(), 2);
+    EXPECT_EQ(imp().Chamadas(), QStringList());
+}
+
+// --- cancelling
+
+class Cancelamento : public TelaRelato {
+  protected:
+    // The keys of the cheques marked cancelled in the register (the current set becomes the
+    // whole register).
+    QStringList cancelados() {
+        QStringList c;
+        EXPECT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
+        RecordSet &rs = Conjunto(s, TabLog);
+        for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
+            if (rs.Campo("StCancel") == "C") c << rs.Campo("Index");
+        c.sort();
+        return c;
+    }
+    ExcluiRel &cancelamento(Relato &r) {
+        r.Clica("SSCommand4");
+        auto *e = dynamic_cast<ExcluiRel *>(d.Aberta(telas::ExcluiRel));
+        EXPECT_NE(e, nullptr);
+        return *e;
+    }
+    // Sets the options as the operator clicks them.
+    static void escolhe(ExcluiRel &e, int cheques, bool impressora, bool banco) {
+        e.Clica("RadioBox01", cheques);
+        if ((e.CheckBox01[0].Value != 0) != impressora) e.Clica("CheckBox01", 0);
+        if ((e.CheckBox01[1].Value != 0) != banco) e.Clica("CheckBox01", 1);
+        ASSERT_EQ(e.RadioBox01[cheques].Value, 1);
+    }
+};
+
+TEST_F(Cancelamento, OpcoesComecamNoChequeSelecionadoEImpressoraOSubstitui) {
+    Relato &r = relato();
+    ExcluiRel &e = cancelamento(r);
+    EXPECT_EQ(e.Caption, "Opções de Cancelamento");
+    EXPECT_EQ(e.RadioBox01[2].Value, 1);
+    EXPECT_EQ(e.RadioBox01[0].Value + e.RadioBox01[1].Value, 0);
+    EXPECT_EQ(e.CheckBox01[1].Value, 1);
+    EXPECT_EQ(e.CheckBox01[0].Value, 0);
+
+    e.Clica("CheckBox01", 0);
+    EXPECT_EQ(e.RadioBox01[0].Value, 1);
+    EXPECT_EQ(e.RadioBox01[2].Value, 0);
+    EXPECT_EQ(e.CheckBox01[0].Value, 1);
+
+    e.Clica("RadioBox01", 2);
+    EXPECT_EQ(e.CheckBox01[0].Value, 0);
+    EXPECT_EQ(e.RadioBox01[0].Value, 0);
+
+    // With "Todos" the printer may be ticked and the choice stays.
+    e.Clica("RadioBox01", 1);
+    e.Clica("CheckBox01", 0);
+    EXPECT_EQ(e.RadioBox01[1].Value, 1);
+    EXPECT_EQ(e.CheckBox01[0].Value, 1);
+    // The report stays usable while the options are open.
+    EXPECT_FALSE(r.Descarregada());
+}
+
+struct Confirmacao {
+    const char *caso;
+    friend void PrintTo(const Confirmacao &c, std::ostream *os) { *os << c.caso; }
+    int cheques; // 2 selected, 0 last, 1 all
+    bool impressora, banco;
+    QStringList chamadas;
+    QStringList cancelados; // in the register afterwards (0000000002 was already)
+    QStringList mostrados;  // the report's list afterwards
+};
+class ConfirmaCancelamento : public Cancelamento,
+                             public ::testing::WithParamInterface<Confirmacao> {};
+
+const QStringList porta_u = {"IniciaPorta(COM2)", "CancelaRel(u)", "FechaPorta()"};
+const QStringList porta_todos = {"IniciaPorta(COM2)", "CancelaRel(*)", "FechaPorta()"};
+const QStringList tres = {"0000000001", "0000000002", "0000000003"};
+
+TEST_P(ConfirmaCancelamento, MarcaChamaEReenche) {
+    const Confirmacao &c = GetParam();
+    grava_exemplo();
+    Relato &r = relato();
+    // Rows 1 and 3 chosen, the third current.
+    r.List1.SetSelected(0, true);
+    r.List1.SetSelected(2, true);
+    r.List1.ListIndex = 2;
+    r.List1_Click();
+    imp().LimpaChamadas();
+    ExcluiRel &e = cancelamento(r);
+    escolhe(e, c.cheques, c.impressora, c.banco);
+    e.Clica("BtnCmd", 0);
+    EXPECT_TRUE(e.Descarregada());
+    EXPECT_EQ(d.Aberta(telas::ExcluiRel), nullptr);
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    EXPECT_EQ(imp().Chamadas(), c.chamadas);
+    EXPECT_EQ(indices(r), c.mostrados);
+    for (int i = 0; i < r.List1.ListCount(); ++i)
+        EXPECT_EQ(r.List1.List(i).startsWith("C |"), c.cancelados.contains(indices(r)[i])) << i;
+    EXPECT_EQ(cancelados(), c.cancelados);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Combinacoes, ConfirmaCancelamento,
+    ::testing::Values(
+        // "Cheque selecionado" marks every row chosen and ends with the complete list.
+        Confirmacao{"selecionado_banco", 2, false, true, {}, tres, tres},
+        Confirmacao{"selecionado_nada", 2, false, false, {}, {"0000000002"}, {"0000000003"}},
+        // "Último enviado" and "Todos" leave the set on the cheque marked last.
+        Confirmacao{
+            "ultimo_banco", 0, false, true, {}, {"0000000002", "0000000003"}, {"0000000003"}},
+        Confirmacao{"ultimo_impressora", 0, true, false, porta_u, {"0000000002"}, {"0000000003"}},
+        Confirmacao{
+            "ultimo_ambos", 0, true, true, porta_u, {"0000000002", "0000000003"}, {"0000000003"}},
+        Confirmacao{"todos_banco", 1, false, true, {}, tres, {"0000000003"}},
+        Confirmacao{
+            "todos_impressora", 1, true, false, porta_todos, {"0000000002"}, {"0000000003"}},
+        Confirmacao{"todos_ambos", 1, true, true, porta_todos, tres, {"0000000003"}}),
+    [](const auto &info) { return std::string(info.param.caso); });
+
+TEST_F(Cancelamento, ImpressoraSoNaoMudaOConjuntoNemALista) {
+    grava_exemplo();
+    Relato &r = relato();
+    ExcluiRel &e = cancelamento(r);
+    escolhe(e, 1, true, false);
+    e.Clica("BtnCmd", 0);
+    EXPECT_EQ(indices(r), tres);
+    EXPECT_EQ(r.Text1[5].Caption, "1.334,49");
+}
+
+TEST_F(Cancelamento, CanceladosSaemDosTotaisEFicamNaListaCompleta) {
+    grava_exemplo();
+    Relato &r = relato();
+    r.List1.SetSelected(0, true);
+    r.List1.ListIndex = 0;
+    cancelamento(r).Clica("BtnCmd", 0);
+    EXPECT_EQ(indices(r), tres);
+    EXPECT_EQ(r.Text1[5].Caption, "99,99");
+    EXPECT_EQ(r.Text1[0].Caption, "");
+    // Marking an already cancelled cheque again changes nothing.
+    r.List1.SetSelected(1, true);
+    r.List1.ListIndex = 1;
+    cancelamento(r).Clica("BtnCmd", 0);
+    EXPECT_EQ(cancelados(), (QStringList{"0000000001", "0000000002"}));
+    EXPECT_EQ(r.Text1[5].Caption, "99,99");
+}
+
+TEST_F(Cancelamento, ChequeSelecionadoSemLinhaAtualSoRefaz) {
+    grava_exemplo();
+    Relato &r = relato();
+    // A row chosen but none current: nothing is marked.
+    r.List1.SetSelected(0, true);
+    cancelamento(r).Clica("BtnCmd", 0);
+    EXPECT_EQ(cancelados(), QStringList{"0000000002"});
+    // A current row that is not chosen: nothing is marked either, the list is refilled.
+    r.List1.ListIndex = 0;
+    r.List1_Click();
+    cancelamento(r).Clica("BtnCmd", 0);
+    EXPECT_EQ(cancelados(), QStringList{"0000000002"});
+    EXPECT_EQ(indices(r), tres);
+    EXPECT_EQ(r.Text1[0].Caption, "");
+}
+
+TEST_F(Cancelamento, CancelarFechaSemNada) {
+    grava_exemplo();
+    Relato &r = relato();
+    r.List1.SetSelected(0, true);
+    r.List1.ListIndex = 0;
+    ExcluiRel &e = cancelamento(r);
+    e.Clica("BtnCmd", 1);
+    EXPECT_TRUE(e.Descarregada());
+    EXPECT_EQ(cancelados(), QStringList{"0000000002"});
+}
+
+TEST_F(Cancelamento, TodosSoAsLinhasDoFiltro) {
+    grava_exemplo();
+    Relato &r = relato();
+    MontaFiltroLog(s, d, "", "", "", "", "", "", "Santos", "");
+    ASSERT_EQ(indices(r), QStringList{"0000000003"});
+    ExcluiRel &e = cancelamento(r);
+    escolhe(e, 1, false, true);
+    e.Clica("BtnCmd", 0);
+    EXPECT_EQ(cancelados(), (QStringList{"0000000002", "0000000003"}));
+}
+
+TEST_F(Cancelamento, ChequeQueSumiuAvisaEOsOutrosSeguem) {
+    grava_exemplo();
+    Relato &r = relato();
+    for (int i = 0; i < 3; ++i)
+        r.List1.SetSelected(i, true);
+    r.List1.ListIndex = 0;
+    // The first cheque leaves the register behind the list's back.
+    ASSERT_EQ(ExisteCodigo(s, "0000000001", TabLog), 1);
+    Conjunto(s, TabLog).MoveFirst();
+    Conjunto(s, TabLog).Delete();
+    cancelamento(r).Clica("BtnCmd", 0);
+    EXPECT_EQ(d.Textos(), QStringList{"Cheque nao registrado!"});
+    EXPECT_EQ(cancelados(), (QStringList{"0000000002", "0000000003"}));
+    EXPECT_EQ(indices(r), (QStringList{"0000000002", "0000000003"}));
+}
+
+TEST_F(Cancelamento, RelatorioDaImpressoraPerdeOUltimoEDepoisTodos) {
+    grava_exemplo();
+    ASSERT_EQ(imp().IniciaPorta("COM2"), 1);
+    for (const char *favorecido : {"Maria", "João", "Ana"})
+        ASSERT_EQ(imp().ImprimeCheque("237", "1,00", favorecido, "Santos", "01/01/25", ""),
+                  Simulador::Feito);
+    imp().FechaPorta();
+    Relato &r = relato();
+    ExcluiRel &e = cancelamento(r);
+    escolhe(e, 0, true, false);
+    e.Clica("BtnCmd", 0);
+    auto estados = [this] {
+        QList<bool> c;
+        for (const auto &i : imp().Relatorio())
+            c << i.Cancelado;
+        return c;
+    };
+    EXPECT_EQ(estados(), (QList<bool>{false, false, true}));
+    ExcluiRel &u = cancelamento(r);
+    escolhe(u, 0, true, false);
+    u.Clica("BtnCmd", 0);
+    EXPECT_EQ(estados(), (QList<bool>{false, true, true}));
+    ExcluiRel &t = cancelamento(r);
+    escolhe(t, 1, true, false);
+    t.Clica("BtnCmd", 0);
+    EXPECT_EQ(estados(), (QList<bool>{true, true, true}));
+    EXPECT_EQ(cancelados(), QStringList{"0000000002"});
 }
 
 } // namespace
