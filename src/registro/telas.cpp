@@ -17,6 +17,7 @@
 #include "reports/filtro.h"
 #include "reports/relato.h"
 #include "settings/configura.h"
+#include "settings/opsoft.h"
 #include "settings/sobre.h"
 
 namespace vexa {
@@ -51,6 +52,7 @@ const std::map<QString, FabricaTela> &FabricasTelas() {
         {telas::AjusteScript, cria<AjusteScript>},
         {telas::CmpCopia, cria<CmpCopia>},
         {telas::Configura, cria<Configura>},
+        {telas::OpSoft, cria<OpSoft>},
         {telas::Sobre, cria<Sobre>},
     };
     return fabricas;
