@@ -11,6 +11,7 @@
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
+#include "registro/telas.h"
 #include "reports/relato.h"
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
@@ -168,6 +169,30 @@ void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
     relato->Unload();
 }
 
+// The settings screens, the About screen and the help's contents page.
+void captura_configuracoes(Sessao &sessao, ui::DesktopQt &desktop) {
+    if (Tela *configura = desktop.Abre(cria_tela(telas::Configura, sessao, desktop))) {
+        grava(desktop.Janela(*configura), "configura");
+        configura->Unload();
+    }
+    if (Tela *opsoft = desktop.Abre(cria_tela(telas::OpSoft, sessao, desktop))) {
+        grava(desktop.Janela(*opsoft), "opsoft");
+        opsoft->Unload();
+    }
+    // Past the start's first seconds, as the operator opens it from the menu.
+    sessao.FaseInicio = 0;
+    if (Tela *sobre = desktop.Abre(cria_tela(telas::Sobre, sessao, desktop))) {
+        grava(desktop.Janela(*sobre), "sobre");
+        sobre->Unload();
+    }
+    desktop.Ajuda("Conteudo");
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (w->objectName() == "Ajuda" && w->isVisible()) {
+            grava(w, "ajuda-conteudo");
+            w->close();
+        }
+}
+
 } // namespace
 
 int main(int argc, char *argv[]) {
@@ -211,5 +236,6 @@ int main(int argc, char *argv[]) {
 
     captura_registros(sessao, desktop);
     captura_relatorio(sessao, desktop);
+    captura_configuracoes(sessao, desktop);
     return 0;
 }

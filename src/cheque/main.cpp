@@ -180,8 +180,6 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     Opcoes[5].Enabled = ch_pr.Enabled;
     Opcoes[6].Enabled = CopiaCheque.Enabled;
     Opcoes[7].Enabled = Imp_ChequeTransf.Enabled;
-    // The help text comes with the settings screens.
-    Topicos.Enabled = false;
 }
 
 Main::~Main() {
@@ -303,7 +301,7 @@ void Main::Timer1_Timer() {
         sessao.FaseInicio = 0;
         Timer1.Interval = 10000;
         if (Tela *sobre = desktop.Aberta(telas::Sobre)) sobre->Unload();
-        PrimeiraVez(sessao, desktop);
+        PrimeiraVez(sessao, desktop, [this] { abre(telas::Configura); });
     }
     if (sessao.FaseInicio == 1) sessao.FaseInicio = 2;
     const QString figura = sessao.CaminhoApp + (sessao.MostraLogo ? "/Qorna.bmp" : "/tolg01.bmp");

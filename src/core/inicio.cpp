@@ -45,7 +45,7 @@ void LeOpcoesNumericas(Sessao &s) {
     s.ChequesPorPagina = s.LeNumero("Opcoes", "NumChkPgRel", 55);
 }
 
-void PrimeiraVez(Sessao &s, Desktop &d) {
+void PrimeiraVez(Sessao &s, Desktop &d, const AbreConfiguracao &abreConfiguracao) {
     if (Val(LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "")) != 1) return;
     const Resposta r = d.MsgBox("Para o correto funcionamento entre a impressora e o aplicativo,\n"
                                 "verifique o cabo de conexão e pressione <ok> para acertar a "
@@ -54,11 +54,11 @@ void PrimeiraVez(Sessao &s, Desktop &d) {
     if (r != Resposta::OK) return;
     d.MsgBox("Obs.: Caso altere a porta de comunicação, favor reiniciar aplicativo!", Botoes::OK,
              "Configuração da Vexa");
-    ExecutaConfiguracao(s, d);
+    ExecutaConfiguracao(s, d, abreConfiguracao);
     LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "*%*");
 }
 
-int ExecutaConfiguracao(Sessao &s, Desktop &d) {
+int ExecutaConfiguracao(Sessao &s, Desktop &d, const AbreConfiguracao &abreConfiguracao) {
     // The configuration program is the printer maker's own; it is looked for beside the
     // data and beside the program, and started in a window of its own.
     const QStringList lugares = {s.CaminhoApp, QCoreApplication::applicationDirPath()};
@@ -67,8 +67,12 @@ int ExecutaConfiguracao(Sessao &s, Desktop &d) {
         if (programa.exists() && QProcess::startDetached(programa.absoluteFilePath(), {}, pasta))
             return 1;
     }
-    d.MsgBox(QStringLiteral("Aplicativo \"%1\" não encontrado!\n").arg(ProgramaConfiguracao),
-             Botoes::OKCancel, "Vexa not found!", Icone::Informacao);
+    const Resposta r =
+        d.MsgBox(QStringLiteral("Aplicativo \"%1\" não encontrado!\n").arg(ProgramaConfiguracao),
+                 Botoes::OKCancel, "Vexa not found!", Icone::Informacao);
+    // Without the maker's program the operator still gets to the port and the printer's
+    // settings: the program's own screen for them.
+    if (r == Resposta::OK && abreConfiguracao) abreConfiguracao();
     return 1;
 }
 

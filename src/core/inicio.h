@@ -4,6 +4,8 @@
 #include "core/desktop.h"
 #include "core/sessao.h"
 
+#include <functional>
+
 namespace vexa {
 
 // The settings part of the start-up, in its order: paths and names, the report box (returned:
@@ -14,10 +16,15 @@ bool IniciaConfiguracoes(Sessao &s);
 // The cheque-number obligation and the cheques per page of the printed lists.
 void LeOpcoesNumericas(Sessao &s);
 
+// What the program offers instead when the configuration program isn't there: its own
+// configuration screen. The start hands it in, so that the start knows no screen.
+using AbreConfiguracao = std::function<void()>;
+
 // The first-run message, about five seconds after the start.
-void PrimeiraVez(Sessao &s, Desktop &d);
-// Brings up the printer maker's configuration program. Result 1.
-int ExecutaConfiguracao(Sessao &s, Desktop &d);
+void PrimeiraVez(Sessao &s, Desktop &d, const AbreConfiguracao &abreConfiguracao = {});
+// Brings up the printer maker's configuration program; when it isn't there, OK on the message
+// that says so opens abreConfiguracao. Result 1.
+int ExecutaConfiguracao(Sessao &s, Desktop &d, const AbreConfiguracao &abreConfiguracao = {});
 // The name of the configuration program, looked for in the data folder and beside the
 // program.
 inline constexpr const char *ProgramaConfiguracao = "VEXACFG.EXE";

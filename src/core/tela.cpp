@@ -159,6 +159,7 @@ bool Tela::Focavel(const Controle &c) {
     case TipoControle::Lista:
     case TipoControle::Combo:
     case TipoControle::Forma:
+    case TipoControle::Rolagem:
         return c.Enabled && c.Visible;
     default:
         return false;
@@ -191,6 +192,20 @@ void Tela::Digita(const QString &nome, int index, const QString &texto) {
     QString t = texto;
     if (c->MaxLength > 0 && t.size() > c->MaxLength) t.truncate(c->MaxLength);
     c->Text = t;
+    Dispara(r, Evento::Change);
+}
+
+void Tela::Rola(const QString &nome, int index, int valor) {
+    const RefControle r{nome, index};
+    Controle *c = controle(r);
+    if (!c || !c->Enabled || !c->Visible) return;
+    if (!(foco_ == r)) {
+        SetFocus(r);
+        if (!(foco_ == r)) return;
+    }
+    const int v = qBound(qMin(c->Min, c->Max), valor, qMax(c->Min, c->Max));
+    if (v == c->Value) return;
+    c->Value = v;
     Dispara(r, Evento::Change);
 }
 

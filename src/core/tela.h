@@ -79,6 +79,7 @@ enum class TipoControle {
     Temporizador, // a timer: Interval in milliseconds, Enabled
     Imagem,       // a picture: Picture is a file path
     Forma,        // a drawn box on a picture, placed by Left/Top/Width/Height
+    Rolagem,      // a vertical scroll bar: Value within Min..Max
 };
 
 // Colours are stored as the classic RGB value (red in the low byte).
@@ -103,6 +104,8 @@ struct Controle {
     qint32 ForeColor = SemCor;
     qint32 BackColor = SemCor;
     int Left = 0, Top = 0, Width = 0, Height = 0;
+    // A scroll bar's range.
+    int Min = 0, Max = 32767;
     QString ToolTipText;
     // The frame the control lies in (null: the window itself). Option buttons in one frame
     // are one group: choosing one clears the others there, and only there.
@@ -171,6 +174,14 @@ struct Imagem : Controle {
 };
 struct Forma : Controle {
     Forma(QString caption = {}) : Controle(TipoControle::Forma, caption) {}
+};
+
+struct Rolagem : Controle {
+    Rolagem(int min = 0, int max = 32767) : Controle(TipoControle::Rolagem) {
+        Min = min;
+        Max = max;
+        Value = min;
+    }
 };
 
 // A control array: controls addressed by index, with gaps where the screen has none.
@@ -266,6 +277,9 @@ class Tela {
     void Clica(const QString &nome, int index = -1);
     // The operator types over a text box: the text changes and Change runs.
     void Digita(const QString &nome, int index, const QString &texto);
+    // The operator moves a scroll bar: the focus goes to it, its Value becomes valor held to
+    // Min..Max, and Change runs.
+    void Rola(const QString &nome, int index, int valor);
     // A key pressed in the control that has the focus; returns the key code after the
     // handlers (0 when swallowed).
     int Tecla(int keyCode, int shift = 0);

@@ -18,6 +18,7 @@
 #include "reports/filtro.h"
 #include "reports/relato.h"
 #include "settings/configura.h"
+#include "settings/opsoft.h"
 #include "settings/sobre.h"
 
 namespace vexa {
@@ -53,6 +54,7 @@ const std::map<QString, FabricaTela> &FabricasTelas() {
         {telas::AjusteScript, cria<AjusteScript>},
         {telas::CmpCopia, cria<CmpCopia>},
         {telas::Configura, cria<Configura>},
+        {telas::OpSoft, cria<OpSoft>},
         {telas::Sobre, cria<Sobre>},
     };
     return fabricas;

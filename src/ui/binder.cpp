@@ -19,6 +19,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTimer>
 #include <QWidget>
 #include <map>
@@ -50,7 +51,8 @@ bool mesmo_estado(const Controle &a, const Controle &b) {
            a.MaxLength == b.MaxLength && a.Itens.versao() == b.Itens.versao() &&
            a.ListIndex == b.ListIndex && a.Picture == b.Picture && a.ForeColor == b.ForeColor &&
            a.BackColor == b.BackColor && a.ToolTipText == b.ToolTipText &&
-           a.SelecionaTudo == b.SelecionaTudo && a.Selecionadas == b.Selecionadas;
+           a.SelecionaTudo == b.SelecionaTudo && a.Selecionadas == b.Selecionadas &&
+           a.Min == b.Min && a.Max == b.Max;
 }
 
 // A list's rows as a Qt model: the count when the rows last changed, and the text of a row
@@ -277,6 +279,13 @@ void Binder::liga(QObject *obj, const RefControle &ref, Controle *c) {
                     tela_.Dispara(ref, Evento::Change);
                 });
             });
+    } else if (auto *sb = qobject_cast<QScrollBar *>(obj)) {
+        // The bar moved by the operator takes the model's road; a value mirrored from the
+        // model runs nothing.
+        connect(sb, &QScrollBar::valueChanged, this, [this, n, ref](int v) {
+            if (espelhando_) return;
+            do_widget(n, [this, ref, v] { tela_.Rola(ref.Nome, ref.Index, v); });
+        });
     } else if (auto *a = qobject_cast<QAction *>(obj)) {
         connect(a, &QAction::triggered, this, [this, n, c, a](bool marcado) {
             if (c->Enabled && a->isCheckable()) c->Value = marcado ? 1 : 0;
@@ -437,6 +446,10 @@ void Binder::espelha_um(const Ligacao &l) {
         } else if (co->currentIndex() != c->ListIndex) {
             co->setCurrentIndex(c->ListIndex);
         }
+    } else if (auto *sb = qobject_cast<QScrollBar *>(w)) {
+        if (sb->minimum() != qMin(c->Min, c->Max) || sb->maximum() != qMax(c->Min, c->Max))
+            sb->setRange(qMin(c->Min, c->Max), qMax(c->Min, c->Max));
+        if (sb->value() != c->Value) sb->setValue(c->Value);
     } else if (auto *g = qobject_cast<QGroupBox *>(w)) {
         if (g->title() != c->Caption) g->setTitle(c->Caption);
     } else if (auto *pb = qobject_cast<QProgressBar *>(w)) {

@@ -3,10 +3,12 @@
 #include "ui/binder.h"
 #include "ui/vistas.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileDialog>
 #include <QFontDatabase>
 #include <QMainWindow>
@@ -17,7 +19,9 @@
 #include <QPrinterInfo>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QTextBrowser>
+#include <QToolBar>
 
 namespace vexa::ui {
 
@@ -275,15 +279,79 @@ int DesktopQt::ImprimePaginas(QPrinter &impressora, const DocumentoImpressao &do
     return 0;
 }
 
+namespace {
+
+const QString PastaAjuda = QStringLiteral(":/ajuda/");
+const QString TituloAjuda = QStringLiteral("Ajuda do Software Vexa Plus");
+
+// The page of a topic: "Conteudo" is the contents page, any other topic the page of its name;
+// a topic without a page of its own opens the contents.
+QUrl pagina_ajuda(const QString &topico) {
+    const QString pagina = topico.trimmed().toLower() + ".html";
+    const bool existe = !topico.trimmed().isEmpty() && QFile::exists(PastaAjuda + pagina);
+    return QUrl("qrc" + PastaAjuda + (existe ? pagina : QStringLiteral("conteudo.html")));
+}
+
+// The help: the pages shipped with the program, with the way back and forward between them
+// and the way home to the contents. One window for the whole run.
+class JanelaAjuda : public QMainWindow {
+  public:
+    JanelaAjuda() {
+        setObjectName("Ajuda");
+        setAttribute(Qt::WA_DeleteOnClose);
+        texto_ = new QTextBrowser(this);
+        texto_->setObjectName("Texto");
+        texto_->setOpenExternalLinks(true);
+        setCentralWidget(texto_);
+
+        auto *barra = addToolBar("Navegação");
+        barra->setObjectName("Navegacao");
+        barra->setMovable(false);
+        barra->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        auto *voltar = barra->addAction(style()->standardIcon(QStyle::SP_ArrowBack), "&Voltar");
+        voltar->setObjectName("Voltar");
+        voltar->setShortcut(QKeySequence::Back);
+        auto *avancar =
+            barra->addAction(style()->standardIcon(QStyle::SP_ArrowForward), "&Avançar");
+        avancar->setObjectName("Avancar");
+        avancar->setShortcut(QKeySequence::Forward);
+        auto *conteudo =
+            barra->addAction(style()->standardIcon(QStyle::SP_DirHomeIcon), "&Conteúdo");
+        conteudo->setObjectName("Conteudo");
+        voltar->setEnabled(false);
+        avancar->setEnabled(false);
+        connect(voltar, &QAction::triggered, texto_, &QTextBrowser::backward);
+        connect(avancar, &QAction::triggered, texto_, &QTextBrowser::forward);
+        connect(conteudo, &QAction::triggered, this, [this] { mostra("Conteudo"); });
+        connect(texto_, &QTextBrowser::backwardAvailable, voltar, &QAction::setEnabled);
+        connect(texto_, &QTextBrowser::forwardAvailable, avancar, &QAction::setEnabled);
+        connect(texto_, &QTextBrowser::sourceChanged, this, [this] {
+            const QString pagina = texto_->documentTitle();
+            setWindowTitle(pagina.isEmpty() ? TituloAjuda : TituloAjuda + " - " + pagina);
+        });
+        setWindowTitle(TituloAjuda);
+        resize(680, 560);
+    }
+
+    void mostra(const QString &topico) {
+        const QUrl pagina = pagina_ajuda(topico);
+        if (texto_->source() != pagina) texto_->setSource(pagina);
+    }
+
+  private:
+    QTextBrowser *texto_;
+};
+
+QPointer<JanelaAjuda> janela_ajuda;
+
+} // namespace
+
 void DesktopQt::Ajuda(const QString &topico) {
-    auto *ajuda = new QTextBrowser;
-    ajuda->setAttribute(Qt::WA_DeleteOnClose);
-    ajuda->setObjectName("Ajuda");
-    ajuda->setWindowTitle("Ajuda do Software Vexa Plus");
-    ajuda->setSource(QUrl("qrc:/ajuda/ajuda.html"));
-    if (!topico.isEmpty()) ajuda->scrollToAnchor(topico);
-    ajuda->resize(640, 520);
-    ajuda->show();
+    if (!janela_ajuda) janela_ajuda = new JanelaAjuda;
+    janela_ajuda->mostra(topico);
+    janela_ajuda->showNormal();
+    janela_ajuda->raise();
+    janela_ajuda->activateWindow();
 }
 
 void DesktopQt::Processa() {

@@ -21,6 +21,7 @@ void CriaVistaScript(Tela &tela, QMainWindow &janela);
 void CriaVistaAjusteScript(Tela &tela, QMainWindow &janela);
 void CriaVistaCmpCopia(Tela &tela, QMainWindow &janela);
 void CriaVistaConfigura(Tela &tela, QMainWindow &janela);
+void CriaVistaOpSoft(Tela &tela, QMainWindow &janela);
 void CriaVistaSobre(Tela &tela, QMainWindow &janela);
 
 const std::map<QString, FabricaVista> &FabricasVistas() {
@@ -43,6 +44,7 @@ const std::map<QString, FabricaVista> &FabricasVistas() {
         {telas::AjusteScript, CriaVistaAjusteScript},
         {telas::CmpCopia, CriaVistaCmpCopia},
         {telas::Configura, CriaVistaConfigura},
+        {telas::OpSoft, CriaVistaOpSoft},
         {telas::Sobre, CriaVistaSobre},
     };
     return vistas;
