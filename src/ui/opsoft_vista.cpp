@@ -45,14 +45,14 @@ void CriaVistaOpSoft(Tela &tela, QMainWindow &janela) {
     g->setVerticalSpacing(4);
     g->setColumnStretch(2, 1);
 
-    // Text before the number, the number, the text after it; a third line goes under the
-    // text after it.
-    g->addWidget(texto(central, 0), 0, 0);
+    // Text before the number, against it, the number, the text after it; a third line goes
+    // under the text after it.
+    g->addWidget(texto(central, 0), 0, 0, Qt::AlignRight);
     g->addLayout(numero(central, 0), 0, 1);
     g->addWidget(texto(central, 1), 0, 2);
     g->addWidget(texto(central, 2), 1, 2);
     g->setRowMinimumHeight(2, 8);
-    g->addWidget(texto(central, 3), 3, 0);
+    g->addWidget(texto(central, 3), 3, 0, Qt::AlignRight);
     g->addLayout(numero(central, 1), 3, 1);
     g->addWidget(texto(central, 4), 3, 2);
     g->setRowMinimumHeight(4, 8);
