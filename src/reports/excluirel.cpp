@@ -2,6 +2,7 @@
 
 #include "printer/vexa32.h"
 #include "reports/relato.h"
+#include "store/basedados.h"
 #include "store/tabelas.h"
 
 namespace vexa {
@@ -46,8 +47,14 @@ void ExcluiRel::cancela_linhas(Relato &r, const std::set<int> &linhas) {
     for (int i : linhas)
         chaves << r.List1.List(i).mid(128, 10).trimmed();
     r.RemoveLinhas(linhas);
+    // One transaction for the run: each cheque written on its own would wait for the disk once
+    // per cheque. What could not be committed is rolled back, and the list refilled afterwards
+    // shows the register as it stands.
+    QSqlDatabase db = sessao.Banco ? sessao.Banco->db() : QSqlDatabase();
+    const bool junta = chaves.size() > 1 && db.isValid() && db.transaction();
     for (const QString &Index : chaves)
         MarcaCheque(sessao, desktop, Index, "C");
+    if (junta && !db.commit()) db.rollback();
 }
 
 void ExcluiRel::cancela_na_impressora(const QString &Opcao) {
