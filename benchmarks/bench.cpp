@@ -91,7 +91,7 @@ QString base_gerada(const QString &nome, const QString &insercao,
     QTemporaryDir pasta;
     {
         Sessao s(pasta.path());
-        CriaBaseDados(s);
+        cria_base_dados(s);
         Conexao c(pasta.path() + "/VEXA.db");
         QSqlDatabase db = c.db();
         db.transaction();

@@ -116,7 +116,7 @@ void mede_relatorio() {
     const double geral = mediana_ms(3, [&] {
         QFile f(arquivo);
         f.open(QIODevice::WriteOnly);
-        f.write(TextoRelatorioGeral(s).toUtf8());
+        f.write(texto_relatorio_geral(s).toUtf8());
     });
     linha("relatório geral em arquivo", geral, abreSql, "(meta: abaixo de 2.000 ms)");
 
@@ -124,7 +124,7 @@ void mede_relatorio() {
     for (const auto formato : {FormatoLista::Normal, FormatoLista::Compacto}) {
         QByteArray bytes;
         const double lista = mediana_ms(3, [&] {
-            bytes = EnviosLista(linhas, formato, DestinoLista::Arquivo, s.Hoje6, 55)
+            bytes = envios_lista(linhas, formato, DestinoLista::Arquivo, s.Hoje6, 55)
                         .join(QString())
                         .toUtf8();
             QFile f(arquivo);

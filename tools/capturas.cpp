@@ -198,7 +198,7 @@ void captura_configuracoes(Sessao &sessao, ui::DesktopQt &desktop) {
 int main(int argc, char *argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    ui::PreparaAplicacao(app);
+    ui::prepara_aplicacao(app);
     destino = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("capturas");
     QDir().mkpath(destino);
 
@@ -208,7 +208,7 @@ int main(int argc, char *argv[]) {
     prepara_pasta_dados(sessao);
     // The first-run message would come over the screens.
     LeGravaIni(sessao.CaminhoIni, "Config", "FirstTime", "*%*");
-    sessao.Impressora = CriaImpressora(sessao);
+    sessao.Impressora = cria_impressora(sessao);
     ui::DesktopQt desktop;
 
     std::printf("Capturas em %s:\n", qPrintable(destino));

@@ -11,7 +11,7 @@
 
 int main(int argc, char *argv[]) {
     QApplication app(argc, argv);
-    vexa::ui::PreparaAplicacao(app);
+    vexa::ui::prepara_aplicacao(app);
     vexa::define_pintor_pdf(vexa::pdf_face);
 
     // The arguments are another program's request: the fields of a cheque.

@@ -30,7 +30,7 @@ void ImprimeFrente(Main &Tela, bool Valido) {
         Tela.Text1[0].Text.trimmed(), mascara_valor(Tela.Text1[1].Text, "###,##0.00").trimmed(),
         Tela.Text1[2].Text,           Tela.Text1[3].Text,
         Tela.Text1[4].Text.trimmed(), QString()};
-    if (ImprimeUmCheque(s, Tela.desktop, &Tela.Gauge1, textos) == 1 && Tela.CheckBox.Value)
+    if (imprime_um_cheque(s, Tela.desktop, &Tela.Gauge1, textos) == 1 && Tela.CheckBox.Value)
         GravaCheque(Tela);
 }
 

@@ -254,8 +254,8 @@ void Main::atende_pedidos() {
 }
 
 void Main::IniciaSessao() {
-    CheckBox.Value = IniciaConfiguracoes(sessao) ? 1 : 0;
-    if (!sessao.Impressora) sessao.Impressora = CriaImpressora(sessao);
+    CheckBox.Value = inicia_configuracoes(sessao) ? 1 : 0;
+    if (!sessao.Impressora) sessao.Impressora = cria_impressora(sessao);
     RotuloImpressora.Caption = "Impressora: " + sessao.Impressora->Descricao();
     LimpaTela();
     desktop.Mostra(*this);
@@ -273,7 +273,7 @@ void Main::IniciaSessao() {
             Option_Click(digitos);
         }
     }
-    LeOpcoesNumericas(sessao);
+    le_opcoes_numericas(sessao);
     AplicaParametros(*this);
     SetFocus("Text1", 0);
     Refresh();
@@ -282,7 +282,7 @@ void Main::IniciaSessao() {
 void Main::Form_Unload() {
     // A copy that only handed its request over never read the settings it would write.
     if (entregue_) return;
-    GravaInRel(sessao, CheckBox.Value != 0);
+    grava_in_rel(sessao, CheckBox.Value != 0);
 }
 
 void Main::Form_Activate() {
@@ -291,7 +291,7 @@ void Main::Form_Activate() {
 }
 
 void Main::Sair_Click() {
-    GravaInRel(sessao, CheckBox.Value != 0);
+    grava_in_rel(sessao, CheckBox.Value != 0);
     desktop.Encerra(0);
 }
 
@@ -597,7 +597,7 @@ void Main::comando(int Index) {
 }
 
 void Main::Option_Click(int Digitos) {
-    EnviaFormatoData(sessao, Digitos);
+    envia_formato_data(sessao, Digitos);
 }
 
 } // namespace vexa

@@ -57,7 +57,7 @@ QPair<QString, QString> divide_extenso_transf(const QString &Extenso, int Largur
     return {texto, QString()};
 }
 
-QString MontaBlocoTransf(const QStringList &Posicoes, const FaceTransf &Face) {
+QString monta_bloco_transf(const QStringList &Posicoes, const FaceTransf &Face) {
     const auto n = [&](int i) { return Val(Posicoes.value(i)); };
     const int L1 = int(n(0)), L2 = int(n(1)), L3 = int(n(2)), L4 = int(n(3)), L6 = int(n(5));
     // The first column is taken as stored; the others are read in tenths.
@@ -239,7 +239,7 @@ void ChequeTransf::ImprimeTransf() {
     face.Extenso = palavras(sessao.ValorExtenso);
     // Composed in capitals first, then turned into the printer's characters once: an accent
     // keeps its capital on paper.
-    const QString bloco = ConverteTexto(MontaBlocoTransf(layout.Posicoes, face));
+    const QString bloco = ConverteTexto(monta_bloco_transf(layout.Posicoes, face));
 
     Vexa32 &imp = *sessao.Impressora;
     imp.IniciaPorta(sessao.PortaImpressora);

@@ -23,7 +23,7 @@ QPair<QString, QString> divide_extenso_transf(const QString &Extenso, int Largur
 // The face of the cheque as it goes to the printer, before the printer's characters: 21 lines
 // each ended by LF, then CR LF ESC "@", in capitals. Posicoes: L1..L7, C1..C7 as stored, the
 // columns in tenths of a character.
-QString MontaBlocoTransf(const QStringList &Posicoes, const FaceTransf &Face);
+QString monta_bloco_transf(const QStringList &Posicoes, const FaceTransf &Face);
 
 class ChequeTransf : public Tela {
   public:

@@ -365,12 +365,12 @@ void CmpCopia::EnviaCopia() {
 void CmpCopia::GravaArquivo() {
     const QString pagina = "\"" + LinhasCopia().join("\r\n") + "\"\r\n";
     if (!acrescenta_inteiro(CaminhoArquivo(), para_ansi(pagina)))
-        MostraErroImpressao(desktop, ErroArquivo);
+        mostra_erro_impressao(desktop, ErroArquivo);
 }
 
 void CmpCopia::ImprimeWindows() {
     const int erro = desktop.ImprimeSistema(documento_impressao(TituloCopia, {CopiaTxt.Text}, 12));
-    MostraErroImpressao(desktop, erro);
+    mostra_erro_impressao(desktop, erro);
 }
 
 } // namespace vexa

@@ -54,7 +54,7 @@ void Script::Form_Load() {
 }
 
 void Script::Form_Unload() {
-    FechaTabela(sessao, TabScript);
+    fecha_tabela(sessao, TabScript);
 }
 
 bool Script::localiza(const QString &Codigo) {

@@ -9,7 +9,7 @@
 
 namespace vexa {
 
-bool IniciaConfiguracoes(Sessao &s) {
+bool inicia_configuracoes(Sessao &s) {
     s.TituloCfg = "0";
     s.MostraLogo = 1;
 
@@ -38,7 +38,7 @@ bool IniciaConfiguracoes(Sessao &s) {
     return inRel;
 }
 
-void LeOpcoesNumericas(Sessao &s) {
+void le_opcoes_numericas(Sessao &s) {
     s.FechaTela = 0;
     s.FaseInicio = 1;
     s.NumeroObrigatorio = s.LeNumero("Opcoes", "NumCObrig", 1);
@@ -76,7 +76,7 @@ int ExecutaConfiguracao(Sessao &s, Desktop &d, const AbreConfiguracao &abreConfi
     return 1;
 }
 
-void GravaInRel(Sessao &s, bool marcado) {
+void grava_in_rel(Sessao &s, bool marcado) {
     LeGravaIni(s.CaminhoIni, "Sistema", "InRel", marcado ? "1" : "0");
 }
 

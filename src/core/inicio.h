@@ -11,10 +11,10 @@ namespace vexa {
 // The settings part of the start-up, in its order: paths and names, the report box (returned:
 // true when it is ticked), the port, the retention periods and the copy option, the day of
 // the run, and the field flags. The numeric options read later in the start-up come from
-// LeOpcoesNumericas.
-bool IniciaConfiguracoes(Sessao &s);
+// le_opcoes_numericas.
+bool inicia_configuracoes(Sessao &s);
 // The cheque-number obligation and the cheques per page of the printed lists.
-void LeOpcoesNumericas(Sessao &s);
+void le_opcoes_numericas(Sessao &s);
 
 // What the program offers instead when the configuration program isn't there: its own
 // configuration screen. The start hands it in, so that the start knows no screen.
@@ -30,6 +30,6 @@ int ExecutaConfiguracao(Sessao &s, Desktop &d, const AbreConfiguracao &abreConfi
 inline constexpr const char *ProgramaConfiguracao = "VEXACFG.EXE";
 
 // Writes the state of the report box to InRel ("1" ticked, "0" not).
-void GravaInRel(Sessao &s, bool marcado);
+void grava_in_rel(Sessao &s, bool marcado);
 
 } // namespace vexa

@@ -110,15 +110,15 @@ void Qorn_CMD(Sessao &s, Desktop &d, qint16 Operacao, const PedidoImpressora &p)
     imp.FechaPorta();
 }
 
-QString ComandoFormatoData(int Digitos) {
+QString comando_formato_data(int Digitos) {
     return QString(QChar(0x1B)) + QChar(0xAF) + "D" + QString::number(Digitos) + "\r";
 }
 
-void EnviaFormatoData(Sessao &s, int Digitos) {
+void envia_formato_data(Sessao &s, int Digitos) {
     if ((Digitos != 1 && Digitos != 2 && Digitos != 4) || !s.Impressora) return;
     Vexa32 &imp = *s.Impressora;
     imp.IniciaPorta(s.PortaImpressora);
-    imp.ComandoTX(ComandoFormatoData(Digitos), 5);
+    imp.ComandoTX(comando_formato_data(Digitos), 5);
     imp.FechaPorta();
     LeGravaIni(s.CaminhoIni, "Opcoes", "ConfiguraData", QString::number(Digitos));
 }
@@ -176,8 +176,8 @@ qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo) {
     return 1;
 }
 
-qint16 ImprimeUmCheque(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
-                       bool TestaPorta) {
+qint16 imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
+                         bool TestaPorta) {
     if (!s.Impressora) return PortaNaoAbriu;
     // The printer can't take an empty payee or city.
     const auto para_impressora = [](const QString &texto) {
@@ -234,7 +234,7 @@ void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor) {
     s.ValorExtenso = apara(de_ansi(arquivo.readAll()));
 }
 
-std::unique_ptr<Vexa32> CriaImpressora(Sessao &s) {
+std::unique_ptr<Vexa32> cria_impressora(Sessao &s) {
     const QString escolha = LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "").trimmed();
     if (escolha == "-2") LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "Simulador");
     if (escolha.compare("Nativo", Qt::CaseInsensitive) == 0) {

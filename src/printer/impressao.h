@@ -42,9 +42,9 @@ void Qorn_CMD(Sessao &s, Desktop &d, qint16 Operacao, const PedidoImpressora &p)
 
 // The year's digits on a cheque (1, 2 or 4): ESC AF "D" digit CR to the printer, and the
 // choice kept as ConfiguraData of section Opcoes.
-void EnviaFormatoData(Sessao &s, int Digitos);
-// The command EnviaFormatoData sends, as the text whose Windows-1252 bytes are 1B AF 44 d 0D.
-QString ComandoFormatoData(int Digitos);
+void envia_formato_data(Sessao &s, int Digitos);
+// The command envia_formato_data sends, as the text whose Windows-1252 bytes are 1B AF 44 d 0D.
+QString comando_formato_data(int Digitos);
 
 // Free text to the cheque printer, converted to the printer's characters: lists, the
 // self-test page, the back of a cheque. Modo as FormataTX takes it. False after the message of
@@ -62,7 +62,7 @@ struct TextosCheque {
     QString Banco, Valor, Favorecido, Cidade, Data, Extra;
 };
 
-// ImprimeUmCheque's answer when TestaPorta is set and the port didn't open.
+// imprime_um_cheque's answer when TestaPorta is set and the port didn't open.
 constexpr qint16 PortaNaoAbriu = -1;
 
 // One cheque between IniciaPorta and FechaPorta, with the gauge's sweep ahead of it (no gauge:
@@ -70,8 +70,8 @@ constexpr qint16 PortaNaoAbriu = -1;
 // impressao do cheque" with the code in the title. The single cheque doesn't look at the port:
 // the cheque's own code tells the failure. With TestaPorta a port that doesn't open stops the
 // print with its own message, and the result is PortaNaoAbriu.
-qint16 ImprimeUmCheque(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
-                       bool TestaPorta = false);
+qint16 imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
+                         bool TestaPorta = false);
 
 // The short colour sweep of a gauge ahead of a print; a zero Ligado does nothing.
 void AnimaGauge(Medidor &Gauge, qint16 Ligado);
@@ -84,6 +84,6 @@ void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor);
 
 // The printer the settings choose: Impressora of section Sistema, "Simulador" (written there
 // when missing) or "Nativo". Any other value gets the simulator.
-std::unique_ptr<Vexa32> CriaImpressora(Sessao &s);
+std::unique_ptr<Vexa32> cria_impressora(Sessao &s);
 
 } // namespace vexa

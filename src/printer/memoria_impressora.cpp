@@ -70,8 +70,8 @@ QString MemoriaImpressora::ArquivoDiario() const {
 }
 
 void MemoriaImpressora::de_fabrica() {
-    const QString padrao = PosicoesPadrao().join(u',');
-    for (const auto &banco : BancosPadrao())
+    const QString padrao = posicoes_padrao().join(u',');
+    for (const auto &banco : bancos_padrao())
         bancos_[banco.first] = padrao;
     // Journals without their state belong to no memory: kept aside, and the new state starts
     // past their generations so that none of them is ever read into it.
@@ -101,8 +101,8 @@ void MemoriaImpressora::poe_de_lado() {
     if (QFile::rename(ArquivoEstado(), aparte)) {
         de_fabrica();
     } else {
-        const QString padrao = PosicoesPadrao().join(u',');
-        for (const auto &banco : BancosPadrao())
+        const QString padrao = posicoes_padrao().join(u',');
+        for (const auto &banco : bancos_padrao())
             bancos_[banco.first] = padrao;
         gravavel_ = false;
     }

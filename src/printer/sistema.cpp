@@ -15,7 +15,7 @@ DocumentoImpressao documento_impressao(const QString &titulo, const QStringList 
     return doc;
 }
 
-QString TextoErroImpressao(int erro, bool avisaCancelado) {
+QString texto_erro_impressao(int erro, bool avisaCancelado) {
     if (erro == 0) return {};
     if (erro == 482)
         return "Ocorreu erro 482! Possiveis Causas:\n"
@@ -26,8 +26,8 @@ QString TextoErroImpressao(int erro, bool avisaCancelado) {
     return "Ocorreu erro " + QString::number(erro) + "!";
 }
 
-void MostraErroImpressao(Desktop &d, int erro, bool avisaCancelado) {
-    const QString texto = TextoErroImpressao(erro, avisaCancelado);
+void mostra_erro_impressao(Desktop &d, int erro, bool avisaCancelado) {
+    const QString texto = texto_erro_impressao(erro, avisaCancelado);
     if (!texto.isEmpty()) d.MsgBox(texto);
 }
 

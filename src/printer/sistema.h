@@ -16,7 +16,7 @@ DocumentoImpressao documento_impressao(const QString &titulo, const QStringList 
 // The message a print on the system printer ends with: 0 none; 482 the four causes; 32755
 // (the operator cancelled the dialog) none, unless avisaCancelado asks for it as any other
 // number: "Ocorreu erro 32755!".
-QString TextoErroImpressao(int erro, bool avisaCancelado = false);
-void MostraErroImpressao(Desktop &d, int erro, bool avisaCancelado = false);
+QString texto_erro_impressao(int erro, bool avisaCancelado = false);
+void mostra_erro_impressao(Desktop &d, int erro, bool avisaCancelado = false);
 
 } // namespace vexa

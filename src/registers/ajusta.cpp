@@ -179,7 +179,7 @@ void Ajusta::Command3D1_Click(int Index) {
     for (int i = 0; i <= 2; ++i)
         b->Text1[12 + i].Text = rotulo(Val(Label2[10 + i].Caption) - cidade);
     if (codigo_sem_regras(b->Text1[0].Text)) return Unload();
-    if (!VerificaOrdemAjuste(Topos(), Esquerdas())) return mostra_aviso(desktop, AvisoAjuste);
+    if (!verifica_ordem_ajuste(Topos(), Esquerdas())) return mostra_aviso(desktop, AvisoAjuste);
     Unload();
 }
 

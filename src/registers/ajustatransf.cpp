@@ -63,7 +63,7 @@ void AjustaChequeTransferencia::Command3D1_Click(int Index) {
         linhas.append(int(Val(Label2[i].Caption)));
         colunas.append(int(Val(Label2[7 + i].Caption)));
     }
-    if (!VerificaOrdemTransf(Topos(), Esquerdas(), linhas, colunas))
+    if (!verifica_ordem_transf(Topos(), Esquerdas(), linhas, colunas))
         return mostra_aviso(desktop, AvisoTransf);
     Unload();
 }

@@ -121,7 +121,7 @@ void Bancos::ExcluiRegistroBanco() {
     if (!conjunto().Delete()) avisa_registro_nao_gravado(desktop, true);
 }
 
-QString Bancos::LinhaFormato() const {
+QString Bancos::linha_formato() const {
     QStringList valores;
     for (int i = 2; i <= 14; ++i) {
         const QString &v = Text1[i].Text;
@@ -132,7 +132,7 @@ QString Bancos::LinhaFormato() const {
 }
 
 void Bancos::AtualizaIni(int Modo) {
-    const QString linha = LinhaFormato();
+    const QString linha = linha_formato();
     if (Modo != 0 && Modo != 1) return;
     if (LeGravaIni(sessao.CaminhoIni, "Formato", Text1[0].Text, linha) != "1")
         desktop.MsgBox("Problemas na alteracao do arquivo VEXA.INI", Botoes::OK, "Erro",
@@ -140,7 +140,7 @@ void Bancos::AtualizaIni(int Modo) {
 }
 
 void Bancos::PreparaAjuste() {
-    prepara_posicoes(2, PosicoesPadrao(), 5);
+    prepara_posicoes(2, posicoes_padrao(), 5);
 }
 
 void Bancos::Command3D2_Click() {

@@ -26,7 +26,7 @@ class Bancos : public Cadastro {
     // The thirteen positions L1..L5, C1..C8 as they stand on the screen.
     QStringList Posicoes() const;
     // The line of section Formato for the layout on the screen.
-    QString LinhaFormato() const;
+    QString linha_formato() const;
 
   protected:
     bool pergunta_impressora(int Index) override;

@@ -52,7 +52,7 @@ bool so_digitos(const QString &texto) {
 
 } // namespace
 
-QStringList PosicoesPadraoTransf() {
+QStringList posicoes_padrao_transf() {
     return {"002", "005", "007", "012", "012", "015", "015",
             "091", "023", "008", "060", "093", "060", "093"};
 }
@@ -113,7 +113,7 @@ void BancTrans::Form_Load() {
 }
 
 void BancTrans::Form_Unload() {
-    FechaTabela(sessao, TabTransferencia);
+    fecha_tabela(sessao, TabTransferencia);
 }
 
 QStringList BancTrans::linhas_arquivo() const {
@@ -316,7 +316,7 @@ void BancTrans::grava(int Index) {
 }
 
 void BancTrans::PreparaAjusteTransf() {
-    prepara_posicoes(2, PosicoesPadraoTransf(), 7);
+    prepara_posicoes(2, posicoes_padrao_transf(), 7);
 }
 
 void BancTrans::Command3D2_Click() {

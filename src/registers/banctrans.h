@@ -17,7 +17,7 @@ struct LayoutTransf {
 };
 
 // The layout a new bank starts from in the graphic adjust: L1..L7, C1..C7.
-QStringList PosicoesPadraoTransf();
+QStringList posicoes_padrao_transf();
 
 // The line of section ChequeTransf: the fourteen positions, three characters each (below 100
 // through the mask "000", from 100 on as typed), joined by commas, then "    ; " and the first

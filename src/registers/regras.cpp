@@ -50,7 +50,7 @@ const AvisoRegras AvisoAjuste{"Algum erro relacionado a posição dos campos foi
                               "Cancelar.",
                               "Ajuste Gráfico Incorreto"};
 
-bool VerificaOrdemAjuste(const QList<int> &T, const QList<int> &X) {
+bool verifica_ordem_ajuste(const QList<int> &T, const QList<int> &X) {
     if (T.size() < 8 || X.size() < 8) return false;
     return conta_falhas({T[0] >= T[1], T[1] >= T[2], T[2] >= T[3], T[3] >= T[4], X[4] >= X[5],
                          X[5] >= X[6], X[6] >= X[7]}) == 0;
@@ -62,8 +62,8 @@ const AvisoRegras AvisoTransf{
     "Por favor, verifique se esses valores estão sendo respeitados.",
     "Ajuste Gráfico Incorreto", Icone::Exclamacao};
 
-bool VerificaOrdemTransf(const QList<int> &T, const QList<int> &X, const QList<int> &Linhas,
-                         const QList<int> &Colunas) {
+bool verifica_ordem_transf(const QList<int> &T, const QList<int> &X, const QList<int> &Linhas,
+                           const QList<int> &Colunas) {
     if (T.size() < 7 || X.size() < 7 || Linhas.size() < 7 || Colunas.size() < 7) return false;
     enum { Valor, Extenso1, Extenso2, Cidade, Data, Agencia, Conta };
     // The branch is compared with the date only when they share a line; the city and the

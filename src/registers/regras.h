@@ -34,7 +34,7 @@ extern const AvisoRegras AvisoPosicoes;
 // The OK of the bank layout's graphic adjust: the tops T and left edges X of its eight boxes
 // (amount, words 1, words 2, payee, city, day, month, year), in screen units. The five lines
 // run strictly downwards, and city, day, month, year strictly to the right.
-bool VerificaOrdemAjuste(const QList<int> &T, const QList<int> &X);
+bool verifica_ordem_ajuste(const QList<int> &T, const QList<int> &X);
 extern const AvisoRegras AvisoAjuste;
 
 // The OK of the transfer layout's graphic adjust, over its seven boxes (amount, words 1,
@@ -42,8 +42,8 @@ extern const AvisoRegras AvisoAjuste;
 // the line and column each shows. The three text lines run strictly downwards; the four items
 // of the two shared lines keep their columns apart, by at least 13 columns from the date to
 // the branch on one line, 19 from the branch to the account and 15 from the city to the date.
-bool VerificaOrdemTransf(const QList<int> &T, const QList<int> &X, const QList<int> &Linhas,
-                         const QList<int> &Colunas);
+bool verifica_ordem_transf(const QList<int> &T, const QList<int> &X, const QList<int> &Linhas,
+                           const QList<int> &Colunas);
 extern const AvisoRegras AvisoTransf;
 // The OK of the copy layout's graphic adjust, on the 80 columns of a plain sheet. The fields
 // that are checked, each with the width it takes on the page; the date stands on the city's

@@ -105,7 +105,7 @@ void imprime_lista(Sessao &s, Desktop &d, int Destino, const QString &Ordem,
         }
         return;
     }
-    MostraErroImpressao(
+    mostra_erro_impressao(
         d, d.ImprimeSistema(documento_impressao(forma_de(Tabela, false).Titulo, paginas)));
 }
 

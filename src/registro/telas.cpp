@@ -29,7 +29,7 @@ template <class T> std::unique_ptr<Tela> cria(Sessao &s, Desktop &d) {
 }
 } // namespace
 
-const std::map<QString, FabricaTela> &FabricasTelas() {
+const std::map<QString, FabricaTela> &fabricas_telas() {
     static const std::map<QString, FabricaTela> fabricas = {
         // The entry screen opened by the program's start has the start's arguments; one made
         // here has none.
@@ -61,12 +61,12 @@ const std::map<QString, FabricaTela> &FabricasTelas() {
 }
 
 bool tela_existe(const QString &nome) {
-    return FabricasTelas().count(nome) != 0;
+    return fabricas_telas().count(nome) != 0;
 }
 
 std::unique_ptr<Tela> cria_tela(const QString &nome, Sessao &s, Desktop &d) {
-    const auto f = FabricasTelas().find(nome);
-    return f == FabricasTelas().end() ? nullptr : f->second(s, d);
+    const auto f = fabricas_telas().find(nome);
+    return f == fabricas_telas().end() ? nullptr : f->second(s, d);
 }
 
 Tela *abre_tela(Sessao &s, Desktop &d, const QString &nome, bool modal,

@@ -13,7 +13,7 @@ namespace vexa {
 
 using FabricaTela = std::function<std::unique_ptr<Tela>(Sessao &, Desktop &)>;
 
-const std::map<QString, FabricaTela> &FabricasTelas();
+const std::map<QString, FabricaTela> &fabricas_telas();
 bool tela_existe(const QString &nome);
 // A new model of the screen of that name; null for a name the program doesn't have.
 std::unique_ptr<Tela> cria_tela(const QString &nome, Sessao &s, Desktop &d);

@@ -18,10 +18,10 @@ QString contem(const QString &texto) {
 
 } // namespace
 
-SelecaoLog SelecaoFiltroLog(const QString &Banco, const QString &DataIni, const QString &DataFim,
-                            const QString &ValorIni, const QString &ValorFim,
-                            const QString &Favorecido, const QString &Cidade,
-                            const QString &Comentario) {
+SelecaoLog selecao_filtro_log(const QString &Banco, const QString &DataIni, const QString &DataFim,
+                              const QString &ValorIni, const QString &ValorFim,
+                              const QString &Favorecido, const QString &Cidade,
+                              const QString &Comentario) {
     QStringList condicoes;
     SelecaoLog s;
     if (!Banco.isEmpty()) {
@@ -59,8 +59,8 @@ void MontaFiltroLog(Sessao &s, Desktop &d, const QString &Banco, const QString &
                     const QString &DataFim, const QString &ValorIni, const QString &ValorFim,
                     const QString &Favorecido, const QString &Cidade, const QString &Comentario) {
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return;
-    const SelecaoLog selecao = SelecaoFiltroLog(Banco, DataIni, DataFim, ValorIni, ValorFim,
-                                                Favorecido, Cidade, Comentario);
+    const SelecaoLog selecao = selecao_filtro_log(Banco, DataIni, DataFim, ValorIni, ValorFim,
+                                                  Favorecido, Cidade, Comentario);
     Conjunto(s, TabLog).Abre(s.Banco->db(), selecao.Sql, selecao.Valores);
     if (auto *relato = dynamic_cast<Relato *>(d.Aberta(telas::Relato))) {
         relato->CarregaListaLog();

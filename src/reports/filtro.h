@@ -18,10 +18,10 @@ struct SelecaoLog {
     QString Sql;
     QVariantList Valores;
 };
-SelecaoLog SelecaoFiltroLog(const QString &Banco, const QString &DataIni, const QString &DataFim,
-                            const QString &ValorIni, const QString &ValorFim,
-                            const QString &Favorecido, const QString &Cidade,
-                            const QString &Comentario);
+SelecaoLog selecao_filtro_log(const QString &Banco, const QString &DataIni, const QString &DataFim,
+                              const QString &ValorIni, const QString &ValorFim,
+                              const QString &Favorecido, const QString &Cidade,
+                              const QString &Comentario);
 
 // Opens the criteria's select as the current set of Log rows, and has the report's list
 // filled from it.

@@ -19,7 +19,7 @@ struct Banco {
 
 } // namespace
 
-QString TextoRelatorioGeral(Sessao &s) {
+QString texto_relatorio_geral(Sessao &s) {
     QString texto = "Relatório Geral de Cheques Emitidos" + Fim;
     RecordSet &rs = Conjunto(s, TabLog);
     if (!rs.Aberto()) return texto;
@@ -53,14 +53,14 @@ QString TextoRelatorioGeral(Sessao &s) {
     return texto;
 }
 
-void CriaRelatorioGeral(Sessao &s, Desktop &d) {
+void cria_relatorio_geral(Sessao &s, Desktop &d) {
     RecordSet &rs = Conjunto(s, TabLog);
     if (!rs.Aberto() || rs.RecordCount() == 0) {
         d.MsgBox("Não há cheques na lista para criar o relatório.", Botoes::OK, "Relatório Geral",
                  Icone::Exclamacao);
         return;
     }
-    if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", TextoRelatorioGeral(s)))
+    if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", texto_relatorio_geral(s)))
         d.MsgBox("O Relatório Foi Criado Com Sucesso, Poderá Abri-lo no Word ou Excel");
 }
 

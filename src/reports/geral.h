@@ -10,9 +10,9 @@ namespace vexa {
 
 // The report's text, lines ended by CR LF: the title, then each cheque of the current set of
 // Log rows in its order, closed by a line of 56 stars.
-QString TextoRelatorioGeral(Sessao &s);
+QString texto_relatorio_geral(Sessao &s);
 
 // "Criar Agora": asks where to write the report, writes it whole, and says it is done.
-void CriaRelatorioGeral(Sessao &s, Desktop &d);
+void cria_relatorio_geral(Sessao &s, Desktop &d);
 
 } // namespace vexa

@@ -136,8 +136,8 @@ QString corpo(const Molde &f, DestinoLista destino, const QString &linha) {
 
 } // namespace
 
-QStringList EnviosLista(const QStringList &Linhas, FormatoLista Formato, DestinoLista Destino,
-                        const QString &Hoje6, int NumChkPgRel) {
+QStringList envios_lista(const QStringList &Linhas, FormatoLista Formato, DestinoLista Destino,
+                         const QString &Hoje6, int NumChkPgRel) {
     const Molde f = forma_de(Formato, Destino, NumChkPgRel);
     const QString hoje = Format(Hoje6, "@@/@@/@@");
     const int paginas =
@@ -176,8 +176,8 @@ QStringList EnviosLista(const QStringList &Linhas, FormatoLista Formato, Destino
     return envios;
 }
 
-void EnviaLista(Sessao &s, Desktop &d, const QStringList &Linhas, FormatoLista Formato,
-                DestinoLista Destino, const std::function<void(int)> &andamento) {
+void envia_lista(Sessao &s, Desktop &d, const QStringList &Linhas, FormatoLista Formato,
+                 DestinoLista Destino, const std::function<void(int)> &andamento) {
     if (Destino == DestinoLista::Vexa &&
         d.MsgBox("Insira o Documento.", Botoes::OKCancel, "Impressão do Cheque",
                  Icone::Informacao) == Resposta::Cancel)
@@ -186,7 +186,7 @@ void EnviaLista(Sessao &s, Desktop &d, const QStringList &Linhas, FormatoLista F
     if (andamento)
         for (int i = 0; i < Linhas.size(); ++i)
             andamento(i);
-    const QStringList envios = EnviosLista(Linhas, Formato, Destino, s.Hoje6, s.ChequesPorPagina);
+    const QStringList envios = envios_lista(Linhas, Formato, Destino, s.Hoje6, s.ChequesPorPagina);
     switch (Destino) {
     case DestinoLista::Vexa:
         for (int i = 0; i < envios.size(); ++i) {
@@ -200,7 +200,7 @@ void EnviaLista(Sessao &s, Desktop &d, const QStringList &Linhas, FormatoLista F
         grava_arquivo_relatorio(d, "Salvar Lista de Cheques", envios.join(QString()));
         return;
     case DestinoLista::Windows:
-        MostraErroImpressao(
+        mostra_erro_impressao(
             d, d.ImprimeSistema(documento_impressao("Relatorio de Cheques Impressos", envios, 9)));
         return;
     }

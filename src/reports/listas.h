@@ -20,12 +20,12 @@ enum class DestinoLista { Vexa = 0, Arquivo = 1, Windows = 2 };
 // which a list whose rows fill their pages exactly sends with a head alone. Linhas are the
 // 138-character rows of the report's list; Hoje6 the day of the run (ddmmyy); NumChkPgRel
 // the cheques of a page on the system printer.
-QStringList EnviosLista(const QStringList &Linhas, FormatoLista Formato, DestinoLista Destino,
-                        const QString &Hoje6, int NumChkPgRel);
+QStringList envios_lista(const QStringList &Linhas, FormatoLista Formato, DestinoLista Destino,
+                         const QString &Hoje6, int NumChkPgRel);
 
 // Sends the report's rows to the target chosen, with the questions and messages of each
 // target. andamento is told the row being read (the list shows the progress).
-void EnviaLista(Sessao &s, Desktop &d, const QStringList &Linhas, FormatoLista Formato,
-                DestinoLista Destino, const std::function<void(int)> &andamento = {});
+void envia_lista(Sessao &s, Desktop &d, const QStringList &Linhas, FormatoLista Formato,
+                 DestinoLista Destino, const std::function<void(int)> &andamento = {});
 
 } // namespace vexa

@@ -201,7 +201,7 @@ void Relato::SSCommand1_Click() {
     // The lists print the rows as the list shows them; the walk moves the chosen row along,
     // from a list where the row current at the start is no longer chosen.
     List1.SetSelected(List1.ListIndex, false);
-    EnviaLista(sessao, desktop, List1.Itens.lista(), *formato, *destino, [this](int i) {
+    envia_lista(sessao, desktop, List1.Itens.lista(), *formato, *destino, [this](int i) {
         List1.SetSelected(i, true);
         List1.SetSelected(i - 1, false);
         List1.ListIndex = i;
@@ -291,7 +291,7 @@ void Relato::Elimina_Click() {
 }
 
 void Relato::criar_Click() {
-    CriaRelatorioGeral(sessao, desktop);
+    cria_relatorio_geral(sessao, desktop);
 }
 
 } // namespace vexa

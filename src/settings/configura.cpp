@@ -20,7 +20,7 @@ QString linha(int brancos, const QString &texto, int avancos) {
 
 } // namespace
 
-QString PaginaAutoTeste(const QString &Porta, const QString &TelefoneSuporte) {
+QString pagina_auto_teste(const QString &Porta, const QString &TelefoneSuporte) {
     return linha(35, "AUTO - TESTE", 2) + linha(27, "Impressora de Cheques - Vexa Plus", 3) +
            linha(35, "TOLVANE S/A.", 2) + linha(32, TelefoneSuporte, 3) + QString(2, u'\n') +
            linha(20, "Comunicação OK - Impressora instalada na " + Porta, 1);
@@ -164,7 +164,7 @@ void Configura::Command3D9_Click() {
         return;
     QString suporte = LeGravaIni(sessao.CaminhoIni, "Sistema", "TelefoneSuporte", "");
     if (suporte == "-2" || suporte.trimmed().isEmpty()) suporte = SuporteAPreencher;
-    EnviaTextoImpressora(sessao, desktop, PaginaAutoTeste(sessao.PortaImpressora, suporte), 3);
+    EnviaTextoImpressora(sessao, desktop, pagina_auto_teste(sessao.PortaImpressora, suporte), 3);
 }
 
 void Configura::Option3D2_Click() {

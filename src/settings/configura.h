@@ -7,7 +7,7 @@
 namespace vexa {
 
 // The self-test page, as sent to the printer.
-QString PaginaAutoTeste(const QString &Porta, const QString &TelefoneSuporte);
+QString pagina_auto_teste(const QString &Porta, const QString &TelefoneSuporte);
 
 class Configura : public Tela {
   public:

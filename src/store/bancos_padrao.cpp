@@ -2,12 +2,12 @@
 
 namespace vexa {
 
-QStringList PosicoesPadrao() {
+QStringList posicoes_padrao() {
     return {"001", "005", "007", "010", "013", "092", "017",
             "009", "011", "050", "031", "040", "065"};
 }
 
-QList<QPair<QString, QString>> BancosPadrao() {
+QList<QPair<QString, QString>> bancos_padrao() {
     // The banks an office in Brazil meets most; names as the operator knows them, at most
     // 30 characters (the width of the name field).
     return {

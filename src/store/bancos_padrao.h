@@ -9,9 +9,9 @@
 namespace vexa {
 
 // The default layout, L1 to L5 and C1 to C8, three digits each.
-QStringList PosicoesPadrao();
+QStringList posicoes_padrao();
 
 // Code (three digits) and name of each preset bank, in code order.
-QList<QPair<QString, QString>> BancosPadrao();
+QList<QPair<QString, QString>> bancos_padrao();
 
 } // namespace vexa

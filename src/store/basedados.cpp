@@ -11,7 +11,7 @@
 
 namespace vexa {
 
-QString NomeTabela(int tabela) {
+QString nome_tabela(int tabela) {
     switch (tabela) {
     case TabFavorecido:
         return "Favorecido";
@@ -129,7 +129,7 @@ void sql_cvdate(sqlite3_context *ctx, int, sqlite3_value **argv) {
 
 } // namespace
 
-void RegistraFuncoesSql(const QSqlDatabase &db) {
+void registra_funcoes_sql(const QSqlDatabase &db) {
     const QVariant h = db.driver()->handle();
     if (!h.isValid() || qstrcmp(h.typeName(), "sqlite3*") != 0) return;
     sqlite3 *s = *static_cast<sqlite3 *const *>(h.data());
@@ -258,7 +258,7 @@ bool BaseDados::Abre() {
     // The registers are read whole by the lists: mapped, a page costs no copy.
     q.exec("PRAGMA mmap_size = 268435456");
     q.finish();
-    RegistraFuncoesSql(db);
+    registra_funcoes_sql(db);
     return true;
 }
 

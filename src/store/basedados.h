@@ -19,7 +19,7 @@ enum Tabela : int {
     TabScript = 9,
 };
 // The table's name for a number; empty for a number that names none.
-QString NomeTabela(int tabela);
+QString nome_tabela(int tabela);
 
 class BaseDados {
   public:
@@ -54,7 +54,7 @@ class BaseDados {
 // date "dd/mm/yy" or "dd/mm/yyyy" as its day number, for comparisons; NULL when it isn't
 // one); and the collation TEXTO. LEFT is a keyword of SQLite: the left part of a field is
 // substr(field, 1, n).
-void RegistraFuncoesSql(const QSqlDatabase &db);
+void registra_funcoes_sql(const QSqlDatabase &db);
 
 // Names are compared as a directory orders them: without regard to case or accents, so that
 // "banco" finds "Banco do Brasil" and "Álvaro" comes before "Zélia". The key of that order: the

@@ -17,7 +17,7 @@ void prepara_pasta_dados(Sessao &s) {
     // The database first, made aside and renamed whole: a start cut short before it leaves
     // the folder new, and one cut short after it leaves a folder whose settings take their
     // defaults, never a settings file without its database.
-    CriaBaseDados(s);
+    cria_base_dados(s);
     if (QFileInfo::exists(base)) LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "1");
 }
 

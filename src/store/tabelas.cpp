@@ -57,8 +57,8 @@ bool cria_em(const QString &arquivo) {
             for (const char *sql : esquema)
                 ok = ok && q.exec(sql);
             ok = ok && q.prepare("INSERT INTO Bancos VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
-            const QStringList posicoes = PosicoesPadrao();
-            for (const auto &[codigo, nome] : BancosPadrao()) {
+            const QStringList posicoes = posicoes_padrao();
+            for (const auto &[codigo, nome] : bancos_padrao()) {
                 if (!ok) break;
                 q.addBindValue(codigo);
                 q.addBindValue(nome);
@@ -79,7 +79,7 @@ bool cria_em(const QString &arquivo) {
 // The select of ExisteCodigo: the rows of one code, or all of them.
 QString select_codigo(int tabela, const QString &chave, QVariantList &valores) {
     const int t = tabela == TabScript ? TabFavorecido : tabela;
-    const QString nome = NomeTabela(t);
+    const QString nome = nome_tabela(t);
     if (nome.isEmpty()) return {};
     QString sql = "Select * From " + nome;
     if (t == TabLog) {
@@ -187,7 +187,7 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
 
 } // namespace
 
-void CriaBaseDados(Sessao &s) {
+void cria_base_dados(Sessao &s) {
     const QString arquivo = caminho_base(s);
     if (QFileInfo::exists(arquivo)) return;
     // Made aside and renamed whole, so that a start cut short never leaves half a database
@@ -219,19 +219,19 @@ int AbreTabelas(Sessao &s, Desktop &d, int Bancos, int Favorecido, int Cidade, i
                                            {Log, TabLog},
                                            {Transferencia, TabTransferencia}};
     for (const auto &[flag, tabela] : pedidos)
-        if (flag == 1) b.Conjunto(tabela).Abre(b.db(), "Select * From " + NomeTabela(tabela));
+        if (flag == 1) b.Conjunto(tabela).Abre(b.db(), "Select * From " + nome_tabela(tabela));
     return 1;
 }
 
 int FechaTabelas(Sessao &s, int Bancos, int Favorecido, int Cidade, int Log) {
-    if (Bancos) FechaTabela(s, TabBancos);
-    if (Favorecido) FechaTabela(s, TabFavorecido);
-    if (Cidade) FechaTabela(s, TabCidade);
-    if (Log) FechaTabela(s, TabLog);
+    if (Bancos) fecha_tabela(s, TabBancos);
+    if (Favorecido) fecha_tabela(s, TabFavorecido);
+    if (Cidade) fecha_tabela(s, TabCidade);
+    if (Log) fecha_tabela(s, TabLog);
     return 0;
 }
 
-void FechaTabela(Sessao &s, int Tabela) {
+void fecha_tabela(Sessao &s, int Tabela) {
     if (s.Banco) s.Banco->Conjunto(Tabela).Close();
 }
 
@@ -267,7 +267,7 @@ QString NomeFavorecido(Sessao &s, const QString &Codigo) {
 }
 
 void FiltraTabela(Sessao &s, const QString &Filtro, int Tabela) {
-    const QString nome = NomeTabela(Tabela);
+    const QString nome = nome_tabela(Tabela);
     if (nome.isEmpty()) return;
     BaseDados &b = base(s);
     if (!b.Abre()) return;
@@ -285,7 +285,7 @@ void PesquisaLista(Sessao &s, const QString &Filtro, int Tipo) {
     if (Tipo != TabFavorecido && Tipo != TabCidade && Tipo != TabBancos) return;
     BaseDados &b = base(s);
     if (!b.Abre()) return;
-    QString sql = "Select * From " + NomeTabela(Tipo);
+    QString sql = "Select * From " + nome_tabela(Tipo);
     QVariantList valores;
     if (!Filtro.isEmpty()) {
         sql += comeca_com(eh_numerico(Filtro) ? "Codigo" : "Nome", Filtro, valores);

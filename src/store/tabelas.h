@@ -11,7 +11,7 @@ namespace vexa {
 
 // At the first start: VEXA.db with its six tables and the preset banks under the default
 // layout. An existing file is never touched.
-void CriaBaseDados(Sessao &s);
+void cria_base_dados(Sessao &s);
 
 // Opens the database and, for each flag set, the shared record set of that table over all
 // its rows. -2 when the database can't be opened, 1 otherwise.
@@ -20,7 +20,7 @@ int AbreTabelas(Sessao &s, Desktop &d, int Bancos, int Favorecido, int Cidade, i
 // Closes the shared record sets flagged. The database stays open. Always 0.
 int FechaTabelas(Sessao &s, int Bancos, int Favorecido, int Cidade, int Log);
 // Closes one table's shared record set (Transferencia and Script are closed by their screens).
-void FechaTabela(Sessao &s, int Tabela);
+void fecha_tabela(Sessao &s, int Tabela);
 // The shared record set of a table (see Tabela in store/basedados.h).
 RecordSet &Conjunto(Sessao &s, int Tabela);
 

@@ -8,7 +8,7 @@
 
 namespace vexa::ui {
 
-void PreparaAplicacao(QApplication &app) {
+void prepara_aplicacao(QApplication &app) {
     QCoreApplication::setOrganizationName("VexaPlus");
     QCoreApplication::setApplicationName("Vexa Plus");
     QApplication::setApplicationDisplayName("Vexa Plus");

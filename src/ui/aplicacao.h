@@ -7,6 +7,6 @@ namespace vexa::ui {
 // Names the application (the data folder hangs on these names), puts the system's dialogs in
 // Portuguese, maps the cheque fonts to the fixed-pitch fonts the system has, and sets the
 // look of the windows.
-void PreparaAplicacao(QApplication &app);
+void prepara_aplicacao(QApplication &app);
 
 } // namespace vexa::ui

@@ -171,7 +171,7 @@ Tela *DesktopQt::Abre(std::unique_ptr<Tela> tela, bool modal) {
         }
         return ja;
     }
-    const FabricaVista fabrica = VistaDe(tela->Nome);
+    const FabricaVista fabrica = vista_de(tela->Nome);
     auto *janela = new JanelaTela(std::move(tela));
     Tela &t = janela->tela();
     janelas_.append(janela);

@@ -24,7 +24,7 @@ void CriaVistaConfigura(Tela &tela, QMainWindow &janela);
 void CriaVistaOpSoft(Tela &tela, QMainWindow &janela);
 void CriaVistaSobre(Tela &tela, QMainWindow &janela);
 
-const std::map<QString, FabricaVista> &FabricasVistas() {
+const std::map<QString, FabricaVista> &fabricas_vistas() {
     static const std::map<QString, FabricaVista> vistas = {
         {telas::Main, CriaVistaMain},
         {telas::CmpExtra, CriaVistaCmpExtra},
@@ -50,9 +50,9 @@ const std::map<QString, FabricaVista> &FabricasVistas() {
     return vistas;
 }
 
-FabricaVista VistaDe(const QString &nome) {
-    const auto v = FabricasVistas().find(nome);
-    return v == FabricasVistas().end() ? FabricaVista() : v->second;
+FabricaVista vista_de(const QString &nome) {
+    const auto v = fabricas_vistas().find(nome);
+    return v == fabricas_vistas().end() ? FabricaVista() : v->second;
 }
 
 } // namespace vexa::ui

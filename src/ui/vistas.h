@@ -12,8 +12,8 @@ namespace vexa::ui {
 
 using FabricaVista = std::function<void(Tela &tela, QMainWindow &janela)>;
 
-const std::map<QString, FabricaVista> &FabricasVistas();
+const std::map<QString, FabricaVista> &fabricas_vistas();
 // The view for a screen name; an empty function for a name without one.
-FabricaVista VistaDe(const QString &nome);
+FabricaVista vista_de(const QString &nome);
 
 } // namespace vexa::ui

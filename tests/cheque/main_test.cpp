@@ -717,7 +717,7 @@ TEST_F(TelaMain, PartidaLeConfiguracoesEPedido) {
     EXPECT_EQ(ini("Sistema", "InRel"), "0");
     EXPECT_EQ(m->Option2.Value, 1);
     EXPECT_EQ(imp().Chamadas(),
-              (QStringList{"IniciaPorta(COM2)", "ComandoTX(" + ComandoFormatoData(2) + "|5)",
+              (QStringList{"IniciaPorta(COM2)", "ComandoTX(" + comando_formato_data(2) + "|5)",
                            "FechaPorta()"}));
     EXPECT_TRUE(d.Mostradas.contains("Main"));
     EXPECT_EQ(m->Foco().texto(), "Text1(0)");
@@ -739,7 +739,7 @@ TEST_F(TelaMain, OpcaoDeDataMandaOComandoEGuarda) {
     abre();
     m->Clica("Option3");
     EXPECT_EQ(imp().Chamadas(),
-              (QStringList{"IniciaPorta(COM2)", "ComandoTX(" + ComandoFormatoData(4) + "|5)",
+              (QStringList{"IniciaPorta(COM2)", "ComandoTX(" + comando_formato_data(4) + "|5)",
                            "FechaPorta()"}));
     EXPECT_EQ(ini("Opcoes", "ConfiguraData"), "4");
     EXPECT_EQ(m->Option3.Value, 1);

@@ -11,7 +11,7 @@ using namespace vexa;
 namespace {
 
 const QString Titulo = "Impressão de Cheque Transferência";
-const QStringList Padrao = PosicoesPadraoTransf();
+const QStringList Padrao = posicoes_padrao_transf();
 
 class TransfTeste : public teste::Registros {
   protected:

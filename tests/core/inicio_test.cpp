@@ -37,7 +37,7 @@ class InRel : public Inicio, public ::testing::WithParamInterface<CasoInRel> {};
 TEST_P(InRel, MarcaACaixaEReescreveComo1) {
     const CasoInRel c = GetParam();
     if (c.guardado) grava("Sistema", "InRel", c.guardado);
-    EXPECT_EQ(IniciaConfiguracoes(sessao), c.marcado);
+    EXPECT_EQ(inicia_configuracoes(sessao), c.marcado);
     EXPECT_EQ(le("Sistema", "InRel"), c.depois);
 }
 
@@ -52,19 +52,19 @@ INSTANTIATE_TEST_SUITE_P(Valores, InRel,
                                            CasoInRel{"1abc", true, "1"}));
 
 TEST_F(Inicio, PortaFaltandoGravaCOM2EPortaLongaECortada) {
-    IniciaConfiguracoes(sessao);
+    inicia_configuracoes(sessao);
     EXPECT_EQ(sessao.PortaImpressora, "COM2");
     EXPECT_EQ(le("Sistema", "port"), "COM2");
     grava("Sistema", "port", "COM10");
-    IniciaConfiguracoes(sessao);
+    inicia_configuracoes(sessao);
     EXPECT_EQ(sessao.PortaImpressora, "COM1");
 }
 
 TEST_F(Inicio, OpcoesNumericasComPadroesEValoresGuardados) {
     grava("Opcoes", "PeriodoRelExc", "45");
     grava("Opcoes", "NumCObrig", "0");
-    IniciaConfiguracoes(sessao);
-    LeOpcoesNumericas(sessao);
+    inicia_configuracoes(sessao);
+    le_opcoes_numericas(sessao);
     EXPECT_EQ(sessao.PeriodoRel, 45);
     EXPECT_EQ(sessao.PeriodoCop, 30);
     EXPECT_EQ(sessao.UsaInvertida, 1);

@@ -86,7 +86,7 @@ TEST_P(UmCheque, EntreAberturaEFechamentoDaPorta) {
     s.PortaImpressora = c.porta;
     if (!c.falha.isEmpty()) imp().Falha(c.falha, Simulador::SemPapel);
     Medidor gauge;
-    EXPECT_EQ(ImprimeUmCheque(s, d, &gauge, c.textos, c.testaPorta), c.resultado);
+    EXPECT_EQ(imprime_um_cheque(s, d, &gauge, c.textos, c.testaPorta), c.resultado);
     EXPECT_EQ(imp().Chamadas(), QStringList{"IniciaPorta(" + c.porta + ")"} + c.chamadas);
     EXPECT_EQ(gauge.ForeColor, 255); // swept ahead of the port
     if (c.mensagem.isEmpty()) {
@@ -166,14 +166,14 @@ TEST_F(Impressao, QornCmdMoedaGravaOsNomesEEnviaConvertidos) {
 }
 
 TEST_F(Impressao, FormatoDaDataEnviaOComandoEGuardaAEscolha) {
-    EnviaFormatoData(s, 3); // not a choice: nothing happens
-    EnviaFormatoData(s, 2);
+    envia_formato_data(s, 3); // not a choice: nothing happens
+    envia_formato_data(s, 2);
     EXPECT_EQ(imp().Chamadas(), QStringList({"IniciaPorta(COM2)",
                                              "ComandoTX(\x1B\u00AF"
                                              "D2\r|5)",
                                              "FechaPorta()"}));
-    EXPECT_EQ(para_ansi(ComandoFormatoData(4)), QByteArray("\x1B\xAF"
-                                                           "D4\r"));
+    EXPECT_EQ(para_ansi(comando_formato_data(4)), QByteArray("\x1B\xAF"
+                                                             "D4\r"));
     EXPECT_EQ(LeGravaIni(s.CaminhoIni, "Opcoes", "ConfiguraData", ""), "2");
     EXPECT_EQ(imp().DigitosAno(), 2);
 }
@@ -275,16 +275,16 @@ TEST_F(Impressao, MontaExtensoLeAsPalavrasDoArquivo) {
 }
 
 TEST_F(Impressao, CriaImpressoraPelaConfiguracao) {
-    auto primeira = CriaImpressora(s);
+    auto primeira = cria_impressora(s);
     EXPECT_EQ(primeira->Descricao(), "Impressora simulada (COM2)");
     EXPECT_EQ(LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", ""), "Simulador");
     LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "Outra");
-    EXPECT_NE(dynamic_cast<Simulador *>(CriaImpressora(s).get()), nullptr);
+    EXPECT_NE(dynamic_cast<Simulador *>(cria_impressora(s).get()), nullptr);
 
     // The real library answers in the current folder: the data folder.
     const QString antes = QDir::currentPath();
     LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "nativo");
-    auto nativa = CriaImpressora(s);
+    auto nativa = cria_impressora(s);
     EXPECT_NE(dynamic_cast<Nativo *>(nativa.get()), nullptr);
     EXPECT_EQ(QDir::currentPath(), s.CaminhoApp);
     QDir::setCurrent(antes);
@@ -299,17 +299,17 @@ TEST(ImpressoraSistema, PaginasDeTextoViramLinhas) {
 }
 
 TEST(ErroImpressao, TabelaDeErros) {
-    EXPECT_EQ(TextoErroImpressao(0), "");
-    EXPECT_EQ(TextoErroImpressao(482), "Ocorreu erro 482! Possiveis Causas:\n"
-                                       "- A impressora não foi encontrada!\n"
-                                       "- A impressora está desligada!\n"
-                                       "- Fim de papel ou papel enroscado!");
-    EXPECT_EQ(TextoErroImpressao(32755), "");
-    EXPECT_EQ(TextoErroImpressao(32755, true), "Ocorreu erro 32755!");
-    EXPECT_EQ(TextoErroImpressao(57), "Ocorreu erro 57!");
+    EXPECT_EQ(texto_erro_impressao(0), "");
+    EXPECT_EQ(texto_erro_impressao(482), "Ocorreu erro 482! Possiveis Causas:\n"
+                                         "- A impressora não foi encontrada!\n"
+                                         "- A impressora está desligada!\n"
+                                         "- Fim de papel ou papel enroscado!");
+    EXPECT_EQ(texto_erro_impressao(32755), "");
+    EXPECT_EQ(texto_erro_impressao(32755, true), "Ocorreu erro 32755!");
+    EXPECT_EQ(texto_erro_impressao(57), "Ocorreu erro 57!");
     DesktopRoteiro d;
-    MostraErroImpressao(d, 32755);
-    MostraErroImpressao(d, 57);
+    mostra_erro_impressao(d, 32755);
+    mostra_erro_impressao(d, 57);
     EXPECT_EQ(d.Textos(), QStringList{"Ocorreu erro 57!"});
     EXPECT_EQ(d.Mensagens[0].Titulo, "");
     EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Nenhum);

@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
         CasoMudanca{"ExcluiTodos", [](Simulador &s) { return s.ExcluiFavorecido(""); }},
         CasoMudanca{"AlteraMoeda", [](Simulador &s) { return s.AlteraMoeda("Peso", "Pesos"); }},
         CasoMudanca{"FormatoDaData",
-                    [](Simulador &s) { return s.ComandoTX(ComandoFormatoData(1), 5); }},
+                    [](Simulador &s) { return s.ComandoTX(comando_formato_data(1), 5); }},
         CasoMudanca{"CancelaUltimo", [](Simulador &s) { return s.CancelaRel("U"); }},
         CasoMudanca{"CancelaTodos", [](Simulador &s) { return s.CancelaRel("*"); }},
         CasoMudanca{"Cheque",
@@ -170,7 +170,7 @@ TEST_P(MemoriaSemEscrita, ComecaDeFabricaERespondeAFalha) {
 
     Simulador imp(caminho);
     EXPECT_FALSE(imp.Memoria().Gravavel());
-    EXPECT_EQ(imp.Bancos().size(), BancosPadrao().size());
+    EXPECT_EQ(imp.Bancos().size(), bancos_padrao().size());
     EXPECT_EQ(imp.IniciaPorta("COM2"), Simulador::Feito);
     EXPECT_EQ(imp.ImprimeCheque("001", "1,00", "Ana", "Santos", "01/01/24", ""),
               Simulador::MemoriaFalhou);

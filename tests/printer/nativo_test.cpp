@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "[30352F30332F3939] []"},
         Fronteira{"CampoExtraSemConversao", [](Nativo &n) { n.ImprimeCampoX(1, 20, 109, "São"); },
                   "ImprimeCampoX 1 20 109 [53E36F]"},
-        Fronteira{"FormatoDeData", [](Nativo &n) { n.ComandoTX(ComandoFormatoData(4), 5); },
+        Fronteira{"FormatoDeData", [](Nativo &n) { n.ComandoTX(comando_formato_data(4), 5); },
                   "ComandoTX [1BAF44340D] 5"},
         Fronteira{"TextoComModoEInteiros", [](Nativo &n) { n.FormataTX("A\r\n", 2, 0, 0, 1, -1); },
                   "FormataTX [410D0A] 2 0 0 1 -1"},

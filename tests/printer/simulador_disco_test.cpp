@@ -150,7 +150,7 @@ INSTANTIATE_TEST_SUITE_P(
         CasoDisco{"AlteraMoeda", 0, [](Simulador &s) { return s.AlteraMoeda("Peso", "Pesos"); }, 6,
                   1},
         CasoDisco{"FormatoDaData", 0,
-                  [](Simulador &s) { return s.ComandoTX(ComandoFormatoData(2), 5); }, 6, 1},
+                  [](Simulador &s) { return s.ComandoTX(comando_formato_data(2), 5); }, 6, 1},
         CasoDisco{"CancelaRel", 0, [](Simulador &s) { return s.CancelaRel("u"); }, 6, 1},
         CasoDisco{"ImprimeCheque", 0,
                   [](Simulador &s) {
@@ -213,7 +213,7 @@ TEST(SimuladorSomenteLeitura, MemoriaIlegivelNumaPastaSemEscrita) {
     const QStringList antes = arquivos(pasta);
 
     Simulador imp(pasta);
-    EXPECT_EQ(imp.Bancos().size(), BancosPadrao().size());
+    EXPECT_EQ(imp.Bancos().size(), bancos_padrao().size());
     EXPECT_EQ(imp.IniciaPorta("COM2"), Simulador::Feito);
     EXPECT_EQ(imp.ImprimeCheque("001", "1,00", "Maria", "Santos", "01/01/24", ""),
               Simulador::MemoriaFalhou);

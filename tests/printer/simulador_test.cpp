@@ -64,7 +64,7 @@ TEST_F(SimuladorTeste, FaceComExtensoEmDuasLinhasAcentosECamposExtras) {
     Simulador imp(pasta.path());
     imp.IniciaPorta("COM2");
     imp.IncluiBanco("237", "003,006,008,011,015,085,017,009,011,030,040,050,075");
-    imp.ComandoTX(ComandoFormatoData(2), 5);
+    imp.ComandoTX(comando_formato_data(2), 5);
     imp.FechaPorta();
     // Extra fields arrive unconverted: the printer reads "é" (E9) as its own "Ú".
     imp.ImprimeCampoX(1, 20, 1, "Pagar até 10/01");
@@ -86,7 +86,7 @@ TEST_F(SimuladorTeste, AnoComOsDigitosDoUltimoComandoLembradoAposReinicio) {
         {
             Simulador imp(pasta.path());
             imp.IniciaPorta("COM2");
-            ASSERT_EQ(imp.ComandoTX(ComandoFormatoData(digitos), 5), Simulador::Feito);
+            ASSERT_EQ(imp.ComandoTX(comando_formato_data(digitos), 5), Simulador::Feito);
             imp.FechaPorta();
         }
         Simulador imp(pasta.path());
@@ -122,7 +122,7 @@ TEST_F(SimuladorTeste, MemoriaSobreviveAoReinicio) {
 
 TEST_F(SimuladorTeste, SaiDeFabricaComOsBancosPadrao) {
     Simulador imp(pasta.path());
-    const auto bancos = BancosPadrao();
+    const auto bancos = bancos_padrao();
     ASSERT_FALSE(bancos.isEmpty());
     EXPECT_EQ(imp.Bancos().size(), bancos.size());
     for (const auto &b : bancos)
@@ -139,7 +139,7 @@ TEST_F(SimuladorTeste, MemoriaIlegivelFicaDeLadoEVoltaDeFabrica) {
     memoria.write("{ bancos: quebrado");
     memoria.close();
     Simulador imp(pasta.path());
-    EXPECT_EQ(imp.Bancos().size(), BancosPadrao().size());
+    EXPECT_EQ(imp.Bancos().size(), bancos_padrao().size());
     EXPECT_TRUE(QFileInfo::exists(pasta.filePath("impressora/memoria.json.ilegivel")));
     EXPECT_EQ(cheque(imp), Simulador::Feito);
 }
@@ -195,7 +195,7 @@ INSTANTIATE_TEST_SUITE_P(
             [](Simulador &s) { return s.IncluiBanco("1", "1,2,3,4,5,6,7,8,9,10,11,12"); },
             Simulador::ArgumentoInvalido),
         CasoFalha(
-            "Data3Digitos", [](Simulador &s) { return s.ComandoTX(ComandoFormatoData(3), 5); },
+            "Data3Digitos", [](Simulador &s) { return s.ComandoTX(comando_formato_data(3), 5); },
             Simulador::ArgumentoInvalido),
         CasoFalha(
             "Imposta", [](Simulador &s) { return s.Falha("ImprimeCheque", -7), ch(s, "001", "1"); },

@@ -15,7 +15,7 @@ const QString MsgAjuste = "Algum erro relacionado a posição dos campos foi det
 class AjustaTeste : public teste::Registros {
   protected:
     // The bank screen with a layout on it, and its graphic adjust open.
-    Ajusta &abre_ajuste(const QString &codigo, const QStringList &posicoes = PosicoesPadrao()) {
+    Ajusta &abre_ajuste(const QString &codigo, const QStringList &posicoes = posicoes_padrao()) {
         b = &abre<Bancos>();
         b->Text1[0].Text = codigo;
         b->Text1[1].Text = "Banco de Teste";
@@ -153,20 +153,20 @@ class OrdemAjuste : public ::testing::TestWithParam<CasoOrdem> {};
 TEST_P(OrdemAjuste, IgualdadeFalha) {
     const QList<int> T0 = {119, 871, 1247, 1811, 2375, 2375, 2375, 2375};
     const QList<int> X0 = {6307, 1207, 663, 799, 3451, 5490, 6102, 7803};
-    EXPECT_TRUE(VerificaOrdemAjuste(T0, X0));
+    EXPECT_TRUE(verifica_ordem_ajuste(T0, X0));
     const CasoOrdem &c = GetParam();
     QList<int> T = T0, X = X0;
     if (c.topo)
         T[c.b] = T[c.a];
     else
         X[c.b] = X[c.a];
-    EXPECT_FALSE(VerificaOrdemAjuste(T, X));
+    EXPECT_FALSE(verifica_ordem_ajuste(T, X));
     // One step past the other box fails as well.
     if (c.topo)
         T[c.b] = T[c.a] - AjusteGrafico::UnidadeLinha;
     else
         X[c.b] = X[c.a] - AjusteGrafico::UnidadeColuna;
-    EXPECT_FALSE(VerificaOrdemAjuste(T, X));
+    EXPECT_FALSE(verifica_ordem_ajuste(T, X));
 }
 
 INSTANTIATE_TEST_SUITE_P(Condicoes, OrdemAjuste,
@@ -184,7 +184,7 @@ TEST_F(AjustaTeste, CancelarNaoDevolveNada) {
     tecla(a, 0, Abaixo, 2);
     a.Clica("Command3D1", 1);
     EXPECT_TRUE(a.Descarregada());
-    EXPECT_EQ(b->Posicoes(), PosicoesPadrao());
+    EXPECT_EQ(b->Posicoes(), posicoes_padrao());
 }
 
 } // namespace

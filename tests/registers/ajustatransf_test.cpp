@@ -59,7 +59,7 @@ class AjusteTransfTeste : public teste::Registros {
 TEST_F(AjusteTransfTeste, AbreComOLayoutMoveECopiaNoOk) {
     AjustaChequeTransferencia &a = abre_ajuste("001");
     EXPECT_EQ(a.Panel3D3.Caption, "001 - Banco de Teste");
-    EXPECT_EQ(rotulos(a), PosicoesPadraoTransf());
+    EXPECT_EQ(rotulos(a), posicoes_padrao_transf());
     tecla(a, 0, Abaixo);
     // Up and down leave the date on the city's line.
     tecla(a, 4, Abaixo, 3);
@@ -67,7 +67,7 @@ TEST_F(AjusteTransfTeste, AbreComOLayoutMoveECopiaNoOk) {
     a.Clica("Command3D1", 0);
     EXPECT_TRUE(a.Descarregada());
     EXPECT_TRUE(d.Mensagens.isEmpty());
-    QStringList esperado = PosicoesPadraoTransf();
+    QStringList esperado = posicoes_padrao_transf();
     esperado[0] = "003";
     esperado[13] = "098";
     EXPECT_EQ(campos_banco(), esperado);
@@ -150,7 +150,7 @@ TEST_P(RegrasTransf, OrdemEDistancias) {
         linhas << p.linha;
         colunas << p.coluna;
     }
-    EXPECT_EQ(VerificaOrdemTransf(T, X, linhas, colunas), GetParam().passa);
+    EXPECT_EQ(verifica_ordem_transf(T, X, linhas, colunas), GetParam().passa);
 }
 
 constexpr Posicao V{2, 91}, E1{5, 23}, E2{7, 8};

@@ -18,7 +18,7 @@ const QString MsgPosicoes = "Algum erro relacionado a posição dos campos foi d
 
 // The default layout with some positions changed (index 0 is L1, 5 is C1...).
 QStringList layout(std::initializer_list<std::pair<int, QString>> mudancas = {}) {
-    QStringList p = PosicoesPadrao();
+    QStringList p = posicoes_padrao();
     for (const auto &[i, v] : mudancas)
         p[i] = v;
     return p;
@@ -291,7 +291,7 @@ TEST_P(BancosSemLayout, AvisaENaoGrava) {
         EXPECT_TRUE(b.Text1[0].Enabled);
         EXPECT_EQ(b.Text1[1].Text, "");
         EXPECT_EQ(b.Text2.Text, "");
-        EXPECT_EQ(b.List1.ListCount(), BancosPadrao().size());
+        EXPECT_EQ(b.List1.ListCount(), bancos_padrao().size());
     }
 }
 
@@ -357,7 +357,7 @@ TEST_F(BancosTeste, CamposMascaraEnterEPesquisa) {
     EXPECT_EQ(b.List1.Itens.first(), "003 - Banco da Amazônia");
     EXPECT_TRUE(b.List1.Itens.contains("001 - Banco do Brasil"));
     b.Digita("Text2", -1, "");
-    EXPECT_EQ(b.List1.ListCount(), BancosPadrao().size());
+    EXPECT_EQ(b.List1.ListCount(), bancos_padrao().size());
 }
 
 TEST_F(BancosTeste, PreparaAjustePreencheLacunasOuOPadrao) {
@@ -377,7 +377,7 @@ TEST_F(BancosTeste, PreparaAjustePreencheLacunasOuOPadrao) {
     for (int i = 2; i <= 14; ++i)
         b.Text1[i].Text = "0";
     b.PreparaAjuste();
-    EXPECT_EQ(b.Posicoes(), PosicoesPadrao());
+    EXPECT_EQ(b.Posicoes(), posicoes_padrao());
 }
 
 TEST_F(BancosTeste, SemBaseDeDadosAvisaEFecha) {

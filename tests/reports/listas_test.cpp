@@ -46,7 +46,7 @@ constexpr int PorPaginaWin = 3;
 TEST_P(ListaDeCheques, PaginasInteiras) {
     const Caso &c = GetParam();
     const QStringList envios =
-        EnviosLista(linhas(c.linhas), c.formato, c.destino, "230299", PorPaginaWin);
+        envios_lista(linhas(c.linhas), c.formato, c.destino, "230299", PorPaginaWin);
     EXPECT_EQ(envios.size(), c.envios);
     QString texto;
     for (int i = 0; i < envios.size(); ++i)
@@ -54,7 +54,7 @@ TEST_P(ListaDeCheques, PaginasInteiras) {
     // The cheque printer's lists end their lines with LF, the file's with CR LF: the same text.
     if (c.destino == DestinoLista::Arquivo) {
         const QStringList vexa =
-            EnviosLista(linhas(c.linhas), c.formato, DestinoLista::Vexa, "230299", PorPaginaWin);
+            envios_lista(linhas(c.linhas), c.formato, DestinoLista::Vexa, "230299", PorPaginaWin);
         ASSERT_EQ(vexa.size(), envios.size());
         for (int i = 0; i < envios.size(); ++i)
             EXPECT_EQ(QString(vexa[i]).replace("\n", "\r\n"), envios[i]);
@@ -100,8 +100,8 @@ class EnvioDaLista : public ::testing::Test {
 TEST_F(EnvioDaLista, ImpressoraPedeCadaDocumentoECancelarPara) {
     d.Respostas = {Resposta::OK, Resposta::OK, Resposta::OK};
     int lidas = 0;
-    EnviaLista(s, d, linhas(27), FormatoLista::Normal, DestinoLista::Vexa,
-               [&](int i) { lidas = i + 1; });
+    envia_lista(s, d, linhas(27), FormatoLista::Normal, DestinoLista::Vexa,
+                [&](int i) { lidas = i + 1; });
     EXPECT_EQ(lidas, 27);
     EXPECT_EQ(d.Textos(), (QStringList{"Insira o Documento.", "Insira novo Documento...",
                                        "Insira novo Documento..."}));
@@ -112,31 +112,31 @@ TEST_F(EnvioDaLista, ImpressoraPedeCadaDocumentoECancelarPara) {
     // Cancel at the second document leaves the first page printed, and nothing more.
     d.Mensagens.clear();
     d.Respostas = {Resposta::OK, Resposta::Cancel};
-    EnviaLista(s, d, linhas(27), FormatoLista::Normal, DestinoLista::Vexa);
+    envia_lista(s, d, linhas(27), FormatoLista::Normal, DestinoLista::Vexa);
     EXPECT_EQ(folhas(), 4);
     d.Respostas = {Resposta::Cancel};
-    EnviaLista(s, d, linhas(27), FormatoLista::Normal, DestinoLista::Vexa);
+    envia_lista(s, d, linhas(27), FormatoLista::Normal, DestinoLista::Vexa);
     EXPECT_EQ(folhas(), 4);
 }
 
 TEST_F(EnvioDaLista, ArquivoGravaTudoEImpressoraDoSistemaEmPaginas) {
     d.CaminhoSalvar = pasta.path() + "/lista";
-    EnviaLista(s, d, linhas(14), FormatoLista::Normal, DestinoLista::Arquivo);
+    envia_lista(s, d, linhas(14), FormatoLista::Normal, DestinoLista::Arquivo);
     QFile f(pasta.path() + "/lista.txt");
     ASSERT_TRUE(f.open(QIODevice::ReadOnly));
     EXPECT_EQ(QString::fromUtf8(f.readAll().mid(3)),
-              EnviosLista(linhas(14), FormatoLista::Normal, DestinoLista::Arquivo, "230299", 55)
+              envios_lista(linhas(14), FormatoLista::Normal, DestinoLista::Arquivo, "230299", 55)
                   .join(QString()));
     EXPECT_TRUE(d.Mensagens.isEmpty());
 
     s.ChequesPorPagina = 2;
-    EnviaLista(s, d, linhas(5), FormatoLista::Compacto, DestinoLista::Windows);
+    envia_lista(s, d, linhas(5), FormatoLista::Compacto, DestinoLista::Windows);
     ASSERT_EQ(d.Impressos.size(), 1);
     EXPECT_EQ(d.Impressos[0].Paginas.size(), 2);
     EXPECT_EQ(d.Impressos[0].TamanhoFonte, 9);
 
     d.ErroImpressao = 482;
-    EnviaLista(s, d, linhas(5), FormatoLista::Normal, DestinoLista::Windows);
+    envia_lista(s, d, linhas(5), FormatoLista::Normal, DestinoLista::Windows);
     ASSERT_EQ(d.Mensagens.size(), 1);
     EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Ocorreu erro 482! Possiveis Causas:"));
 }

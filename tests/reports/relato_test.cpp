@@ -187,14 +187,14 @@ TEST_F(TelaRelato, RelatorioGeralInteiro) {
     grava_exemplo();
     grava({{"0000000004", "999", "5,", "Banco sumido", "", "01/04/99", "", ""}});
     Relato &r = relato();
-    confere_referencia(TextoRelatorioGeral(s), "relatorios/geral.txt");
+    confere_referencia(texto_relatorio_geral(s), "relatorios/geral.txt");
     d.CaminhoSalvar = pasta.path() + "/geral.txt";
     r.Clica("criar");
     QFile f(d.CaminhoSalvar);
     ASSERT_TRUE(f.open(QIODevice::ReadOnly));
     const QByteArray bytes = f.readAll();
     EXPECT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
-    EXPECT_EQ(QString::fromUtf8(bytes.mid(3)), TextoRelatorioGeral(s));
+    EXPECT_EQ(QString::fromUtf8(bytes.mid(3)), texto_relatorio_geral(s));
 }
 
 TEST_F(TelaRelato, RelatorioGeralQueNaoPodeSerGravadoAvisa) {
@@ -455,8 +455,8 @@ TEST_F(EnvioPelaTela, ArquivoGravaOsBytesDaListaComoMostrada) {
     r.Clica("SSCommand1");
     QFile f(pasta.path() + "/lista.txt");
     ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-    const QString esperado = EnviosLista(r.List1.Itens.lista(), FormatoLista::Compacto,
-                                         DestinoLista::Arquivo, s.Hoje6, s.ChequesPorPagina)
+    const QString esperado = envios_lista(r.List1.Itens.lista(), FormatoLista::Compacto,
+                                          DestinoLista::Arquivo, s.Hoje6, s.ChequesPorPagina)
                                  .join(QString());
     EXPECT_EQ(f.readAll(), "\xEF\xBB\xBF" + esperado.toUtf8());
     EXPECT_TRUE(esperado.contains("C|"));

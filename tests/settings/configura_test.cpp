@@ -157,7 +157,7 @@ TEST_F(TelaConfigura, AutoTesteNoPapel) {
     c.Clica("Command3D9");
     EXPECT_EQ(d.Mensagens[0].Texto, "Insira o papel na impressora.");
     EXPECT_EQ(d.Mensagens[0].Titulo, "Auto-teste na impressora");
-    const QString pagina = PaginaAutoTeste("COM2", "Suporte Técnico: (__) ____-____");
+    const QString pagina = pagina_auto_teste("COM2", "Suporte Técnico: (__) ____-____");
     EXPECT_TRUE(chamadas().contains("FormataTX(" + ConverteTexto(pagina) + "|3|0|0|0|0)"));
     EXPECT_EQ(pagina, QString(35, ' ') + "AUTO - TESTE\n\n" + QString(27, ' ') +
                           "Impressora de Cheques - Vexa Plus\n\n\n" + QString(35, ' ') +

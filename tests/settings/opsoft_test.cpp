@@ -169,8 +169,8 @@ TEST_F(TelaOpSoft, ConfirmaLevaOsNumerosASessao) {
     EXPECT_EQ(ini("NumCObrig"), "0");
     // The next start reads what was written.
     Sessao outra{pasta.path()};
-    IniciaConfiguracoes(outra);
-    LeOpcoesNumericas(outra);
+    inicia_configuracoes(outra);
+    le_opcoes_numericas(outra);
     EXPECT_EQ(outra.PeriodoCop, 60);
     EXPECT_EQ(outra.ChequesPorPagina, 40);
     EXPECT_EQ(outra.NumeroObrigatorio, 0);

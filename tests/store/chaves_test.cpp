@@ -129,7 +129,7 @@ TEST_F(Chaves, BancoDaVersaoAnteriorSobeSemPerderLinhaEPesquisaSemAcento) {
 }
 
 TEST_F(Chaves, ChaveDoBancoEDoProgramaSaoAMesma) {
-    CriaBaseDados(*s);
+    cria_base_dados(*s);
     Conexao c(arquivo());
     QStringList textos{"Ação Ltda", "JOÃO D'ÁVILA", "Straße", "Œuvre",
                        "İstanbul",  "Ĳssel",        "Łódź",   "ÿ",
@@ -157,7 +157,7 @@ struct CasoPrefixo {
 class Prefixo : public Chaves, public ::testing::WithParamInterface<CasoPrefixo> {};
 
 TEST_P(Prefixo, PesquisaEFiltroAchamPeloComecoDoNome) {
-    CriaBaseDados(*s);
+    cria_base_dados(*s);
     {
         Conexao c(arquivo());
         c.exec("INSERT INTO Favorecido (Codigo, Nome) VALUES ('00001', ?), ('00002', 'Zz')",
@@ -183,7 +183,7 @@ INSTANTIATE_TEST_SUITE_P(
 // The purge deletes exactly what the program's own reading of the dates says is past the
 // period, whatever form the date takes and whichever century its two digits fall in.
 TEST_F(Chaves, ExpurgoApagaOQueALeituraDasDatasDizQuePassouEGuardaNoArquivo) {
-    CriaBaseDados(*s);
+    cria_base_dados(*s);
     const QStringList datas{"01/05/24", "02/05/24", "03/05/24", "31/12/45", "01/01/46",
                             "01/01/44", "15/07/99", "29/02/00", "1/5/24",   "01/05/2024",
                             "",         "  ",       "31/02/24", "ab/cd/ef", "01.05.20",
@@ -221,7 +221,7 @@ TEST_F(Chaves, ExpurgoApagaOQueALeituraDasDatasDizQuePassouEGuardaNoArquivo) {
 }
 
 TEST_F(Chaves, ExpurgoQueNaoPodeGuardarNaoApagaNada) {
-    CriaBaseDados(*s);
+    cria_base_dados(*s);
     {
         Conexao c(arquivo());
         log(c, "0000000001", "01/01/20");
@@ -239,7 +239,7 @@ TEST_F(Chaves, ExpurgoQueNaoPodeGuardarNaoApagaNada) {
 }
 
 TEST_F(Chaves, BancoTravadoPorOutraConexaoEDitoComoTravado) {
-    CriaBaseDados(*s);
+    cria_base_dados(*s);
     Conexao outro(arquivo());
     outro.exec("BEGIN EXCLUSIVE");
     outro.exec("INSERT INTO Cidade (Codigo, Nome) VALUES ('00001', 'Santos')");

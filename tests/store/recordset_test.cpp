@@ -16,7 +16,7 @@ class RecordSetBlocos : public ::testing::Test {
   protected:
     void SetUp() override {
         s = std::make_unique<Sessao>(pasta.path());
-        CriaBaseDados(*s);
+        cria_base_dados(*s);
         ASSERT_EQ(AbreTabelas(*s, d, 0, 0, 1, 0), 1);
         QSqlDatabase db = s->Banco->db();
         db.transaction();

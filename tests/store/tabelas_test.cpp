@@ -22,7 +22,7 @@ class Armazem : public ::testing::Test {
     void SetUp() override {
         fixa_hoje(QDate(2024, 6, 1));
         s = std::make_unique<Sessao>(pasta.path());
-        CriaBaseDados(*s);
+        cria_base_dados(*s);
     }
     void TearDown() override { fixa_hoje(QDate()); }
 
@@ -66,7 +66,7 @@ class Armazem : public ::testing::Test {
 
 TEST_F(Armazem, PrimeiraPartidaTrazOsBancosPadraoEDepoisNaoRecria) {
     EXPECT_EQ(AbreTabelas(*s, d, 1, 0, 0, 0), 1);
-    EXPECT_EQ(Conjunto(*s, TabBancos).RecordCount(), BancosPadrao().size());
+    EXPECT_EQ(Conjunto(*s, TabBancos).RecordCount(), bancos_padrao().size());
     EXPECT_EQ(NomeBanco(*s, "001"), "Banco do Brasil");
     RecordSet &rs = Conjunto(*s, TabBancos);
     rs.MoveFirst();
@@ -74,11 +74,11 @@ TEST_F(Armazem, PrimeiraPartidaTrazOsBancosPadraoEDepoisNaoRecria) {
     for (const char *c :
          {"L1", "L2", "L3", "L4", "L5", "C1", "C2", "C3", "C4", "C5", "C6", "C7", "C8"})
         posicoes << rs.Campo(c);
-    EXPECT_EQ(posicoes, PosicoesPadrao());
+    EXPECT_EQ(posicoes, posicoes_padrao());
 
     ExisteCodigo(*s, "001", TabBancos);
     Conjunto(*s, TabBancos).Delete();
-    CriaBaseDados(*s);
+    cria_base_dados(*s);
     EXPECT_EQ(NomeBanco(*s, "001"), "Inexistente");
 }
 
@@ -291,7 +291,7 @@ TEST(EscritaInterrompida, ProcessoMortoNoMeioDeixaOBancoInteiro) {
     QTemporaryDir pasta;
     {
         Sessao s(pasta.path());
-        CriaBaseDados(s);
+        cria_base_dados(s);
     }
     QProcess filho;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();

@@ -9,7 +9,7 @@
 int main(int argc, char **argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    vexa::ui::PreparaAplicacao(app);
+    vexa::ui::prepara_aplicacao(app);
     vexa::define_pintor_pdf(vexa::pdf_face);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

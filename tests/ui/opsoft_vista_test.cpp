@@ -31,7 +31,7 @@ class VistaOpSoft : public ::testing::Test {
         s.PeriodoCop = 15;
         s.ChequesPorPagina = 55;
         o = static_cast<OpSoft *>(d.Abre(std::make_unique<OpSoft>(s, d)));
-        ui::VistaDe(telas::OpSoft)(*o, j);
+        ui::vista_de(telas::OpSoft)(*o, j);
         new ui::Binder(*o, &j);
         j.show();
         j.activateWindow();

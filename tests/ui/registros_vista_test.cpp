@@ -33,7 +33,7 @@ class VistaRegistros : public teste::Registros {
     QMainWindow &mostra(Tela &tela) {
         auto janela = std::make_unique<QMainWindow>();
         QMainWindow &j = *janela;
-        ui::VistaDe(tela.Nome)(tela, j);
+        ui::vista_de(tela.Nome)(tela, j);
         new ui::Binder(tela, &j);
         j.show();
         j.activateWindow();

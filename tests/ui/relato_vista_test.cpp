@@ -41,7 +41,7 @@ class VistaRelato : public teste::Registros {
     }
     QListView *mostra(Tela &tela) {
         janela = std::make_unique<QMainWindow>();
-        ui::VistaDe(tela.Nome)(tela, *janela);
+        ui::vista_de(tela.Nome)(tela, *janela);
         new ui::Binder(tela, janela.get());
         janela->show();
         janela->activateWindow();

@@ -21,10 +21,10 @@ std::vector<std::string> nomes(const auto &tabela) {
 }
 
 TEST(RegistroTelas, CadaTelaTemSuaVistaECadaVistaSuaTela) {
-    EXPECT_EQ(nomes(FabricasTelas()), nomes(ui::FabricasVistas()));
-    for (const auto &[nome, fabrica] : FabricasTelas())
-        EXPECT_TRUE(ui::VistaDe(nome)) << nome.toStdString();
-    EXPECT_FALSE(ui::VistaDe("Relatorio"));
+    EXPECT_EQ(nomes(fabricas_telas()), nomes(ui::fabricas_vistas()));
+    for (const auto &[nome, fabrica] : fabricas_telas())
+        EXPECT_TRUE(ui::vista_de(nome)) << nome.toStdString();
+    EXPECT_FALSE(ui::vista_de("Relatorio"));
     EXPECT_FALSE(tela_existe("Relatorio"));
 }
 
@@ -41,7 +41,7 @@ TEST_P(VistaDaTela, TodoControleLigadoAUmWidgetDentroDoSeuQuadro) {
     ASSERT_NE(tela, nullptr);
     EXPECT_EQ(tela->Nome, nome);
     QMainWindow janela;
-    ui::VistaDe(nome)(*tela, janela);
+    ui::vista_de(nome)(*tela, janela);
     auto *binder = new ui::Binder(*tela, &janela);
     QStringList soltos;
     for (const auto &[ref, c] : tela->controles()) {
@@ -62,7 +62,7 @@ TEST_P(VistaDaTela, TodoControleLigadoAUmWidgetDentroDoSeuQuadro) {
     tela->aoMudar = nullptr;
 }
 
-INSTANTIATE_TEST_SUITE_P(Telas, VistaDaTela, ::testing::ValuesIn(nomes(FabricasTelas())),
+INSTANTIATE_TEST_SUITE_P(Telas, VistaDaTela, ::testing::ValuesIn(nomes(fabricas_telas())),
                          [](const auto &info) { return info.param; });
 
 } // namespace

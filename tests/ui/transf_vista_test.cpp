@@ -54,7 +54,7 @@ class VistaTransf : public teste::Registros {
 
 TEST_F(VistaTransf, ChequeEnterCompletaOBancoERecusaComFoco) {
     LeGravaIni(s.CaminhoIni, "ChequeTransf", "001",
-               linha_transf(PosicoesPadraoTransf(), "Banco do Brasil"));
+               linha_transf(posicoes_padrao_transf(), "Banco do Brasil"));
     auto &t = abre<ChequeTransf>();
     QMainWindow &j = mostra(t, ui::CriaVistaChequeTransf);
     todos_ligados(t, j);
