@@ -169,6 +169,19 @@ void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
     relato->Unload();
 }
 
+// The screens opened over the entry screen's cheque or from the registers: the report's
+// filter, the transfer cheque and its layouts, the copy and its layouts.
+void captura_outras(Sessao &sessao, ui::DesktopQt &desktop) {
+    for (const QString &nome : {telas::Filtro, telas::ChequeTransf, telas::BancTrans,
+                                telas::Script, telas::CmpCopia}) {
+        Tela *tela = desktop.Abre(cria_tela(nome, sessao, desktop));
+        if (!tela) continue;
+        tela->Refresh();
+        grava(desktop.Janela(*tela), nome.toLower());
+        tela->Unload();
+    }
+}
+
 // The settings screens, the About screen and the help's contents page.
 void captura_configuracoes(Sessao &sessao, ui::DesktopQt &desktop) {
     if (Tela *configura = desktop.Abre(cria_tela(telas::Configura, sessao, desktop))) {
@@ -237,5 +250,6 @@ int main(int argc, char *argv[]) {
     captura_registros(sessao, desktop);
     captura_relatorio(sessao, desktop);
     captura_configuracoes(sessao, desktop);
+    captura_outras(sessao, desktop);
     return 0;
 }
