@@ -35,19 +35,20 @@ QString texto_relatorio_geral(Sessao &s) {
             if (!bancos.contains(b.codigo)) bancos.insert(b.codigo, b);
         }
     }
-    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
+    // Only the fields the report shows, in one pass over the set.
+    const QStringList campos = {"Codigo", "Banco", "NRCH",       "V_CH",        "Local",
+                                "Data",   "Favor", "Comentario", "Comentario1", "Comentario2"};
+    for (const QStringList &c : rs.Colunas(campos)) {
         // A bank that is no longer registered shows the one found last.
-        const auto b = bancos.constFind(rs.Campo("Banco"));
+        const auto b = bancos.constFind(c[1]);
         if (b != bancos.constEnd()) atual = *b;
-        texto += rs.Campo("Codigo") + "   " + atual.codigo.trimmed() + " - " + atual.nome +
-                 "  CH. Nº: " + rs.Campo("NRCH") + Fim;
-        texto += "Valor: " + valor_relatorio(rs.Campo("V_CH"), "#,###0.00") +
-                 "   Loc.: " + rs.Campo("Local") + "   Data: " + rs.Campo("Data") + Fim;
-        texto += "Fav.: " + rs.Campo("Favor") + Fim;
-        for (const char *c : {"Comentario", "Comentario1", "Comentario2"}) {
-            const QString comentario = rs.Campo(QLatin1String(c));
-            if (!comentario.isEmpty()) texto += comentario + Fim;
-        }
+        texto +=
+            c[0] + "   " + atual.codigo.trimmed() + " - " + atual.nome + "  CH. Nº: " + c[2] + Fim;
+        texto += "Valor: " + valor_relatorio(c[3], "#,###0.00") + "   Loc.: " + c[4] +
+                 "   Data: " + c[5] + Fim;
+        texto += "Fav.: " + c[6] + Fim;
+        for (int i = 7; i <= 9; ++i)
+            if (!c[i].isEmpty()) texto += c[i] + Fim;
         texto += QString(56, u'*') + Fim;
     }
     return texto;
