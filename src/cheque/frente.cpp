@@ -8,16 +8,6 @@
 
 namespace vexa {
 
-namespace {
-
-// The typed amount through a mask; a text that isn't an amount goes through as it is.
-QString mascara_valor(const QString &texto, const QString &mascara) {
-    const auto valor = centavos(texto);
-    return valor ? formata_centavos(*valor, mascara) : Format(texto, mascara);
-}
-
-} // namespace
-
 void ImprimeFrente(Main &Tela, bool Valido) {
     if (!Valido) return;
     Sessao &s = Tela.sessao;

@@ -483,4 +483,9 @@ std::optional<qint64> dias_entre(const QString &de, const QString &ate) {
     return a->daysTo(*b);
 }
 
+QString mascara_valor(const QString &texto, const QString &mascara) {
+    const auto valor = centavos(texto);
+    return valor ? formata_centavos(*valor, mascara) : Format(texto, mascara);
+}
+
 } // namespace vexa

@@ -69,6 +69,9 @@ double valor_numerico(const QString &texto);
 // Format over an amount in centavos, or over a double (taken at 15 significant digits, so
 // that a sum such as 0.1 + 0.2 shows as 0,30).
 QString formata_centavos(qint64 centavos, const QString &mascara);
+// An amount as typed or as the register keeps it ("1.234,5", "1234,") through a number mask; a
+// text that isn't an amount goes through Format as it is.
+QString mascara_valor(const QString &texto, const QString &mascara);
 QString formata_numero(double valor, const QString &mascara);
 
 // The short forms of a typed date: one or two characters are a day of MesAno ("mmaa"), so

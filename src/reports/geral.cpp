@@ -44,7 +44,7 @@ QString texto_relatorio_geral(Sessao &s) {
         if (b != bancos.constEnd()) atual = *b;
         texto +=
             c[0] + "   " + atual.codigo.trimmed() + " - " + atual.nome + "  CH. Nº: " + c[2] + Fim;
-        texto += "Valor: " + valor_relatorio(c[3], "#,###0.00") + "   Loc.: " + c[4] +
+        texto += "Valor: " + mascara_valor(c[3], "#,###0.00") + "   Loc.: " + c[4] +
                  "   Data: " + c[5] + Fim;
         texto += "Fav.: " + c[6] + Fim;
         for (int i = 7; i <= 9; ++i)

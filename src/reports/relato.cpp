@@ -32,11 +32,6 @@ QString em_colunas(const QString &texto, const QString &mascara, int largura) {
 
 } // namespace
 
-QString valor_relatorio(const QString &V_CH, const QString &mascara) {
-    const auto valor = centavos(V_CH);
-    return valor ? formata_centavos(*valor, mascara) : Format(V_CH, mascara);
-}
-
 QString LinhaRelatorio(const QMap<QString, QString> &registro) {
     static const QString favorecido = "!" + QString(74, u'@');
     QString linha =
@@ -45,8 +40,7 @@ QString LinhaRelatorio(const QMap<QString, QString> &registro) {
     linha += " | ";
     linha += campo(registro, "Banco");
     linha += " | ";
-    linha +=
-        Format(valor_relatorio(campo(registro, "V_CH"), "#,###,###,##0.00"), "@@@@@@@@@@@@@@@@");
+    linha += Format(mascara_valor(campo(registro, "V_CH"), "#,###,###,##0.00"), "@@@@@@@@@@@@@@@@");
     linha += " | ";
     linha += em_colunas(campo(registro, "Data"), "!@@@@@@@@", 8);
     linha += " | ";
@@ -150,7 +144,7 @@ void Relato::CarregaDetalhe(const QString &Index) {
     // The bank's name is looked up in its own table; the current set of Log stays on the
     // cheque.
     Text1[0].Caption = banco + " - " + NomeBanco(sessao, banco);
-    Text1[1].Caption = valor_relatorio(valor, "##,###,###,##0.00");
+    Text1[1].Caption = mascara_valor(valor, "##,###,###,##0.00");
     Text1[2].Caption = ou_branco(favorecido);
     Text1[3].Caption = ou_branco(cidade);
     Text1[4].Caption = ou_branco(data);

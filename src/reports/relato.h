@@ -17,10 +17,6 @@ class RecordSet;
 // their names (compared without case).
 QString LinhaRelatorio(const QMap<QString, QString> &registro);
 
-// An amount as the register keeps it ("1234,5", "1234,") through a number mask; a text that
-// isn't an amount goes through as it is.
-QString valor_relatorio(const QString &V_CH, const QString &mascara);
-
 class Relato : public Tela {
   public:
     Relato(Sessao &sessao, Desktop &desktop);
