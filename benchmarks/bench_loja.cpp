@@ -17,6 +17,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -153,20 +154,29 @@ void mede_cadastro() {
     linha("lista por nome para a impressora do sistema", lista, listaSql,
           "(meta: abaixo de 1000 ms, antes de pintar)");
 
-    const long kib = roda_filho("memoria-favorec", {pasta.path()}).trimmed().toLong();
+    // The same register in its real window, offscreen, each run a process of its own.
+    std::vector<double> janelas;
+    std::vector<long> picos;
+    for (int i = 0; i < 5; ++i) {
+        QProcess p;
+        p.start(TELA_CADASTRO, {pasta.path()});
+        p.waitForFinished(120000);
+        const QStringList saida = QString::fromLocal8Bit(p.readAllStandardOutput()).split(' ');
+        if (saida.size() < 2) continue;
+        janelas.push_back(saida[0].toDouble());
+        picos.push_back(saida[1].trimmed().toLong());
+    }
+    if (janelas.empty()) {
+        std::printf("  a janela do cadastro não abriu\n\n");
+        return;
+    }
+    linha("abrir Favorec com a lista pintada na janela", mediana(janelas), abreSql,
+          "(meta: abaixo de 150 ms)");
+    const long kib = *std::max_element(picos.begin(), picos.end());
     const long kibSql = roda_filho("memoria-sqlite", {pasta.path()}).trimmed().toLong();
-    std::printf("  %-44s %9.1f MB  SQLite %8.1f MB  razão %6.2f  (meta: abaixo de 120 MB)\n",
-                "pico de memória com o cadastro na tela", kib / 1024.0, kibSql / 1024.0,
+    std::printf("  %-44s %9.1f MB  SQLite %8.1f MB  razão %6.2f  (meta: abaixo de 120 MB)\n\n",
+                "pico de memória com o cadastro na janela", kib / 1024.0, kibSql / 1024.0,
                 kibSql > 0 ? double(kib) / kibSql : 0.0);
-    std::printf("  (a vista em lista, quando for modelo/vista, soma o que pinta da tela)\n\n");
-}
-
-int memoria_favorec(const QStringList &a) {
-    Sessao s(a.value(0));
-    DesktopRoteiro d;
-    d.Abre(std::make_unique<Favorec>(s, d));
-    std::printf("%ld\n", pico_proprio());
-    return 0;
 }
 
 int memoria_sqlite(const QStringList &a) {
@@ -241,7 +251,6 @@ void mede_grava_e_partida() {
 
 const bool registrado = registra_medida("3 loja cadastro", mede_cadastro) &&
                         registra_medida("4 loja registro", mede_grava_e_partida) &&
-                        registra_filho("memoria-favorec", memoria_favorec) &&
                         registra_filho("memoria-sqlite", memoria_sqlite);
 
 } // namespace

@@ -33,6 +33,17 @@ QString aspas(const QString &nome) {
     return '"' + nome + '"';
 }
 
+// Changes made through this connection and commits of other connections: while both stand
+// still, a select gives the rows it gave before.
+QPair<qint64, qint64> versao_dados(const QSqlDatabase &db) {
+    QSqlQuery q(db);
+    q.setForwardOnly(true);
+    if (!q.exec(QStringLiteral("SELECT total_changes(), data_version FROM pragma_data_version")) ||
+        !q.next())
+        return {-1, -1};
+    return {q.value(0).toLongLong(), q.value(1).toLongLong()};
+}
+
 QString lista_colunas(const QStringList &campos) {
     QStringList r;
     for (const QString &c : campos)
@@ -78,6 +89,7 @@ bool RecordSet::le_chaves() {
     for (const QVariant &v : valores_)
         q.addBindValue(v);
     if (!q.exec()) return false;
+    versao_ = versao_dados(db_);
     chaves_.clear();
     esquece_blocos();
     const int n = inteira_ ? campos_.size() : 0;
@@ -134,7 +146,29 @@ QList<QStringList> RecordSet::Colunas(const QStringList &nomes) const {
 
 RecordSet RecordSet::Copia() const {
     RecordSet copia;
-    if (aberto_) copia.Abre(db_, sql_, valores_);
+    if (!aberto_) return copia;
+    if (versao_.first < 0 || versao_dados(db_) != versao_) {
+        copia.Abre(db_, sql_, valores_);
+        return copia;
+    }
+    copia.db_ = db_;
+    copia.sql_ = sql_;
+    copia.tabela_ = tabela_;
+    copia.sqlChaves_ = sqlChaves_;
+    copia.resto_ = resto_;
+    copia.valores_ = valores_;
+    copia.aberto_ = true;
+    copia.inteira_ = inteira_;
+    copia.versao_ = versao_;
+    copia.chaves_ = chaves_;
+    copia.apagado_ = apagado_;
+    copia.apagados_ = apagados_;
+    copia.campos_ = campos_;
+    // The rows read with the select; the lists of rows are shared until one side changes.
+    for (const auto &[numero, bloco] : blocos_)
+        if (bloco.fixo) copia.blocos_.emplace(numero, bloco);
+    copia.pos_ = chaves_.isEmpty() ? -1 : 0;
+    copia.pula_apagados(1);
     return copia;
 }
 

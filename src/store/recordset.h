@@ -44,7 +44,8 @@ class RecordSet {
     QString Tabela() const { return tabela_; }
     QString Sql() const { return sql_; }
     // A set of its own over the same select, as the rows stand now: a list keeps it while the
-    // shared set is filtered again.
+    // shared set is filtered again. While nothing was written to the database since this set's
+    // select, the copy shares the rows already read instead of selecting them again.
     RecordSet Copia() const;
 
     // --- walking
@@ -96,6 +97,9 @@ class RecordSet {
     QVariantList valores_;
     bool aberto_ = false;
     bool inteira_ = false;
+
+    // The database's count of changes at the select: this connection's and other processes'.
+    QPair<qint64, qint64> versao_{-1, -1};
 
     QVector<qint64> chaves_; // rowids, in the select's order
     QVector<bool> apagado_;  // deleted through this set
