@@ -85,4 +85,51 @@ TEST_F(RecordSetBlocos, ApagadasSaemDasPosicoesEOutrasEscritasAparecemNoRequery)
     EXPECT_EQ(rs.Campo("Nome"), "Nova");
 }
 
+// A list's copy shares the rows its set read only while nothing was written since: a write
+// through the set, through plain SQL on the same connection or by another process shows in
+// the copy, in the select's order.
+enum class Escrita { Nenhuma, PeloConjunto, PorSql, PorOutraConexao };
+
+class CopiaDoConjunto : public RecordSetBlocos, public ::testing::WithParamInterface<Escrita> {};
+
+TEST_P(CopiaDoConjunto, VeAsLinhasComoEstaoAgora) {
+    RecordSet &rs = Conjunto(*s, TabCidade);
+    const QString sql = "INSERT INTO Cidade (Codigo, Nome) VALUES ('00000', 'Primeira')";
+    switch (GetParam()) {
+    case Escrita::Nenhuma:
+        break;
+    case Escrita::PeloConjunto:
+        rs.AddNew();
+        rs.Define("Codigo", "00000");
+        rs.Define("Nome", "Primeira");
+        ASSERT_TRUE(rs.Update());
+        break;
+    case Escrita::PorSql:
+        ASSERT_TRUE(QSqlQuery(s->Banco->db()).exec(sql));
+        break;
+    case Escrita::PorOutraConexao: {
+        const QString nome = "outra-conexao";
+        {
+            QSqlDatabase outra = QSqlDatabase::addDatabase("QSQLITE", nome);
+            outra.setDatabaseName(s->Banco->db().databaseName());
+            ASSERT_TRUE(outra.open());
+            ASSERT_TRUE(QSqlQuery(outra).exec(sql));
+            outra.close();
+        }
+        QSqlDatabase::removeDatabase(nome);
+        break;
+    }
+    }
+    const RecordSet copia = rs.Copia();
+    const bool nova = GetParam() != Escrita::Nenhuma;
+    ASSERT_EQ(copia.RecordCount(), Linhas + (nova ? 1 : 0));
+    EXPECT_EQ(copia.Linha(0).value(1), nova ? "Primeira" : "Cidade 1");
+    EXPECT_EQ(copia.Linha(copia.RecordCount() - 1).value(1),
+              QStringLiteral("Cidade %1").arg(Linhas));
+}
+
+INSTANTIATE_TEST_SUITE_P(Escritas, CopiaDoConjunto,
+                         ::testing::Values(Escrita::Nenhuma, Escrita::PeloConjunto, Escrita::PorSql,
+                                           Escrita::PorOutraConexao));
+
 } // namespace
