@@ -1,6 +1,7 @@
 #include "reports/excluirel.h"
 
 #include "printer/vexa32.h"
+#include "registers/cadastro.h"
 #include "reports/relato.h"
 #include "store/basedados.h"
 #include "store/tabelas.h"
@@ -52,9 +53,12 @@ void ExcluiRel::cancela_linhas(Relato &r, const std::set<int> &linhas) {
     // shows the register as it stands.
     QSqlDatabase db = sessao.Banco ? sessao.Banco->db() : QSqlDatabase();
     const bool junta = chaves.size() > 1 && db.isValid() && db.transaction();
-    for (const QString &Index : chaves)
-        MarcaCheque(sessao, desktop, Index, "C");
-    if (junta && !db.commit()) db.rollback();
+    bool gravou = MarcaCheques(sessao, desktop, chaves, "C");
+    if (junta && !db.commit()) {
+        db.rollback();
+        gravou = false;
+    }
+    if (!gravou) avisa_registro_nao_gravado(desktop);
 }
 
 void ExcluiRel::cancela_na_impressora(const QString &Opcao) {

@@ -293,20 +293,31 @@ void PesquisaLista(Sessao &s, const QString &Filtro, int Tipo) {
     b.Conjunto(Tipo).Abre(b.db(), sql, valores);
 }
 
-void MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Acao) {
-    if (ExisteCodigo(s, Index, TabLog) == 0) {
-        d.MsgBox("Cheque nao registrado!");
-        return;
+bool MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Acao) {
+    return MarcaCheques(s, d, {Index}, Acao);
+}
+
+bool MarcaCheques(Sessao &s, Desktop &d, const QStringList &Indexes, const QString &Acao) {
+    BaseDados &b = base(s);
+    if (Indexes.isEmpty() || !b.Abre()) return true;
+    // The first row of each Index in the order of its select (the index of the field, then
+    // the row's age), as a record set over that Index finds it.
+    const QString linha = "rowid = (SELECT rowid FROM Log WHERE \"Index\" = ? ORDER BY "
+                          "\"Index\", rowid LIMIT 1)";
+    QSqlQuery q(b.db());
+    q.prepare(Acao.toUpper() == "C" ? "UPDATE Log SET StCancel = 'C' WHERE " + linha
+                                    : "DELETE FROM Log WHERE " + linha);
+    bool gravou = true;
+    for (const QString &Index : Indexes) {
+        q.addBindValue(Index);
+        if (!q.exec()) {
+            gravou = false;
+            continue;
+        }
+        if (q.numRowsAffected() == 0) d.MsgBox("Cheque nao registrado!");
     }
-    RecordSet &rs = Conjunto(s, TabLog);
-    rs.MoveFirst();
-    if (Acao.toUpper() == "C") {
-        rs.Edit();
-        rs.Define("StCancel", "C");
-        rs.Update();
-    } else {
-        rs.Delete();
-    }
+    ExisteCodigo(s, Indexes.last(), TabLog);
+    return gravou;
 }
 
 QString proximo_index(Sessao &s) {

@@ -45,8 +45,12 @@ void FiltraTabela(Sessao &s, const QString &Filtro, int Tabela);
 void PesquisaLista(Sessao &s, const QString &Filtro, int Tipo);
 
 // Cancels ("C") or deletes (anything else) the cheque of that Index in Log; "Cheque nao
-// registrado!" when there is none.
-void MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Acao);
+// registrado!" when there is none. Afterwards the shared set of Log holds that cheque.
+// False when the database refused the write.
+bool MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Acao);
+// The same for many cheques, in their order, through one prepared statement: a register of
+// years is cancelled in seconds. The shared set of Log ends holding the last of them.
+bool MarcaCheques(Sessao &s, Desktop &d, const QStringList &Indexes, const QString &Acao);
 
 // The Index of the next row of Log: the last row's plus 1, or "0000000001" in an empty
 // register or one whose first row has no Codigo. Reads those two rows alone.
