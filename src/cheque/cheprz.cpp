@@ -64,8 +64,8 @@ const std::vector<RefControle> ordem_text3 = {
 
 ChePrz::ChePrz(Sessao &sessao, Desktop &desktop)
     : Tela(telas::ChePrz, "Impressão de Cheques a Prazo", sessao, desktop) {
-    LarguraJanela = 760;
-    AlturaJanela = 640;
+    LarguraJanela = 620;
+    AlturaJanela = 630;
     Text1.mapa().emplace(0, Texto("Valor Total", maximo_text1(0)));
     for (int i = 1; i <= 12; ++i)
         Text1.mapa().emplace(i, Texto("", maximo_text1(i)));
