@@ -172,8 +172,8 @@ void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
 // The screens opened over the entry screen's cheque or from the registers: the report's
 // filter, the transfer cheque and its layouts, the copy and its layouts.
 void captura_outras(Sessao &sessao, ui::DesktopQt &desktop) {
-    for (const QString &nome :
-         {telas::Filtro, telas::ChequeTransf, telas::BancTrans, telas::Script, telas::CmpCopia}) {
+    for (const QString &nome : {telas::Filtro, telas::ChequeTransf, telas::BancTrans,
+                                telas::Script, telas::CmpCopia}) {
         Tela *tela = desktop.Abre(cria_tela(nome, sessao, desktop));
         if (!tela) continue;
         tela->Refresh();
