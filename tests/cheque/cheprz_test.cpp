@@ -1,5 +1,6 @@
 // The post-dated cheques' screen: its schedule typed as the operator types it, its keys and
 // checks, and the run that prints one cheque per instalment and registers each.
+#include "apoio/registro_log.h"
 #include "cheque/cheprz.h"
 #include "cheque/main.h"
 #include "core/desktop_roteiro.h"
@@ -73,19 +74,7 @@ class TelaPrazo : public ::testing::Test {
     QStringList datas(int n = 12) { return textos(p->Text1, 13, n); }
     QStringList valores(int n = 12) { return textos(p->Text2, 0, n); }
     QStringList periodos() { return textos(p->Text1, 1, 12); }
-    QList<QMap<QString, QString>> linhas_log() {
-        QList<QMap<QString, QString>> linhas;
-        EXPECT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
-        RecordSet &log = Conjunto(s, TabLog);
-        for (log.MoveFirst(); !log.Eof(); log.MoveNext()) {
-            QMap<QString, QString> l;
-            for (const QString &c : log.Campos())
-                l[c] = log.Campo(c);
-            linhas << l;
-        }
-        FechaTabelas(s, 0, 0, 0, 1);
-        return linhas;
-    }
+    QList<QMap<QString, QString>> linhas_log() { return teste::linhas_do_log(s, d); }
 
     QTemporaryDir pasta;
     Sessao s{pasta.path()};

@@ -2,6 +2,7 @@
 // instalments typed key by key, printed on the simulator, and registered.
 #include "apoio/janelas.h"
 #include "apoio/referencia.h"
+#include "apoio/registro_log.h"
 #include "cheque/main.h"
 #include "core/conversoes.h"
 #include "core/ini.h"
@@ -120,14 +121,11 @@ TEST_F(JanelaPrazo, TresParcelasDigitadasSaemNoPapelENoLog) {
         teste::confere_referencia(teste::le_utf8(imp.ArquivoPapel(antes + 1 + i)),
                                   QStringLiteral("prazo/parcela_%1.txt").arg(i + 1));
 
-    ASSERT_NE(AbreTabelas(s, desktop, 0, 0, 0, 1), -2);
-    RecordSet &log = Conjunto(s, TabLog);
     QStringList linhas;
-    for (log.MoveFirst(); !log.Eof(); log.MoveNext())
-        linhas << QStringList{log["Index"], log["Codigo"], log["Banco"], log["V_CH"],
-                              log["Favor"], log["Local"],  log["Data"],  log["NRCH"]}
+    for (const auto &l : teste::linhas_do_log(s, desktop))
+        linhas << QStringList{l["Index"], l["Codigo"], l["Banco"], l["V_CH"],
+                              l["Favor"], l["Local"],  l["Data"],  l["NRCH"]}
                       .join('|');
-    FechaTabelas(s, 0, 0, 0, 1);
     EXPECT_EQ(
         linhas,
         QStringList({"0000000001|00001|001|333,34|Construtora São Jorge|Maringá|10/01/27|000501",
