@@ -115,6 +115,8 @@ ChePrz::ChePrz(Sessao &sessao, Desktop &desktop)
     ligaTecla("prazo", Evento::KeyDown, [this](int, int &k, int s) { prazo_KeyDown(k, s); });
     ligaTecla("parcelas", Evento::KeyDown, [this](int, int &k, int s) { parcelas_KeyDown(k, s); });
     ligaTecla("Text5", Evento::KeyDown, [this](int, int &k, int s) { Text5_KeyDown(k, s); });
+    liga("Command3D1", Evento::Enter, [this](int i) { semConferir_ = i == 1 || i == 2; });
+    liga("Command3D1", Evento::LostFocus, [this](int) { semConferir_ = false; });
     liga("Command3D1", Evento::Click, [this](int i) { Command3D1_Click(i); });
 }
 
@@ -300,6 +302,7 @@ bool ChePrz::mostra_valor(Texto &campo, const QString &mascara) {
 
 void ChePrz::Text1_LostFocus(int Index) {
     const bool rumoPeriodo = std::exchange(rumoPeriodo_, false);
+    if (std::exchange(semConferir_, false)) return;
     Texto &campo = Text1[Index];
     if (Index == 0) {
         if (!campo.Text.isEmpty() && !mostra_valor(campo, Mascara)) SetFocus(campo);
@@ -327,6 +330,7 @@ void ChePrz::Text1_LostFocus(int Index) {
 }
 
 void ChePrz::Text2_LostFocus(int Index) {
+    if (std::exchange(semConferir_, false)) return;
     Texto &campo = Text2[Index];
     if (campo.Text.isEmpty()) return;
     if (!mostra_valor(campo, Mascara)) return SetFocus(campo);
@@ -352,6 +356,7 @@ void ChePrz::Text3_GotFocus(int Index) {
 }
 
 void ChePrz::Text3_LostFocus(int Index) {
+    if (std::exchange(semConferir_, false)) return;
     Texto &campo = Text3[Index];
     if (Index != 0 || campo.Text.isEmpty()) return;
     Muda(campo, Format(campo.Text, "000"));
@@ -581,6 +586,7 @@ int ChePrz::RegistraParcela(int Parcela) {
 }
 
 void ChePrz::Command3D1_Click(int Index) {
+    semConferir_ = false;
     switch (Index) {
     case 0:
         if (VerificaCampos() != 1) ImprimeParcelas();

@@ -93,6 +93,9 @@ class ChePrz : public Tela {
     // Set when the focus is on its way to another field of days: leaving an empty one then
     // goes on to the dates instead.
     bool rumoPeriodo_ = false;
+    // Set while the focus goes to Limpar or Fechar: the field being left isn't checked, since
+    // its text is about to be emptied or closed with the screen.
+    bool semConferir_ = false;
 };
 
 } // namespace vexa

@@ -147,6 +147,33 @@ TEST_F(TelaPrazo, CargaDoChequeELimpar) {
     EXPECT_EQ(p->Foco().texto(), "Text1(0)");
 }
 
+// The entry screen's command and menu item open the screen, without holding the entry screen.
+TEST_F(TelaPrazo, ComandoEMenuDaTelaPrincipalAbrem) {
+    EXPECT_TRUE(principal->ch_pr.Enabled);
+    EXPECT_TRUE(principal->Opcoes[5].Enabled);
+    principal->Clica("Opcoes", 5);
+    ASSERT_NE(d.Aberta(telas::ChePrz), nullptr);
+    d.Aberta(telas::ChePrz)->Unload();
+    principal->Clica("ch_pr");
+    EXPECT_NE(d.Aberta(telas::ChePrz), nullptr);
+    EXPECT_EQ(d.Abertas.count(telas::ChePrz), 2);
+}
+
+// Limpar and Fechar don't stop at a bad field: its text is going anyway.
+TEST_F(TelaPrazo, LimparEFecharNaoConferemOCampo) {
+    abre();
+    p->SetFocus("Text1", 0);
+    p->Digita("Text1", 0, "12x");
+    p->Clica("Command3D1", 2);
+    EXPECT_EQ(p->Text1[0].Text, "");
+    EXPECT_EQ(p->Foco().texto(), "Text1(0)");
+    p->SetFocus("Text3", 0);
+    p->Digita("Text3", 0, "998");
+    p->Clica("Command3D1", 1);
+    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+    EXPECT_TRUE(p->Descarregada());
+}
+
 // --- the schedule
 
 TEST_F(TelaPrazo, ParcelasPreenchemOsPrazosECalculam) {
