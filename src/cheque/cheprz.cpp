@@ -211,13 +211,12 @@ void ChePrz::preenche_periodos() {
         Muda(Text1[i], QString());
     const std::optional<int> q = inteiro_digitado(parcelas.Text);
     if (!q || *q == 0) {
-        desktop.MsgBox("Valor inválido para o número de parcelas", Botoes::OK, Caption,
-                       Icone::Exclamacao);
+        aviso("Valor inválido para o número de parcelas");
         Muda(parcelas, QString());
         return;
     }
     if (*q > 12) {
-        desktop.MsgBox("O Programa Calcula Somente até 12 Parcelas", Botoes::OK, Caption);
+        aviso("O Programa Calcula Somente até 12 Parcelas", Icone::Nenhum);
         Muda(parcelas, QString());
         return;
     }

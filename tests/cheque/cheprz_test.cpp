@@ -564,7 +564,7 @@ INSTANTIATE_TEST_SUITE_P(
         Saida{"DataComSeculo", {"Text1", 14}, "05032027", "05/03/27", "Text3(2)"},
         Saida{"DataQueNaoEDataFicaComoEsta", {"Text1", 14}, "29/02/27", "29/02/27", "Text3(2)"},
         Saida{"ValorInvalidoSemAviso", {"Text2", 0}, "abc", "", "Text2(0)"},
-        Saida{"Banco", {"Text3", 0}, "1", "001", "Text3(2)"},
+        Saida{"BancoComTresDigitos", {"Text3", 0}, "1", "001", "Text3(2)"},
         Saida{"BancoInexistente", {"Text3", 0}, "998", "", "Text3(0)", {"Banco Inexistente..."}}),
     [](const auto &info) { return std::string(info.param.nome); });
 
@@ -573,17 +573,6 @@ TEST_F(TelaPrazo, DiasVaziosNoCaminhoDosPrazosLevamAsDatas) {
     p->SetFocus("Text1", 5);
     p->SetFocus("Text1", 6);
     EXPECT_EQ(p->Foco().texto(), "Text1(13)");
-}
-
-TEST_F(TelaPrazo, BancoMostraONome) {
-    abre();
-    p->SetFocus("Text3", 0);
-    p->Digita("Text3", 0, "237");
-    p->SetFocus("Text3", 1);
-    EXPECT_EQ(p->Label2.Caption, NomeBanco(s, "237"));
-    EXPECT_FALSE(p->Label2.Caption.isEmpty());
-    p->Digita("Text3", 0, "1");
-    EXPECT_EQ(p->Label2.Caption, ""); // until the new code is looked up
 }
 
 struct Tamanho {
@@ -607,10 +596,9 @@ TEST_P(TamanhoNoPrazo, CortaComAMensagem) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Campos, TamanhoNoPrazo,
-                         ::testing::Values(Tamanho{{"Text1", 0}, 10}, Tamanho{{"Text1", 7}, 3},
-                                           Tamanho{{"Text1", 20}, 8}, Tamanho{{"Text2", 4}, 10},
-                                           Tamanho{{"Text4", 11}, 12}, Tamanho{{"Text3", 0}, 3},
-                                           Tamanho{{"Text3", 1}, 15}, Tamanho{{"Text3", 2}, 74}));
+                         ::testing::Values(Tamanho{{"Text1", 7}, 3}, Tamanho{{"Text1", 20}, 8},
+                                           Tamanho{{"Text4", 11}, 12}, Tamanho{{"Text3", 1}, 15},
+                                           Tamanho{{"Text3", 2}, 74}));
 
 // --- keys
 
