@@ -182,6 +182,26 @@ void captura_outras(Sessao &sessao, ui::DesktopQt &desktop) {
     }
 }
 
+// The post-dated cheques with a schedule of three instalments typed in, their numbers, bank,
+// city and payee, as they stand before Imprimir.
+void captura_prazo(Sessao &sessao, ui::DesktopQt &desktop) {
+    Tela *prazo = desktop.Abre(cria_tela(telas::ChePrz, sessao, desktop));
+    if (!prazo) return;
+    digita(*prazo, "Text1", 0, "1000");
+    digita(*prazo, "DataPre", -1, "100127");
+    digita(*prazo, "prazo", -1, "30");
+    digita(*prazo, "parcelas", -1, "3");
+    digita(*prazo, "Text4", 0, "000501");
+    digita(*prazo, "Text3", 0, "1");
+    digita(*prazo, "Text3", 1, "Maringá");
+    digita(*prazo, "Text3", 2, "Construtora São Jorge");
+    prazo->Refresh();
+    for (QLineEdit *e : desktop.Janela(*prazo)->findChildren<QLineEdit *>())
+        if (!e->hasFocus()) e->deselect();
+    grava(desktop.Janela(*prazo), "cheprz");
+    prazo->Unload();
+}
+
 // The settings screens, the About screen and the help's contents page.
 void captura_configuracoes(Sessao &sessao, ui::DesktopQt &desktop) {
     if (Tela *configura = desktop.Abre(cria_tela(telas::Configura, sessao, desktop))) {
@@ -251,5 +271,6 @@ int main(int argc, char *argv[]) {
     captura_relatorio(sessao, desktop);
     captura_configuracoes(sessao, desktop);
     captura_outras(sessao, desktop);
+    captura_prazo(sessao, desktop);
     return 0;
 }

@@ -25,39 +25,47 @@ void ImprimeFrente(Main &Tela, bool Valido) {
 }
 
 void GravaCheque(Main &Tela) {
-    Sessao &s = Tela.sessao;
-    Desktop &d = Tela.desktop;
-    // The cheque has printed; a register that can't be opened just doesn't show it.
-    if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return;
+    ChequeImpresso cheque{Tela.Text1[0].Text, Tela.Text1[1].Text, Tela.Text1[2].Text,
+                          Tela.Text1[3].Text, Tela.Text1[4].Text, Tela.Text1[6].Text};
+    cheque.Comentarios = {Tela.Text2[0].Text, Tela.Text2[1].Text, Tela.Text2[2].Text};
+    registra_cheque(Tela.sessao, Tela.desktop, cheque);
+}
+
+int registra_cheque(Sessao &s, Desktop &d, const ChequeImpresso &Cheque) {
+    if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return -2;
     const QString Index = proximo_index(s);
+    const QString Codigo = Index.right(5);
+    QString NRCH = Cheque.Numero;
+    if (NRCH.isEmpty()) NRCH = Cheque.NumeroSequencial ? "SEQ:" + Codigo : QStringLiteral(" ");
     // The shared set of Log over the new row alone: nothing else of the register is read.
     RecordSet &log = Conjunto(s, TabLog);
     bool gravou = log.Abre(s.Banco->db(), "Select * From Log Where (\"Index\"=?)", {Index});
     if (gravou) {
         log.AddNew();
-        log.Define("Comentario", Tela.Text2[0].Text);
-        log.Define("Comentario1", Tela.Text2[1].Text);
-        log.Define("Comentario2", Tela.Text2[2].Text);
+        log.Define("Comentario", Cheque.Comentarios.value(0));
+        log.Define("Comentario1", Cheque.Comentarios.value(1));
+        log.Define("Comentario2", Cheque.Comentarios.value(2));
         log.Define("StCancel", " ");
-        log.Define("Codigo", Index.right(5));
-        log.Define("Banco", Tela.Text1[0].Text);
-        log.Define("V_CH", mascara_valor(Tela.Text1[1].Text, "###########.##").trimmed());
-        log.Define("Favor", Tela.Text1[2].Text);
-        log.Define("Local", Tela.Text1[3].Text);
-        log.Define("Data", Tela.Text1[4].Text);
+        log.Define("Codigo", Codigo);
+        log.Define("Banco", Cheque.Banco);
+        log.Define("V_CH", mascara_valor(Cheque.Valor, "###########.##").trimmed());
+        log.Define("Favor", Cheque.Favorecido);
+        log.Define("Local", Cheque.Cidade);
+        log.Define("Data", Cheque.Data);
         log.Define("Index", Index);
-        log.Define("NRCH", Tela.Text1[6].Text.isEmpty() ? " " : Tela.Text1[6].Text);
+        log.Define("NRCH", NRCH);
         gravou = log.Update();
     }
     FechaTabelas(s, 0, 0, 0, 1);
     // The cheque is on paper: the operator must know its row is missing, and which one.
     if (!gravou)
         d.MsgBox("O cheque foi impresso, mas não foi registrado no relatório." + QString("\n\n") +
-                     "Banco: " + Tela.Text1[0].Text.trimmed() +
-                     "\nValor: " + mascara_valor(Tela.Text1[1].Text, "###,##0.00").trimmed() +
-                     "\nFavorecido: " + Tela.Text1[2].Text.trimmed() +
-                     "\nNúmero: " + Tela.Text1[6].Text.trimmed(),
+                     "Banco: " + Cheque.Banco.trimmed() +
+                     "\nValor: " + mascara_valor(Cheque.Valor, "###,##0.00").trimmed() +
+                     "\nFavorecido: " + Cheque.Favorecido.trimmed() +
+                     "\nNúmero: " + Cheque.Numero.trimmed(),
                  Botoes::OK, "Impressão do Cheque", Icone::Critico);
+    return gravou ? 1 : 0;
 }
 
 } // namespace vexa

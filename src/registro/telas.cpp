@@ -1,5 +1,6 @@
 #include "registro/telas.h"
 
+#include "cheque/cheprz.h"
 #include "cheque/extra.h"
 #include "cheque/main.h"
 #include "cheque/transf.h"
@@ -47,6 +48,7 @@ const std::map<QString, FabricaTela> &fabricas_telas() {
         {telas::Relato, cria<Relato>},
         {telas::ExcluiRel, cria<ExcluiRel>},
         {telas::Filtro, cria<Filtro>},
+        {telas::ChePrz, cria<ChePrz>},
         {telas::ChequeTransf, cria<ChequeTransf>},
         {telas::BancTrans, cria<BancTrans>},
         {telas::AjustaChequeTransferencia, cria<AjustaChequeTransferencia>},

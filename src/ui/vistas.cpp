@@ -14,6 +14,7 @@ void CriaVistaSaida(Tela &tela, QMainWindow &janela);
 void CriaVistaRelato(Tela &tela, QMainWindow &janela);
 void CriaVistaExcluiRel(Tela &tela, QMainWindow &janela);
 void CriaVistaFiltro(Tela &tela, QMainWindow &janela);
+void CriaVistaChePrz(Tela &tela, QMainWindow &janela);
 void CriaVistaChequeTransf(Tela &tela, QMainWindow &janela);
 void CriaVistaBancTrans(Tela &tela, QMainWindow &janela);
 void CriaVistaAjustaChequeTransferencia(Tela &tela, QMainWindow &janela);
@@ -37,6 +38,7 @@ const std::map<QString, FabricaVista> &fabricas_vistas() {
         {telas::Relato, CriaVistaRelato},
         {telas::ExcluiRel, CriaVistaExcluiRel},
         {telas::Filtro, CriaVistaFiltro},
+        {telas::ChePrz, CriaVistaChePrz},
         {telas::ChequeTransf, CriaVistaChequeTransf},
         {telas::BancTrans, CriaVistaBancTrans},
         {telas::AjustaChequeTransferencia, CriaVistaAjustaChequeTransferencia},

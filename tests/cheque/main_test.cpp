@@ -1,3 +1,4 @@
+#include "apoio/registro_log.h"
 #include "cheque/extra.h"
 #include "cheque/main.h"
 #include "cheque/pedidos.h"
@@ -88,19 +89,7 @@ class TelaMain : public ::testing::Test {
         p->Clica("Command3D1", 0);
         return p;
     }
-    QList<QMap<QString, QString>> linhas_log() {
-        QList<QMap<QString, QString>> linhas;
-        EXPECT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
-        RecordSet &log = Conjunto(s, TabLog);
-        for (log.MoveFirst(); !log.Eof(); log.MoveNext()) {
-            QMap<QString, QString> l;
-            for (const QString &c : log.Campos())
-                l[c] = log.Campo(c);
-            linhas << l;
-        }
-        FechaTabelas(s, 0, 0, 0, 1);
-        return linhas;
-    }
+    QList<QMap<QString, QString>> linhas_log() { return teste::linhas_do_log(s, d); }
 
     QTemporaryDir pasta;
     Sessao s{pasta.path()};

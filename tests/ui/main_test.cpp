@@ -1,3 +1,4 @@
+#include "apoio/janelas.h"
 #include "cheque/main.h"
 #include "core/desktop_roteiro.h"
 #include "core/ini.h"
@@ -30,31 +31,9 @@
 
 using namespace vexa;
 
+using teste::foco;
+
 namespace {
-
-// Answers every message box that opens with OK, and keeps its title and text.
-class Respondedor {
-  public:
-    Respondedor() {
-        QObject::connect(&timer_, &QTimer::timeout, [this] {
-            auto *caixa = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!caixa || !caixa->isVisible()) return;
-            Vistas << caixa->windowTitle() + ": " + caixa->text();
-            for (QAbstractButton *b : caixa->buttons())
-                if (b->text() == "OK") return b->click();
-        });
-        timer_.start(10);
-    }
-    QStringList Vistas;
-
-  private:
-    QTimer timer_;
-};
-
-QString foco() {
-    QWidget *w = QApplication::focusWidget();
-    return w ? w->objectName() : QString();
-}
 
 QString le(const QString &arquivo) {
     QFile f(arquivo);
@@ -88,7 +67,7 @@ class JanelaMain : public ::testing::Test {
     ui::DesktopQt desktop;
     Tela *tela = nullptr;
     QMainWindow *janela = nullptr;
-    Respondedor respostas;
+    teste::Respondedor respostas;
 };
 
 // The worked cheque, typed key by key into the real window and printed on the simulator.

@@ -1,0 +1,903 @@
+// The post-dated cheques' screen: its schedule typed as the operator types it, its keys and
+// checks, and the run that prints one cheque per instalment and registers each.
+#include "apoio/registro_log.h"
+#include "cheque/cheprz.h"
+#include "cheque/main.h"
+#include "core/desktop_roteiro.h"
+#include "core/ini.h"
+#include "core/relogio.h"
+#include "core/teclas.h"
+#include "printer/simulador.h"
+#include "registers/pesquisa.h"
+#include "store/pasta_dados.h"
+#include "store/tabelas.h"
+
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QUuid>
+#include <gtest/gtest.h>
+
+using namespace vexa;
+
+namespace {
+
+using tecla::Enter, tecla::F3, tecla::F4, tecla::F8;
+const QString Titulo = "Impressão de Cheques a Prazo";
+
+class TelaPrazo : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        fixa_hoje(QDate(2026, 11, 23));
+        prepara_pasta_dados(s);
+        s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
+        // The entry screen is always open under this one: its report box decides the rows.
+        principal = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+        principal->CheckBox.Value = 1;
+    }
+    void TearDown() override { fixa_hoje(QDate()); }
+
+    ChePrz &abre() {
+        p = static_cast<ChePrz *>(d.Abre(std::make_unique<ChePrz>(s, d)));
+        imp().LimpaChamadas();
+        d.Mensagens.clear();
+        return *p;
+    }
+    Simulador &imp() { return static_cast<Simulador &>(*s.Impressora); }
+    QString ini(const QString &chave) { return LeGravaIni(s.CaminhoIni, "FrentePrazo", chave, ""); }
+
+    // Types into a field and presses Enter, as the operator does.
+    void digita(const QString &campo, int i, const QString &texto) {
+        p->SetFocus(campo, i);
+        p->Digita(campo, i, texto);
+        p->Tecla(Enter);
+    }
+    // Total, start date, days between instalments and their number, each closed with Enter.
+    void agenda(const QString &total, const QString &inicio, const QString &dias, int n) {
+        digita("Text1", 0, total);
+        digita("DataPre", -1, inicio);
+        digita("prazo", -1, dias);
+        digita("parcelas", -1, QString::number(n));
+    }
+    // The bank, city and payee of every cheque.
+    void cheque(const QString &banco = "001", const QString &cidade = "Curitiba",
+                const QString &favorecido = "Construtora Boa Vista") {
+        p->Text3[0].Text = banco;
+        p->Text3[1].Text = cidade;
+        p->Text3[2].Text = favorecido;
+    }
+    QStringList textos(Matriz<Texto> &m, int de, int n) {
+        QStringList r;
+        for (int i = de; i < de + n; ++i)
+            r << m[i].Text;
+        return r;
+    }
+    QStringList datas(int n = 12) { return textos(p->Text1, 13, n); }
+    QStringList valores(int n = 12) { return textos(p->Text2, 0, n); }
+    QStringList periodos() { return textos(p->Text1, 1, 12); }
+    QList<QMap<QString, QString>> linhas_log() { return teste::linhas_do_log(s, d); }
+
+    QTemporaryDir pasta;
+    Sessao s{pasta.path()};
+    DesktopRoteiro d;
+    Main *principal = nullptr;
+    ChePrz *p = nullptr;
+};
+
+const QStringList Vazias(12, QString());
+QStringList completa(QStringList inicio) {
+    while (inicio.size() < 12)
+        inicio << QString();
+    return inicio;
+}
+
+// --- loading and clearing
+
+struct Padrao {
+    const char *nome;
+    QList<QPair<QString, QString>> prazos; // section Prazos
+    QList<QPair<QString, QString>> frente; // section FrentePrazo
+    QStringList periodos;
+};
+
+class Carga : public TelaPrazo, public ::testing::WithParamInterface<Padrao> {};
+
+TEST_P(Carga, PeriodosDosPadroes) {
+    for (const auto &[chave, valor] : GetParam().prazos)
+        LeGravaIni(s.CaminhoIni, "Prazos", chave, valor);
+    for (const auto &[chave, valor] : GetParam().frente)
+        LeGravaIni(s.CaminhoIni, "FrentePrazo", chave, valor);
+    abre();
+    EXPECT_EQ(periodos(), completa(GetParam().periodos));
+    EXPECT_EQ(p->Foco().texto(), "Text1(0)");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Secoes, Carga,
+    ::testing::Values(
+        // Only the standard periods above 0; a missing one leaves its field empty.
+        Padrao{"padroes", {{"P1", "30"}, {"P2", "60"}, {"P3", "0"}}, {}, {"30", "60", "", ""}},
+        // The stored periods come over them, an empty one included, up to the first missing key.
+        Padrao{"guardados",
+               {{"P1", "30"}, {"P2", "60"}, {"P3", "90"}, {"P4", "120"}},
+               {{"prazo1", "00"}, {"prazo2", " "}, {"prazo3", "45"}, {"prazo5", "99"}},
+               {"00", "", "45", "120"}}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+TEST_F(TelaPrazo, CargaDoChequeELimpar) {
+    for (const auto &[chave, valor] : {std::pair{"Codigo", "237"},
+                                       {"Banco", "Bradesco"},
+                                       {"Cidade", "Londrina"},
+                                       {"Favorecido", "Ana"}})
+        LeGravaIni(s.CaminhoIni, "FrentePrazo", chave, valor);
+    LeGravaIni(s.CaminhoIni, "Prazos", "P1", "30");
+    abre();
+    EXPECT_EQ(textos(p->Text3, 0, 3), QStringList({"237", "Londrina", "Ana"}));
+    EXPECT_EQ(p->Label2.Caption, "Bradesco");
+
+    agenda("300", "010127", "30", 3);
+    p->Text4[0].Text = "12";
+    p->Clica("Command3D1", 2);
+    EXPECT_EQ(periodos(), completa({"30"}));
+    EXPECT_EQ(valores(), Vazias);
+    EXPECT_EQ(textos(p->Text4, 0, 12), Vazias);
+    EXPECT_EQ(textos(p->Text3, 0, 3), QStringList({"", "", ""}));
+    EXPECT_EQ(p->Label2.Caption, "");
+    for (const Texto *t : {&p->Text1[0], &p->DataPre, &p->prazo, &p->parcelas, &p->Text5})
+        EXPECT_EQ(t->Text, "");
+    EXPECT_EQ(p->Foco().texto(), "Text1(0)");
+}
+
+// The entry screen's command and menu item open the screen, without holding the entry screen.
+TEST_F(TelaPrazo, ComandoEMenuDaTelaPrincipalAbrem) {
+    EXPECT_TRUE(principal->ch_pr.Enabled);
+    EXPECT_TRUE(principal->Opcoes[5].Enabled);
+    principal->Clica("Opcoes", 5);
+    ASSERT_NE(d.Aberta(telas::ChePrz), nullptr);
+    d.Aberta(telas::ChePrz)->Unload();
+    principal->Clica("ch_pr");
+    EXPECT_NE(d.Aberta(telas::ChePrz), nullptr);
+    EXPECT_EQ(d.Abertas.count(telas::ChePrz), 2);
+}
+
+// Limpar and Fechar don't stop at a bad field: its text is going anyway.
+TEST_F(TelaPrazo, LimparEFecharNaoConferemOCampo) {
+    abre();
+    p->SetFocus("Text1", 0);
+    p->Digita("Text1", 0, "12x");
+    p->Clica("Command3D1", 2);
+    EXPECT_EQ(p->Text1[0].Text, "");
+    EXPECT_EQ(p->Foco().texto(), "Text1(0)");
+    p->SetFocus("Text3", 0);
+    p->Digita("Text3", 0, "998");
+    p->Clica("Command3D1", 1);
+    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+    EXPECT_TRUE(p->Descarregada());
+}
+
+// --- the schedule
+
+TEST_F(TelaPrazo, ParcelasPreenchemOsPrazosECalculam) {
+    abre();
+    agenda("100", "100127", "30", 3);
+    EXPECT_EQ(p->Text1[0].Text, "100,00");
+    EXPECT_EQ(p->DataPre.Text, "10/01/27");
+    EXPECT_EQ(periodos(), completa({"00", "30", "60"}));
+    EXPECT_EQ(p->Foco().texto(), "Text1(13)");
+    EXPECT_EQ(datas(), completa({"10/01/27", "09/02/27", "11/03/27"}));
+    EXPECT_EQ(valores(), completa({"33,34", "33,33", "33,33"}));
+    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+}
+
+TEST_F(TelaPrazo, DozeParcelas) {
+    abre();
+    agenda("100000", "", "30", 12);
+    EXPECT_EQ(p->Text1[0].Text, "100.000,00");
+    EXPECT_EQ(periodos(), QStringList({"00", "30", "60", "90", "120", "150", "180", "210", "240",
+                                       "270", "300", "330"}));
+    EXPECT_EQ(p->Foco().texto(), "Text1(13)");
+    EXPECT_EQ(valores().first(), "8.333,37");
+    EXPECT_EQ(valores().mid(1), QStringList(11, "8.333,33"));
+    EXPECT_EQ(datas().first(), "23/11/26");
+    EXPECT_EQ(datas().last(), "19/10/27");
+}
+
+struct Agenda {
+    const char *nome;
+    QString total, inicio;
+    QStringList periodos;
+    QStringList datas, valores;
+};
+
+class Calculo : public TelaPrazo, public ::testing::WithParamInterface<Agenda> {};
+
+TEST_P(Calculo, DatasEValoresDeCadaLinha) {
+    const Agenda &c = GetParam();
+    abre();
+    p->Text1[0].Text = c.total;
+    p->DataPre.Text = c.inicio;
+    for (int i = 0; i < 12; ++i)
+        p->Text1[i + 1].Text = c.periodos.value(i);
+    p->SetFocus("Text1", 13);
+    EXPECT_EQ(datas(), completa(c.datas));
+    EXPECT_EQ(valores(), completa(c.valores));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Agendas, Calculo,
+    ::testing::Values(
+        Agenda{"UmaParcelaLevaTudo", "1.234,56", "01/03/27", {"30"}, {"31/03/27"}, {"1.234,56"}},
+        Agenda{"TotalQueDivide",
+               "900,00",
+               "01/03/27",
+               {"00", "30", "60"},
+               {"01/03/27", "31/03/27", "30/04/27"},
+               {"300,00", "300,00", "300,00"}},
+        Agenda{"DiferencaParaBaixo",
+               "200,00",
+               "01/03/27",
+               {"00", "30", "60"},
+               {"01/03/27", "31/03/27", "30/04/27"},
+               {"66,66", "66,67", "66,67"}},
+        // Each row's date follows its own days, whatever their order.
+        Agenda{"PrazosForaDeOrdem",
+               "100,00",
+               "01/03/27",
+               {"60", "00", "30"},
+               {"30/04/27", "01/03/27", "31/03/27"},
+               {"33,34", "33,33", "33,33"}},
+        // Without a start date the days count from today, and the year still has two digits.
+        Agenda{"SemDataInicial",
+               "100,00",
+               "",
+               {"00", "45"},
+               {"23/11/26", "07/01/27"},
+               {"50,00", "50,00"}},
+        // Counted wherever they stand: three filled, the three first rows take them.
+        Agenda{"VazioNoMeio",
+               "300,00",
+               "01/03/27",
+               {"00", "", "60", "90"},
+               {"01/03/27", "01/03/27", "30/04/27"},
+               {"100,00", "100,00", "100,00"}},
+        // A start date the rules can't read leaves the dates for the check before printing.
+        Agenda{"InicioIlegivel", "100,00", "31/02/27", {"00", "30"}, {}, {"50,00", "50,00"}}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+TEST_F(TelaPrazo, ValoresQueSomamOTotalNaoSaoRecalculados) {
+    abre();
+    agenda("100", "100127", "30", 3);
+    // An amount adjusted by hand: the two later ones share the rest.
+    digita("Text2", 0, "40");
+    EXPECT_EQ(valores(3), QStringList({"40,00", "30,00", "30,00"}));
+    p->Muda(p->Text1[14], "15/02/27");
+    p->SetFocus("Text1", 13);
+    EXPECT_EQ(valores(3), QStringList({"40,00", "30,00", "30,00"}));
+    EXPECT_EQ(datas(3), QStringList({"10/01/27", "15/02/27", "11/03/27"}));
+
+    // Amounts that no longer add up are spread again, and the dates with them.
+    p->Muda(p->Text1[0], "120,00");
+    p->SetFocus("Text1", 15);
+    EXPECT_EQ(valores(3), QStringList({"40,00", "40,00", "40,00"}));
+    EXPECT_EQ(datas(3), QStringList({"10/01/27", "09/02/27", "11/03/27"}));
+}
+
+struct Ajuste {
+    const char *nome;
+    QString total;
+    int n, campo;
+    QString digitado;
+    QStringList antes, depois;
+};
+
+class AjusteManual : public TelaPrazo, public ::testing::WithParamInterface<Ajuste> {};
+
+TEST_P(AjusteManual, AsSeguintesDividemOResto) {
+    const Ajuste &c = GetParam();
+    abre();
+    p->Text1[0].Text = c.total;
+    for (int i = 0; i < c.n; ++i) {
+        p->Text1[i + 1].Text = "00";
+        p->Text2[i].Text = c.antes.value(i);
+    }
+    p->SetFocus("Text2", c.campo);
+    p->Digita("Text2", c.campo, c.digitado);
+    p->SetFocus("Text3", 2);
+    EXPECT_EQ(valores(c.n), c.depois);
+    EXPECT_EQ(p->Text1[0].Text, c.total.isEmpty() ? "0,00" : c.total);
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casos, AjusteManual,
+    ::testing::Values(Ajuste{"Primeira",
+                             "100,00",
+                             3,
+                             0,
+                             "50",
+                             {"33,34", "33,33", "33,33"},
+                             {"50,00", "25,00", "25,00"}},
+                      Ajuste{"DoMeio",
+                             "100,00",
+                             4,
+                             1,
+                             "10",
+                             {"25,00", "25,00", "25,00", "25,00"},
+                             {"25,00", "10,00", "32,50", "32,50"}},
+                      // No correction of the rounding: the sum passes the total by a cent.
+                      Ajuste{"SemCorrecao",
+                             "100,00",
+                             4,
+                             0,
+                             "0,02",
+                             {"25,00", "25,00", "25,00", "25,00"},
+                             {"0,02", "33,33", "33,33", "33,33"}},
+                      // The last one touches nothing else.
+                      Ajuste{"Ultima",
+                             "100,00",
+                             3,
+                             2,
+                             "1000",
+                             {"33,34", "33,33", "33,33"},
+                             {"33,34", "33,33", "1.000,00"}},
+                      // Without a total the rest is what the typed amounts leave of zero.
+                      Ajuste{
+                          "SemTotal", "", 3, 0, "10", {"", "", ""}, {"10,00", "-5,00", "-5,00"}}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+struct DiaFixoNaTela {
+    QString inicio, dia;
+    QStringList datas;
+};
+
+class DiaFixo : public TelaPrazo, public ::testing::WithParamInterface<DiaFixoNaTela> {};
+
+TEST_P(DiaFixo, TrocaODiaSemTocarMesesEValores) {
+    const DiaFixoNaTela &c = GetParam();
+    abre();
+    agenda("400", c.inicio, "30", 4);
+    const QStringList antes = valores(4);
+    digita("Text5", -1, c.dia);
+    EXPECT_EQ(datas(), completa(c.datas));
+    EXPECT_EQ(valores(4), antes);
+    EXPECT_EQ(p->Foco().texto(), "Text5");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Meses, DiaFixo,
+    ::testing::Values(
+        DiaFixoNaTela{"150127", "31", {"31/01/27", "29/02/27", "31/03/27", "30/04/27"}},
+        DiaFixoNaTela{"150128", "30", {"30/01/28", "29/02/28", "30/03/28", "30/04/28"}},
+        DiaFixoNaTela{"150127", "5", {"05/01/27", "05/02/27", "05/03/27", "05/04/27"}},
+        // Two dates in one month stay in it.
+        DiaFixoNaTela{"011126", "28", {"28/11/26", "28/12/26", "28/12/26", "28/01/27"}}));
+
+TEST_F(TelaPrazo, DiaFixoAntesDoCalculoOuForaDoMes) {
+    abre();
+    digita("Text5", -1, "10");
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto,
+              "Primeiro calcule a data Normalmente,Preenchendo os campo normalmente\r\n depois "
+              "coloque o dia fixo desejado para que as datas sejam alteradas");
+    EXPECT_EQ(p->Foco().texto(), "Text5");
+
+    agenda("100", "150127", "30", 2);
+    d.Mensagens.clear();
+    digita("Text5", -1, "32");
+    EXPECT_EQ(d.Textos(), QStringList({"Dia inválido."}));
+    EXPECT_EQ(p->Text5.Text, "");
+    EXPECT_EQ(datas(2), QStringList({"15/01/27", "14/02/27"}));
+}
+
+// --- Enter, field by field
+
+struct Tecla {
+    const char *nome;
+    RefControle campo;
+    QString digitado;
+    QString fica; // the field's text after Enter
+    QString foco; // where the focus is
+    QString mensagem = {};
+    Icone icone = Icone::Exclamacao;
+};
+
+class EnterNoCampo : public TelaPrazo, public ::testing::WithParamInterface<Tecla> {};
+
+TEST_P(EnterNoCampo, AvancaOuRecusa) {
+    const Tecla &c = GetParam();
+    abre();
+    digita(c.campo.Nome, c.campo.Index, c.digitado);
+    EXPECT_EQ(p->controle(c.campo)->Text, c.fica);
+    EXPECT_EQ(p->Foco().texto(), c.foco);
+    if (c.mensagem.isEmpty()) {
+        EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+        return;
+    }
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto, c.mensagem);
+    EXPECT_EQ(d.Mensagens[0].Titulo, Titulo);
+    EXPECT_EQ(d.Mensagens[0].Icone_, c.icone);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Campos, EnterNoCampo,
+    ::testing::Values(
+        Tecla{"TotalComMascara", {"Text1", 0}, "1234,5", "1.234,50", "DataPre"},
+        Tecla{"TotalInvalido", {"Text1", 0}, "12x", "", "Text1(0)", "Valor inválido."},
+        Tecla{"TotalVazio", {"Text1", 0}, "", "", "Text1(0)", "Valor inválido."},
+        Tecla{"TotalNegativo", {"Text1", 0}, "-5", "", "Text1(0)", "Valor inválido."},
+        Tecla{"InicioVazioEHoje", {"DataPre", -1}, "", "23/11/26", "prazo"},
+        Tecla{"InicioSeisDigitos", {"DataPre", -1}, "050327", "05/03/27", "prazo"},
+        Tecla{"InicioComBarras", {"DataPre", -1}, "5/3/27", "05/03/27", "prazo"},
+        Tecla{"InicioOitoDigitos", {"DataPre", -1}, "05032027", "05/03/27", "prazo"},
+        Tecla{"InicioTamanhoErrado",
+              {"DataPre", -1},
+              "5327",
+              "",
+              "DataPre",
+              "Por favor, digite a data no formato 'DD/MM/AA'"},
+        Tecla{"InicioQueNaoEData",
+              {"DataPre", -1},
+              "310427",
+              "31/04/27",
+              "DataPre",
+              "Data inválida. Verifique se a data foi digitada no formato 'DD/MM/AA'"},
+        Tecla{"Dias", {"prazo", -1}, "30", "30", "parcelas"},
+        Tecla{"DiasInvalidos",
+              {"prazo", -1},
+              "3x",
+              "",
+              "prazo",
+              "Valor inválido para a quantidade de dias."},
+        Tecla{"ParcelasInvalidas",
+              {"parcelas", -1},
+              "x",
+              "",
+              "parcelas",
+              "Valor inválido para o número de parcelas"},
+        Tecla{"ZeroParcelas",
+              {"parcelas", -1},
+              "0",
+              "",
+              "parcelas",
+              "Valor inválido para o número de parcelas"},
+        Tecla{"TrezeParcelas",
+              {"parcelas", -1},
+              "13",
+              "",
+              "parcelas",
+              "O Programa Calcula Somente até 12 Parcelas",
+              Icone::Nenhum},
+        Tecla{"PeriodoSegue", {"Text1", 2}, "45", "45", "Text1(3)"},
+        Tecla{"PeriodoVazioVaiAsDatas", {"Text1", 5}, "", "", "Text1(13)"},
+        Tecla{"UltimoPeriodoVaiAsDatas", {"Text1", 12}, "5", "05", "Text1(13)"},
+        Tecla{"DataSegue", {"Text1", 14}, "", "", "Text1(15)"},
+        Tecla{"UltimaDataVaiAoBanco", {"Text1", 24}, "", "", "Text3(0)"},
+        Tecla{"ValorSegue", {"Text2", 1}, "", "", "Text2(2)"},
+        Tecla{"QuartoValorVaiAoBanco", {"Text2", 3}, "", "", "Text3(0)"},
+        Tecla{"NumeroVazio", {"Text4", 2}, "", "", "Text4(2)", "Digite o número do cheque"},
+        Tecla{"BancoSegue", {"Text3", 0}, "1", "001", "Text3(1)"},
+        Tecla{"CidadeSegue", {"Text3", 1}, "Curitiba", "Curitiba", "Text3(2)"},
+        Tecla{"FavorecidoVaiAImprimir", {"Text3", 2}, "Ana", "Ana", "Command3D1(0)"}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+// Past the number of instalments typed, Enter refuses the row and goes to the bank.
+struct Limite {
+    RefControle campo;
+    QString mensagem;
+};
+
+class AlemDasParcelas : public TelaPrazo, public ::testing::WithParamInterface<Limite> {};
+
+TEST_P(AlemDasParcelas, AvisaEsvaziaEVaiAoBanco) {
+    abre();
+    agenda("300", "010327", "30", 3);
+    d.Mensagens.clear();
+    digita(GetParam().campo.Nome, GetParam().campo.Index, "123");
+    EXPECT_EQ(d.Textos(), QStringList({GetParam().mensagem}));
+    EXPECT_EQ(p->controle(GetParam().campo)->Text, "");
+    EXPECT_EQ(p->Foco().texto(), "Text3(0)");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Campos, AlemDasParcelas,
+    ::testing::Values(Limite{{"Text1", 16}, "Ultrapassou o limite de 3 parcela(s)"},
+                      Limite{{"Text2", 3}, "Ultrapassou o limite de 3 parcela"},
+                      Limite{{"Text4", 5}, "Ultrapassou o limite de 3 parcela"}));
+
+TEST_F(TelaPrazo, NumeroDoChequeNumeraOsSeguintes) {
+    abre();
+    agenda("400", "010327", "30", 4);
+    digita("Text4", 1, "000099");
+    EXPECT_EQ(textos(p->Text4, 0, 5), QStringList({"", "000099", "000100", "000101", ""}));
+    EXPECT_EQ(p->Foco().texto(), "Text3(0)");
+    digita("Text4", 0, "AB-9");
+    EXPECT_EQ(textos(p->Text4, 0, 4), QStringList({"AB-9", "AB-10", "AB-11", "AB-12"}));
+    // Letters alone give no sequence: the later numbers stay.
+    digita("Text4", 2, "X");
+    EXPECT_EQ(textos(p->Text4, 0, 4), QStringList({"AB-9", "AB-10", "X", "AB-12"}));
+
+    // Days typed by hand, without a number of instalments: the count of the days.
+    p->Clica("Command3D1", 2);
+    for (int i : {1, 2, 4})
+        p->Text1[i].Text = "30";
+    digita("Text4", 0, "7");
+    EXPECT_EQ(textos(p->Text4, 0, 4), QStringList({"7", "8", "9", ""}));
+}
+
+// --- leaving a field
+
+struct Saida {
+    const char *nome;
+    RefControle campo;
+    QString digitado, fica, foco;
+    QStringList mensagens = {};
+};
+
+class SaidaNoPrazo : public TelaPrazo, public ::testing::WithParamInterface<Saida> {};
+
+TEST_P(SaidaNoPrazo, NormalizaOuSegura) {
+    const Saida &c = GetParam();
+    abre();
+    p->SetFocus(c.campo);
+    p->Digita(c.campo.Nome, c.campo.Index, c.digitado);
+    p->SetFocus("Text3", 2);
+    EXPECT_EQ(p->controle(c.campo)->Text, c.fica);
+    EXPECT_EQ(p->Foco().texto(), c.foco);
+    EXPECT_EQ(d.Textos(), c.mensagens);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Campos, SaidaNoPrazo,
+    ::testing::Values(
+        Saida{"Total", {"Text1", 0}, "1000", "1.000,00", "Text3(2)"},
+        Saida{"TotalInvalidoSemAviso", {"Text1", 0}, "12x", "", "Text1(0)"},
+        Saida{"TotalGrandeDemais",
+              {"Text1", 0},
+              "1000000,01",
+              "",
+              "Text1(0)",
+              {"Tamanho Máximo deste campo..."}},
+        Saida{"Dias", {"Text1", 3}, "7", "07", "Text3(2)"},
+        Saida{"DiasInvalidos", {"Text1", 3}, "1,5", "", "Text1(3)"},
+        Saida{"DiasVaziosParaForaDosPrazos", {"Text1", 3}, "", "", "Text3(2)"},
+        Saida{"DataDeUmDia", {"Text1", 14}, "5", "05/11/26", "Text3(2)"},
+        Saida{"DataComSeculo", {"Text1", 14}, "05032027", "05/03/27", "Text3(2)"},
+        Saida{"DataQueNaoEDataFicaComoEsta", {"Text1", 14}, "29/02/27", "29/02/27", "Text3(2)"},
+        Saida{"ValorInvalidoSemAviso", {"Text2", 0}, "abc", "", "Text2(0)"},
+        Saida{"BancoComTresDigitos", {"Text3", 0}, "1", "001", "Text3(2)"},
+        Saida{"BancoInexistente", {"Text3", 0}, "998", "", "Text3(0)", {"Banco Inexistente..."}}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+TEST_F(TelaPrazo, DiasVaziosNoCaminhoDosPrazosLevamAsDatas) {
+    abre();
+    p->SetFocus("Text1", 5);
+    p->SetFocus("Text1", 6);
+    EXPECT_EQ(p->Foco().texto(), "Text1(13)");
+}
+
+struct Tamanho {
+    RefControle campo;
+    int maximo;
+};
+
+class TamanhoNoPrazo : public TelaPrazo, public ::testing::WithParamInterface<Tamanho> {};
+
+TEST_P(TamanhoNoPrazo, CortaComAMensagem) {
+    abre();
+    Controle &c = *p->controle(GetParam().campo);
+    EXPECT_EQ(c.MaxLength, GetParam().maximo);
+    p->Muda(c, QString(GetParam().maximo, u'1'));
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    p->Muda(c, QString(GetParam().maximo + 5, u'1'));
+    EXPECT_EQ(c.Text, QString(GetParam().maximo, u'1'));
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto, "Tamanho Máximo deste campo...");
+    EXPECT_EQ(d.Mensagens[0].Titulo, "Erro");
+}
+
+INSTANTIATE_TEST_SUITE_P(Campos, TamanhoNoPrazo,
+                         ::testing::Values(Tamanho{{"Text1", 7}, 3}, Tamanho{{"Text1", 20}, 8},
+                                           Tamanho{{"Text4", 11}, 12}, Tamanho{{"Text3", 1}, 15},
+                                           Tamanho{{"Text3", 2}, 74}));
+
+// --- keys
+
+TEST_F(TelaPrazo, F4GuardaPrazosEChequeF8Limpa) {
+    abre();
+    for (int i = 1; i <= 12; ++i)
+        p->Text1[i].Text = i == 2 ? QString() : QString::number(i * 10);
+    p->SetFocus("Text1", 3);
+    p->Tecla(F4);
+    EXPECT_EQ(ini("prazo1"), "10");
+    EXPECT_EQ(ini("prazo2"), ""); // one blank, read back trimmed
+    EXPECT_EQ(ini("prazo12"), "120");
+
+    p->SetFocus("Text3", 0);
+    p->Digita("Text3", 0, "237");
+    p->SetFocus("Text3", 1);
+    p->Digita("Text3", 1, "Londrina");
+    p->Tecla(F4);
+    p->SetFocus("Text3", 0);
+    p->Tecla(F4);
+    EXPECT_EQ(ini("Codigo"), "237");
+    EXPECT_EQ(ini("banco"), NomeBanco(s, "237"));
+    EXPECT_EQ(ini("Cidade"), "Londrina");
+    EXPECT_EQ(ini("Favorecido"), "-2");
+
+    // F4 elsewhere stores nothing; F8 empties.
+    p->SetFocus("Text1", 0);
+    p->Digita("Text1", 0, "5");
+    p->Tecla(F4);
+    EXPECT_EQ(ini("Valor"), "-2");
+    for (const RefControle &r : {RefControle{"Text1", 0}, RefControle{"Text1", 5},
+                                 RefControle{"Text2", 0}, RefControle{"Text3", 1}}) {
+        p->SetFocus(r);
+        p->controle(r)->Text = "9";
+        p->Tecla(F8);
+        EXPECT_EQ(p->controle(r)->Text, "") << r.texto().toStdString();
+    }
+    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+}
+
+TEST_F(TelaPrazo, F3DizOsPrazosOuPesquisa) {
+    abre();
+    const QString prazos = "Prazos para pagamento ex: Cheque p/ 30 dias / 60 dias / 90 dias / "
+                           "120 dias (até 4x)";
+    const QString somente = "Pesquisa somente para Banco, Cidade e Favorecido!";
+    // Filled, so that walking them doesn't end at the dates.
+    for (int i = 1; i <= 5; ++i)
+        p->Text1[i].Text = "30";
+    const std::pair<RefControle, QString> casos[] = {
+        {{"Text1", 1}, prazos},  {{"Text1", 4}, prazos},   {{"Text1", 0}, somente},
+        {{"Text1", 5}, somente}, {{"Text1", 20}, somente}, {{"Text2", 2}, somente}};
+    for (const auto &[campo, mensagem] : casos) {
+        d.Mensagens.clear();
+        p->SetFocus(campo);
+        p->Tecla(F3);
+        ASSERT_EQ(d.Mensagens.size(), 1) << campo.texto().toStdString();
+        EXPECT_EQ(d.Mensagens[0].Texto, mensagem);
+        EXPECT_EQ(d.Mensagens[0].Icone_,
+                  mensagem == prazos ? Icone::Informacao : Icone::Exclamacao);
+    }
+
+    // Banks, cities and payees: the search window on each, the pick entering the field.
+    const int tipos[] = {2, 1, 0};
+    for (int i = 0; i < 3; ++i) {
+        s.TipoPesquisa = 9;
+        p->SetFocus("Text3", i);
+        d.Respostas = {Resposta::Cancel}; // an empty register offers to fill it
+        p->Tecla(F3);
+        EXPECT_EQ(s.TipoPesquisa, tipos[i]);
+        if (Tela *t = d.Aberta("Pesquisa")) t->Unload();
+    }
+    EXPECT_EQ(d.Abertas.count("Pesquisa"), 3);
+
+    p->SetFocus("Text3", 0);
+    p->Tecla(F3);
+    auto *pesquisa = d.Tela_<Pesquisa>("Pesquisa");
+    ASSERT_NE(pesquisa, nullptr);
+    pesquisa->Digita("Text1", 0, "Brades");
+    pesquisa->List1.ListIndex = 0;
+    pesquisa->Clica("Command3D1", 0);
+    p->Form_Activate();
+    EXPECT_EQ(p->Text3[0].Text, "237");
+}
+
+// --- the check before printing
+
+struct Verificacao {
+    const char *nome;
+    QString banco, data, valor;
+    int periodos;
+    QString mensagem; // empty: it passes
+};
+
+class VerificaCampos : public TelaPrazo, public ::testing::WithParamInterface<Verificacao> {};
+
+TEST_P(VerificaCampos, ParaNaPrimeiraFalta) {
+    const Verificacao &c = GetParam();
+    abre();
+    for (int i = 1; i <= 12; ++i)
+        p->Text1[i].Text = i <= c.periodos ? "30" : "";
+    p->Text3[0].Text = c.banco;
+    p->Text1[13].Text = c.data;
+    p->Text2[0].Text = c.valor;
+    EXPECT_EQ(p->VerificaCampos(), c.mensagem.isEmpty() ? 0 : 1);
+    if (c.mensagem.isEmpty()) {
+        EXPECT_TRUE(d.Mensagens.isEmpty());
+        // The printer takes no empty city or payee.
+        EXPECT_EQ(p->Text3[1].Text, " ");
+        EXPECT_EQ(p->Text3[2].Text, " ");
+        return;
+    }
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto, c.mensagem);
+    EXPECT_EQ(d.Mensagens[0].Titulo, "Erro");
+    EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Exclamacao);
+    EXPECT_EQ(p->Text3[1].Text, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casos, VerificaCampos,
+    ::testing::Values(Verificacao{"SemParcelas", "", "", "", 0, "Valores inválidos..."},
+                      Verificacao{"SemBanco", "", "01/03/27", "10,00", 2,
+                                  "Código do banco inválido..."},
+                      Verificacao{"SemData", "001", "", "10,00", 2, "Valores inválidos..."},
+                      Verificacao{"SemValor", "001", "01/03/27", "", 2, "Valores inválidos..."},
+                      Verificacao{"Passa", "001", "01/03/27", "10,00", 1, ""}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+// --- printing and registering
+
+class ImpressaoPrazo : public TelaPrazo {
+  protected:
+    // Three instalments of 100,00 from 10/01/27, on bank 001, ready to print.
+    void tres_parcelas() {
+        abre();
+        agenda("100", "100127", "30", 3);
+        cheque();
+        d.Mensagens.clear();
+    }
+    static QStringList cheque_na_porta(const QString &valor, const QString &data) {
+        return {"IniciaPorta(COM2)",
+                "ImprimeCheque(001|" + valor + "|Construtora Boa Vista|Curitiba|" + data + "|" +
+                    valor + ")",
+                "FechaPorta()"};
+    }
+};
+
+TEST_F(ImpressaoPrazo, CadaParcelaPedeODocumentoImprimeERegistra) {
+    tres_parcelas();
+    p->Text4[1].Text = "000456";
+    p->Clica("Command3D1", 0);
+
+    EXPECT_EQ(d.Textos(), QStringList(3, "Insira o Documento."));
+    for (const auto &m : d.Mensagens) {
+        EXPECT_EQ(m.Titulo, "Impressão do Cheque");
+        EXPECT_EQ(m.Botoes_, Botoes::OKCancel);
+        EXPECT_EQ(m.Icone_, Icone::Informacao);
+    }
+    EXPECT_EQ(imp().Chamadas(), cheque_na_porta("33,34", "10/01/27") +
+                                    cheque_na_porta("33,33", "09/02/27") +
+                                    cheque_na_porta("33,33", "11/03/27"));
+    EXPECT_EQ(principal->Gauge1.Value, 100); // the entry screen's gauge swept
+
+    const auto linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 3);
+    const QStringList campos = {"Index", "Codigo", "Banco", "V_CH",     "Favor",
+                                "Local", "Data",   "NRCH",  "StCancel", "Comentario"};
+    const QList<QStringList> esperadas = {
+        {"0000000001", "00001", "001", "33,34", "Construtora Boa Vista", "Curitiba", "10/01/27",
+         "SEQ:00001", " ", ""},
+        {"0000000002", "00002", "001", "33,33", "Construtora Boa Vista", "Curitiba", "09/02/27",
+         "000456", " ", ""},
+        {"0000000003", "00003", "001", "33,33", "Construtora Boa Vista", "Curitiba", "11/03/27",
+         "SEQ:00003", " ", ""}};
+    for (int i = 0; i < 3; ++i) {
+        QStringList linha;
+        for (const QString &c : campos)
+            linha << linhas[i].value(c);
+        EXPECT_EQ(linha, esperadas[i]) << i;
+    }
+    // The schedule stands for another run.
+    EXPECT_EQ(valores(3), QStringList({"33,34", "33,33", "33,33"}));
+}
+
+TEST_F(ImpressaoPrazo, ChequeRecusadoNoMeioNaoGastaIndexECancelarEncerra) {
+    tres_parcelas();
+    // A date the printer can't read: it refuses that cheque alone.
+    p->Text1[14].Text = "29/02/27";
+    d.Respostas = {Resposta::OK, Resposta::OK, Resposta::OK};
+    p->Clica("Command3D1", 0);
+    ASSERT_EQ(d.Textos(),
+              QStringList({"Insira o Documento.", "Insira o Documento.",
+                           "Problemas com a impressao do cheque", "Insira o Documento."}));
+    EXPECT_EQ(d.Mensagens[2].Titulo, "Impressão do Cheque (005)");
+    EXPECT_EQ(d.Mensagens[2].Icone_, Icone::Exclamacao);
+    // The port is opened and closed around each cheque, the refused one too.
+    const QStringList chamadas = imp().Chamadas();
+    ASSERT_EQ(chamadas.size(), 9);
+    EXPECT_EQ(chamadas.mid(3, 3),
+              QStringList({"IniciaPorta(COM2)",
+                           "ImprimeCheque(001|33,33|Construtora Boa Vista|Curitiba|29/02/27|33,33)",
+                           "FechaPorta()"}));
+    auto linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 2);
+    EXPECT_EQ(linhas[1].value("Index"), "0000000002");
+    EXPECT_EQ(linhas[1].value("Data"), "11/03/27");
+    EXPECT_EQ(linhas[1].value("NRCH"), "SEQ:00002");
+
+    // Again, cancelled at the second document: the first stays printed and registered.
+    imp().LimpaChamadas();
+    d.Mensagens.clear();
+    d.Respostas = {Resposta::OK, Resposta::Cancel};
+    p->Clica("Command3D1", 0);
+    EXPECT_EQ(d.Textos(), QStringList(2, "Insira o Documento."));
+    EXPECT_EQ(imp().Chamadas(), cheque_na_porta("33,34", "10/01/27"));
+    linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 3);
+    EXPECT_EQ(linhas[2].value("Index"), "0000000003");
+    EXPECT_EQ(linhas[2].value("V_CH"), "33,34");
+}
+
+TEST_F(ImpressaoPrazo, CancelarNoPrimeiroNaoImprimeNada) {
+    tres_parcelas();
+    d.Respostas = {Resposta::Cancel};
+    p->Clica("Command3D1", 0);
+    EXPECT_EQ(d.Textos(), QStringList({"Insira o Documento."}));
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+    EXPECT_TRUE(linhas_log().isEmpty());
+}
+
+TEST_F(ImpressaoPrazo, CaixaDesmarcadaImprimeSemRegistrar) {
+    tres_parcelas();
+    principal->CheckBox.Value = 0;
+    p->Clica("Command3D1", 0);
+    EXPECT_EQ(imp().Chamadas().size(), 9);
+    EXPECT_TRUE(linhas_log().isEmpty());
+}
+
+TEST_F(ImpressaoPrazo, PortaQueNaoAbreParaAExecucao) {
+    tres_parcelas();
+    imp().Falha("IniciaPorta", 0);
+    p->Clica("Command3D1", 0);
+    ASSERT_EQ(d.Mensagens.size(), 2);
+    EXPECT_EQ(d.Mensagens[1].Texto,
+              "Problemas ao se comunicar com a impressora!\rVerifique a mesma e selecione \"OK\"!");
+    EXPECT_EQ(d.Mensagens[1].Icone_, Icone::Critico);
+    EXPECT_EQ(imp().Chamadas(), QStringList({"IniciaPorta(COM2)"}));
+    EXPECT_TRUE(linhas_log().isEmpty());
+}
+
+TEST_F(ImpressaoPrazo, VerificacaoRecusadaNaoPedeDocumento) {
+    tres_parcelas();
+    p->Text3[0].Text.clear();
+    p->Clica("Command3D1", 0);
+    EXPECT_EQ(d.Textos(), QStringList({"Código do banco inválido..."}));
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+}
+
+TEST_F(ImpressaoPrazo, ContinuaDoUltimoIndexDoRegistro) {
+    ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
+    RecordSet &log = Conjunto(s, TabLog);
+    log.AddNew();
+    log.Define("Index", "0000000041");
+    log.Define("Codigo", "00041");
+    log.Update();
+    FechaTabelas(s, 0, 0, 0, 1);
+    tres_parcelas();
+    EXPECT_EQ(p->RegistraParcela(0), 0);
+    const auto linhas = linhas_log();
+    ASSERT_EQ(linhas.size(), 2);
+    EXPECT_EQ(linhas[1].value("Index"), "0000000042");
+    EXPECT_EQ(linhas[1].value("NRCH"), "SEQ:00042");
+}
+
+// Another connection holds the database's write lock: the cheque is on paper, the operator
+// is told which row is missing, and the run goes on.
+TEST_F(ImpressaoPrazo, LinhaQueNaoGravaEDitaAoOperador) {
+    tres_parcelas();
+    const QString conexao = "trava-" + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", conexao);
+        db.setDatabaseName(s.CaminhoApp + "/VEXA.db");
+        ASSERT_TRUE(db.open());
+        ASSERT_TRUE(QSqlQuery(db).exec("BEGIN IMMEDIATE"));
+    }
+    p->Text4[0].Text = "77";
+    d.Respostas = {Resposta::OK, Resposta::OK, Resposta::Cancel};
+    p->Clica("Command3D1", 0);
+    QSqlDatabase::database(conexao, false).close();
+    QSqlDatabase::removeDatabase(conexao);
+    ASSERT_EQ(d.Mensagens.size(), 3) << d.Textos().join('|').toStdString();
+    EXPECT_EQ(d.Mensagens[1].Texto,
+              "O cheque foi impresso, mas não foi registrado no relatório.\n\n"
+              "Banco: 001\nValor: 33,34\nFavorecido: Construtora Boa "
+              "Vista\nNúmero: 77");
+    EXPECT_EQ(d.Mensagens[1].Titulo, "Impressão do Cheque");
+    EXPECT_EQ(d.Mensagens[1].Icone_, Icone::Critico);
+    EXPECT_EQ(d.Mensagens[2].Texto, "Insira o Documento.");
+    EXPECT_EQ(imp().Chamadas().size(), 3);
+}
+
+} // namespace
