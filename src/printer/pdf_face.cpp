@@ -36,6 +36,10 @@ QByteArray pdf_face(const QStringList &linhas, const QString &titulo, Formulario
     int colunas = m.colunas;
     for (const QString &l : linhas)
         colunas = qMax(colunas, int(l.size()));
+    // Blank lines at the end feed paper and print nothing: they don't start another page.
+    qsizetype total = linhas.size();
+    while (total > 0 && linhas[total - 1].trimmed().isEmpty())
+        --total;
     // Painted in memory: the sheet's file is then written whole, or not at all.
     QByteArray bytes;
     QBuffer saida(&bytes);
@@ -60,14 +64,14 @@ QByteArray pdf_face(const QStringList &linhas, const QString &titulo, Formulario
         const qreal escala = qMin(pdf.width() / largura, pdf.height() / altura);
         p.scale(escala, escala);
         // Every line in the one font: the PDF embeds it once, with only the glyphs used.
-        for (qsizetype inicio = 0; inicio == 0 || inicio < linhas.size(); inicio += m.linhas) {
+        for (qsizetype inicio = 0; inicio == 0 || inicio < total; inicio += m.linhas) {
             if (inicio > 0) pdf.newPage();
             if (m.moldura) {
                 p.setPen(QColor(200, 200, 200));
                 p.drawRect(QRectF(0, 0, largura, altura));
                 p.setPen(Qt::black);
             }
-            for (qsizetype i = inicio; i < qMin(linhas.size(), inicio + m.linhas); ++i)
+            for (qsizetype i = inicio; i < qMin(total, inicio + m.linhas); ++i)
                 p.drawText(QPointF(0, fm.ascent() + (i - inicio) * fm.lineSpacing()), linhas[i]);
         }
         if (!p.end()) return {};

@@ -233,6 +233,12 @@ INSTANTIATE_TEST_SUITE_P(
         CasoForma{"ListaDeUmaPagina",
                   [](Simulador &imp) { imp.FormataTX(linhas_numeradas(66), 1, 0, 0, 0, 0); }, A4,
                   1},
+        // Blank lines at the end feed paper; they don't start another page.
+        CasoForma{"ListaComLinhasEmBrancoNoFim",
+                  [](Simulador &imp) {
+                      imp.FormataTX(linhas_numeradas(66) + "\r\n   \r\n", 1, 0, 0, 0, 0);
+                  },
+                  A4, 1},
         CasoForma{"TextoMaisLongoQueAPagina",
                   [](Simulador &imp) { imp.FormataTX(linhas_numeradas(67), 1, 0, 0, 0, 0); }, A4,
                   2}),
