@@ -310,15 +310,9 @@ class PapelDasTelas : public teste::Registros {
             rs.Define(CamposScript()[i], layout[i]);
         EXPECT_TRUE(rs.Update());
         LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "001");
-        ChequeCopia c;
-        c.Banco = "237";
-        c.NomeBanco = "BRADESCO";
-        c.Valor = "1.234,56";
-        c.Favorecido = "José Antônio da Conceição";
-        c.Cidade = "São Paulo";
-        c.Data = "05/02/99";
-        c.Numero = "000123";
-        c.Comentarios = {"Aluguel de março", QString(), "Pago à vista"};
+        const ChequeCopia c{
+            "237",       "BRADESCO", "1.234,56", "José Antônio da Conceição",
+            "São Paulo", "05/02/99", "000123",   {"Aluguel de março", QString(), "Pago à vista"}};
         Tela *t = d.Abre(std::make_unique<CmpCopia>(s, d, c));
         EXPECT_NE(t, nullptr);
         return *static_cast<CmpCopia *>(t);
