@@ -1,12 +1,14 @@
 // make capturas: opens every screen offscreen, as the operator would see it, and writes a
 // PNG of each into the folder given.
 #include "cheque/main.h"
+#include "copy/script.h"
 #include "core/ini.h"
 #include "core/inicio.h"
 #include "core/relogio.h"
 #include "core/sessao.h"
 #include "printer/impressao.h"
 #include "registers/bancos.h"
+#include "registers/banctrans.h"
 #include "registers/cidade.h"
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
@@ -169,13 +171,69 @@ void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
     relato->Unload();
 }
 
+// A copy layout in table Script, chosen as the last one used: the copy opens composed by it.
+void registra_layout_copia(Sessao &sessao, Desktop &desktop) {
+    if (AbreTabelas(sessao, desktop, 0, 0, 0, 0) == -2) return;
+    RecordSet rs;
+    if (!rs.Abre(sessao.Banco->db(), "Select * From Script")) return;
+    // Code, name, l1 l2 l3 l6 l7 l4 l5 l8, c1 c2 c3 c9 c10 c4 c5 c11 c6 c7 c8.
+    const QStringList layout = {"001", "Cheque padrão",
+                                "2",   "5",
+                                "6",   "1",
+                                "2",   "8",
+                                "10",  "14",
+                                "60",  "5",
+                                "5",   "2",
+                                "2",   "5",
+                                "30",  "5",
+                                "52",  "56",
+                                "68"};
+    rs.AddNew();
+    for (int i = 0; i < CamposScript().size(); ++i)
+        rs.Define(CamposScript()[i], layout.value(i));
+    rs.Update();
+    LeGravaIni(sessao.CaminhoIni, "Opcoes", "Script", "001");
+}
+
+// A bank included on the transfer layouts' register with the layout a new bank starts from.
+void registra_banco_transferencia(Sessao &sessao, ui::DesktopQt &desktop) {
+    Tela *tela = desktop.Abre(cria_tela(telas::BancTrans, sessao, desktop));
+    auto *banctrans = dynamic_cast<BancTrans *>(tela);
+    if (!banctrans) return;
+    const QStringList posicoes = posicoes_padrao_transf();
+    banctrans->Text1[0].Text = "001";
+    banctrans->Text1[1].Text = "Banco do Brasil";
+    for (int i = 0; i < posicoes.size(); ++i)
+        banctrans->Text1[i + 2].Text = posicoes[i];
+    banctrans->Clica("Command3D1", 0);
+    banctrans->Unload();
+}
+
+// The transfer cheque as the operator fills it in, each field left with Enter.
+void preenche_transferencia(Tela &transf) {
+    digita(transf, "txtBanco", -1, "001");
+    digita(transf, "txtValor", -1, "1234,5");
+    digita(transf, "txtAgencia", -1, "Centro 0123");
+    digita(transf, "txtConta", -1, "45678-9");
+    digita(transf, "txtCidade", -1, "Curitiba");
+    digita(transf, "txtNumeroCheque", -1, "000123");
+    transf.SetFocus("txtComentario");
+}
+
 // The screens opened over the entry screen's cheque or from the registers: the report's
-// filter, the transfer cheque and its layouts, the copy and its layouts.
+// filter; the transfer cheque filled in on a registered bank, and its layouts with that bank
+// chosen; the copy layouts, and the copy of the entry screen's cheque composed by the layout
+// last chosen.
 void captura_outras(Sessao &sessao, ui::DesktopQt &desktop) {
-    for (const QString &nome : {telas::Filtro, telas::ChequeTransf, telas::BancTrans,
-                                telas::Script, telas::CmpCopia}) {
+    registra_banco_transferencia(sessao, desktop);
+    registra_layout_copia(sessao, desktop);
+    if (Tela *main = desktop.Aberta(telas::Main)) main->Digita("Text2", 0, "Aluguel de março");
+    for (const QString &nome :
+         {telas::Filtro, telas::ChequeTransf, telas::BancTrans, telas::Script, telas::CmpCopia}) {
         Tela *tela = desktop.Abre(cria_tela(nome, sessao, desktop));
         if (!tela) continue;
+        if (nome == telas::ChequeTransf) preenche_transferencia(*tela);
+        if (nome == telas::BancTrans) escolhe_linha(*tela, 0);
         tela->Refresh();
         grava(desktop.Janela(*tela), nome.toLower());
         tela->Unload();

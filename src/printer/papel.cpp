@@ -39,20 +39,6 @@ QString da_impressora(const QString &texto) {
     return saida;
 }
 
-QString texto_impresso(const QString &texto) {
-    const QString lido = da_impressora(texto);
-    QString saida;
-    for (qsizetype i = 0; i < lido.size(); ++i) {
-        const QChar c = lido[i];
-        if (c == u'\x1B') {
-            ++i;
-        } else if (c == u'\n' || c == u'\t' || c >= u' ') {
-            saida += c;
-        }
-    }
-    return saida;
-}
-
 void define_pintor_pdf(PintorPdf pintor) {
     pintor_ = pintor;
 }
@@ -74,11 +60,17 @@ int Papel::proximo(int ultimo) const {
 
 bool Papel::grava_face(int numero, const QStringList &face) {
     if (!grava_inteiro(Arquivo(numero), (face.join(u'\n') + "\n").toUtf8())) return false;
-    if (!pintor_) return true;
-    const QByteArray pdf = pintor_(face, "Cheque " + QFileInfo(Arquivo(numero)).completeBaseName());
-    if (pdf.isEmpty() || grava_inteiro(Arquivo(numero, "pdf"), pdf)) return true;
+    if (grava_pdf(numero, face, Formulario::Cheque, "Cheque")) return true;
     descarta(numero);
     return false;
+}
+
+bool Papel::grava_pdf(int numero, const QStringList &linhas, Formulario formulario,
+                      const QString &nome) {
+    if (!pintor_) return true;
+    const QString titulo = nome + " " + QFileInfo(Arquivo(numero)).completeBaseName();
+    const QByteArray pdf = pintor_(linhas, titulo, formulario);
+    return pdf.isEmpty() || grava_inteiro(Arquivo(numero, "pdf"), pdf);
 }
 
 bool Papel::acrescenta(int numero, const QString &texto) {

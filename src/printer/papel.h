@@ -1,7 +1,7 @@
 #pragma once
 // What the simulated printer puts on paper: the characters it reads in the bytes it is sent,
 // and the numbered sheets in its papel/ folder (NNNNNN.txt, the UTF-8 text of a sheet, and
-// for a cheque face NNNNNN.pdf beside it).
+// NNNNNN.pdf beside it).
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -12,14 +12,15 @@ namespace vexa {
 // zero byte that ends a C string (nothing after it reaches the library).
 QString da_impressora(const QString &texto);
 
-// What a run of text leaves on paper: CR and the two-byte ESC commands don't print, other
-// control characters but LF and TAB are left out.
-QString texto_impresso(const QString &texto);
+// What a sheet is printed on: a cheque form (a cheque face, a transfer cheque) or a plain page
+// (a copy, a list).
+enum class Formulario { Cheque, Pagina };
 
-// Paints the PDF of a cheque face (its lines) and gives its bytes; empty when it can't paint.
-// The program installs one at start; without one a face is printed as text alone, so that the
-// printer layer needs no graphics library.
-using PintorPdf = QByteArray (*)(const QStringList &face, const QString &titulo);
+// Paints the PDF of a sheet (its lines, in one monospaced font) and gives its bytes; empty when
+// it can't paint. The program installs one at start; without one a sheet is printed as text
+// alone, so that the printer layer needs no graphics library.
+using PintorPdf = QByteArray (*)(const QStringList &linhas, const QString &titulo,
+                                 Formulario formulario);
 void define_pintor_pdf(PintorPdf pintor);
 
 class Papel {
@@ -39,6 +40,11 @@ class Papel {
     // A piece of a running text sheet, added at its end. False when it didn't reach the disk
     // whole; the sheet keeps what it had.
     bool acrescenta(int numero, const QString &texto);
+    // The PDF beside a sheet, titled nome and the sheet's number; true without a painter that
+    // can paint. False when it didn't reach the disk whole: no PDF is left then, and the text
+    // stays as it is.
+    bool grava_pdf(int numero, const QStringList &linhas, Formulario formulario,
+                   const QString &nome);
     // Takes a sheet off the paper: its memory could not record it.
     void descarta(int numero);
 

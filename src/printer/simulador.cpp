@@ -99,9 +99,11 @@ qint16 Simulador::IniciaPorta(const QString &Porta) {
     return opera("IniciaPorta", {Porta}, 0, [&]() -> qint16 {
         le_configuracao();
         if (Porta.trimmed().compare(porta_, Qt::CaseInsensitive) != 0) return 0;
-        // Opening it again ends whatever run of text was left open.
+        // Opening it again ends whatever run of text was left open. Its answer is the port's:
+        // what became of that run belongs to an opening that never closed.
         aberta_ = true;
-        fecha_documento();
+        encerra_documento();
+        perdeu_ = false;
         return Feito;
     });
 }
@@ -109,16 +111,15 @@ qint16 Simulador::IniciaPorta(const QString &Porta) {
 qint16 Simulador::FechaPorta() {
     return opera("FechaPorta", {}, ExigePorta, [&]() -> qint16 {
         aberta_ = false;
-        fecha_documento();
-        return Feito;
+        encerra_documento();
+        return std::exchange(perdeu_, false) ? MemoriaFalhou : Feito;
     });
 }
 
 qint16 Simulador::TravaDoc(qint16 Trava) {
     return opera("TravaDoc", {QString::number(Trava)}, ExigePorta, [&]() -> qint16 {
         if (Trava != 0 && Trava != 1) return ArgumentoInvalido;
-        fecha_documento();
-        return Feito;
+        return encerra_documento();
     });
 }
 
@@ -142,7 +143,7 @@ qint16 Simulador::ImprimeCheque(const QString &Banco, const QString &Valor,
             compoe_face(modelo(Banco), Valor, Favorecido, Cidade, Data, extras);
         if (face.isEmpty()) return ArgumentoInvalido;
         if (!memoria_.Gravavel()) return MemoriaFalhou;
-        fecha_documento();
+        encerra_documento();
         const int numero = papel_.proximo(memoria_.UltimoPapel());
         if (!papel_.grava_face(numero, face)) return MemoriaFalhou;
         if (!memoria_.registra_cheque({numero, Banco.trimmed(), Valor.trimmed(),
@@ -167,8 +168,29 @@ qint16 Simulador::ImprimeCampoX(qint16 Campo, qint16 Linha, qint16 Coluna, const
 
 // ---------------------------------------------------------------- text
 
+// The sheet takes what the printer read only when it reached the disk: a text that failed
+// can be sent again.
 qint16 Simulador::escreve_texto(const QString &texto) {
-    const QString impresso = texto_impresso(texto);
+    FolhaTexto folha = folha_;
+    const qint16 r = poe_no_papel(folha.recebe(da_impressora(texto)));
+    if (r == Feito) folha_ = folha;
+    return r;
+}
+
+qint16 Simulador::encerra_documento() {
+    FolhaTexto folha = folha_;
+    qint16 r = poe_no_papel(folha.encerra());
+    if (r == Feito) folha_ = folha;
+    if (documento_ != 0 &&
+        !papel_.grava_pdf(documento_, folha_.Linhas(), folha_.Forma(), QStringLiteral("Folha")))
+        r = MemoriaFalhou;
+    if (r != Feito) perdeu_ = true;
+    documento_ = 0;
+    folha_ = FolhaTexto();
+    return r;
+}
+
+qint16 Simulador::poe_no_papel(const QString &impresso) {
     if (impresso.isEmpty()) return Feito;
     if (documento_ != 0) return papel_.acrescenta(documento_, impresso) ? Feito : MemoriaFalhou;
     if (!memoria_.Gravavel()) return MemoriaFalhou;
@@ -195,6 +217,7 @@ qint16 Simulador::FormataTX(const QString &Texto, qint16 Modo, qint16 A, qint16 
                            QString::number(D)};
     return opera("FormataTX", args, ExigePorta | ExigePapel, [&]() -> qint16 {
         if (Modo < 1 || Modo > 3) return ArgumentoInvalido;
+        folha_.define_forma(Modo == 2 && C != 1 ? Formulario::Cheque : Formulario::Pagina);
         return escreve_texto(Texto);
     });
 }

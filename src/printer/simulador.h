@@ -13,10 +13,13 @@
 // in its own code page 850. A payee passed through the program's character conversion prints
 // its accents right; an extra field, sent unconverted, prints them as the printer reads them.
 // A text ends at its first zero character, as the library's C string does. Text sent with
-// FormataTX and TolvaneTX is printed as sent: CR dropped, two-byte ESC
-// commands and other control characters left out, LF kept. A run of text between
-// TravaDoc(1) and TravaDoc(0) (or the closing of the port) is one sheet.
+// FormataTX and TolvaneTX lands on a running sheet as folha_texto.h tells (inverted printing
+// among it). A document is one sheet: it ends at TravaDoc, at the closing or a new opening of
+// the port, or at a cheque face, and its PDF is written then. The first FormataTX of a
+// document chooses its form: mode 2 is the transfer cheque's face or back, on a cheque form,
+// unless it is the heading of a copy (C 1); every other text goes on a plain page.
 #include "printer/face_cheque.h"
+#include "printer/folha_texto.h"
 #include "printer/memoria_impressora.h"
 #include "printer/papel.h"
 #include "printer/vexa32.h"
@@ -119,7 +122,11 @@ class Simulador : public Vexa32 {
     bool falha(const QString &operacao, qint16 &codigo) const;
     void le_configuracao();
     qint16 escreve_texto(const QString &texto);
-    void fecha_documento() { documento_ = 0; }
+    qint16 poe_no_papel(const QString &impresso);
+    // Ends the document: what inverted printing held goes on paper, and the PDF is written.
+    // MemoriaFalhou when either didn't reach the disk whole; the closing of the port then
+    // answers it too, as nobody looks at what TravaDoc answers.
+    qint16 encerra_documento();
 
     QString caminhoApp_, pasta_;
     QString porta_ = "COM2";
@@ -130,7 +137,9 @@ class Simulador : public Vexa32 {
     Papel papel_;
 
     QMap<int, CampoExtra> extras_;
-    int documento_ = 0; // the sheet a run of text is going to, 0 when none
+    int documento_ = 0;   // the sheet a run of text is going to, 0 when none
+    FolhaTexto folha_;    // what the printer has read of that run
+    bool perdeu_ = false; // a document since the port opened didn't end whole
     QMap<QString, qint16> falhas_;
     QList<Chamada> chamadas_;
 };

@@ -212,24 +212,6 @@ TEST_P(SimuladorFalhas, RespondeOCodigoENaoImprime) {
     EXPECT_EQ(imp.Registro().last().Resultado, esperado);
 }
 
-TEST_F(SimuladorTeste, UmaFolhaPorTrechoDeTextoDecodificadaDaPaginaDaImpressora) {
-    Simulador imp(pasta.path());
-    imp.IniciaPorta("COM2");
-    imp.TravaDoc(1);
-    imp.FormataTX(ConverteTexto("Relação\r\nJoão\r\n"), 1, 0, 0, 0, 0);
-    imp.FormataTX(ConverteTexto("fim\r\n"), 1, 0, 0, 0, 0);
-    imp.TravaDoc(0);
-    imp.TravaDoc(1);
-    imp.FormataTX("", 3, 0, 0, 0, 0);
-    imp.TolvaneTX("\x1BI");
-    imp.TolvaneTX(ConverteTexto("CÓPIA\r\n"));
-    imp.TolvaneTX("\r\n\x1B@");
-    imp.FechaPorta();
-    EXPECT_EQ(le_utf8(imp.ArquivoPapel(1)), "Relação\nJoão\nfim\n");
-    EXPECT_EQ(le_utf8(imp.ArquivoPapel(2)), "CÓPIA\n\n");
-    EXPECT_EQ(imp.UltimoPapel(), 2);
-}
-
 TEST_F(SimuladorTeste, MontaValorGravaAsPalavrasEmAnsiComOZeroFinal) {
     Simulador imp(pasta.path());
     QString valor = "2000000,05";
