@@ -222,8 +222,8 @@ void preenche_transferencia(Tela &transf) {
 
 // The screens opened over the entry screen's cheque or from the registers: the report's
 // filter; the transfer cheque filled in on a registered bank, and its layouts with that bank
-// chosen; the copy layouts, and the copy of the entry screen's cheque composed by the layout
-// last chosen.
+// chosen and its graphic adjust; the copy layouts with the adjust of the first, and the copy of the
+// entry screen's cheque composed by the layout last chosen.
 void captura_outras(Sessao &sessao, ui::DesktopQt &desktop) {
     registra_banco_transferencia(sessao, desktop);
     registra_layout_copia(sessao, desktop);
@@ -233,9 +233,20 @@ void captura_outras(Sessao &sessao, ui::DesktopQt &desktop) {
         Tela *tela = desktop.Abre(cria_tela(nome, sessao, desktop));
         if (!tela) continue;
         if (nome == telas::ChequeTransf) preenche_transferencia(*tela);
-        if (nome == telas::BancTrans) escolhe_linha(*tela, 0);
+        if (nome == telas::BancTrans || nome == telas::Script) escolhe_linha(*tela, 0);
         tela->Refresh();
         grava(desktop.Janela(*tela), nome.toLower());
+        // "Ajuste Gráfico" of the layout chosen.
+        if (nome == telas::BancTrans || nome == telas::Script) {
+            tela->Clica("Command3D2");
+            const QString ajuste =
+                nome == telas::BancTrans ? telas::AjustaChequeTransferencia : telas::AjusteScript;
+            if (Tela *a = desktop.Aberta(ajuste)) {
+                a->Refresh();
+                grava(desktop.Janela(*a), ajuste.toLower());
+                a->Unload();
+            }
+        }
         tela->Unload();
     }
 }
@@ -277,11 +288,14 @@ void captura_configuracoes(Sessao &sessao, ui::DesktopQt &desktop) {
         sobre->Unload();
     }
     desktop.Ajuda("Conteudo");
+    // Found before grava, whose wait lets Qt delete the windows of screens closed above.
+    QWidget *ajuda = nullptr;
     for (QWidget *w : QApplication::topLevelWidgets())
-        if (w->objectName() == "Ajuda" && w->isVisible()) {
-            grava(w, "ajuda-conteudo");
-            w->close();
-        }
+        if (w->objectName() == "Ajuda" && w->isVisible()) ajuda = w;
+    if (ajuda) {
+        grava(ajuda, "ajuda-conteudo");
+        ajuda->close();
+    }
 }
 
 } // namespace
