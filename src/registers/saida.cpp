@@ -86,8 +86,10 @@ QList<QPair<QString, QString>> registros(Sessao &s, Desktop &d, const QString &T
     if (!rs.Abre(s.Banco->db(), "Select * FROM " + Tabela + " ORDER BY " +
                                     (Ordem == "0" ? "Codigo" : "NomeChave, Nome")))
         return r;
-    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
-        r.append({rs.Campo("Codigo"), rs.Campo("Nome")});
+    const QList<QStringList> linhas = rs.Colunas({"Codigo", "Nome"});
+    r.reserve(linhas.size());
+    for (const QStringList &l : linhas)
+        r.append({l.value(0), l.value(1)});
     return r;
 }
 

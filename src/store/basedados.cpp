@@ -1,4 +1,5 @@
 #include "store/basedados.h"
+#include "store/leitura_direta.h"
 
 #include "core/conversoes.h"
 
@@ -130,9 +131,7 @@ void sql_cvdate(sqlite3_context *ctx, int, sqlite3_value **argv) {
 } // namespace
 
 void registra_funcoes_sql(const QSqlDatabase &db) {
-    const QVariant h = db.driver()->handle();
-    if (!h.isValid() || qstrcmp(h.typeName(), "sqlite3*") != 0) return;
-    sqlite3 *s = *static_cast<sqlite3 *const *>(h.data());
+    sqlite3 *s = conexao_sqlite(db);
     if (!s) return;
     const int f = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
     sqlite3_create_function(s, "CDBL", 1, f, nullptr, sql_cdbl, nullptr, nullptr);

@@ -1,4 +1,5 @@
 #include "store/recordset.h"
+#include "store/leitura_direta.h"
 
 #include <QRegularExpression>
 #include <QSqlRecord>
@@ -10,11 +11,6 @@ namespace {
 // that a list painting one screen reads little more than it shows.
 constexpr int TamanhoBloco = 256;
 constexpr std::size_t BlocosGuardados = 8;
-// A set of a narrow table (a code and a name) is read whole by the select that opens it, up to
-// this many fields: one statement then costs what a list of the whole register costs. A wide
-// table (the register of cheques) reads only its keys at opening, its rows when reached.
-constexpr int CamposEstreita = 4;
-constexpr qsizetype ValoresInteiros = 600000;
 
 // "Select * From <table> <rest>": the table and the rest (where, order).
 const QRegularExpression &forma_select() {
@@ -71,9 +67,10 @@ bool RecordSet::Abre(const QSqlDatabase &db, const QString &sql, const QVariantL
     if (!resto.contains(QStringLiteral("order by"), Qt::CaseInsensitive) && !campos_.isEmpty())
         resto += QStringLiteral(" ORDER BY \"%1\"").arg(campos_.first());
     resto_ = resto;
-    inteira_ = campos_.size() <= CamposEstreita;
-    sqlChaves_ = QStringLiteral("SELECT rowid%1 FROM \"%2\"%3")
-                     .arg(inteira_ ? ", " + lista_colunas(campos_) : QString(), tabela_, resto);
+    // The select reads the keys alone: the rows are read in blocks when reached, so that a
+    // register of 99,999 names opens in the time of a list of integers and shows at once the
+    // rows on the screen.
+    sqlChaves_ = QStringLiteral("SELECT rowid FROM \"%1\"%2").arg(tabela_, resto);
     if (!le_chaves()) {
         Close();
         return false;
@@ -83,39 +80,17 @@ bool RecordSet::Abre(const QSqlDatabase &db, const QString &sql, const QVariantL
 }
 
 bool RecordSet::le_chaves() {
-    QSqlQuery q(db_);
-    q.setForwardOnly(true);
-    if (!q.prepare(sqlChaves_)) return false;
-    for (const QVariant &v : valores_)
-        q.addBindValue(v);
-    if (!q.exec()) return false;
+    LeituraDireta q(db_, sqlChaves_, valores_);
+    if (q.Falhou()) return false;
     versao_ = versao_dados(db_);
     chaves_.clear();
     esquece_blocos();
-    const int n = inteira_ ? campos_.size() : 0;
-    qsizetype valores = 0;
-    Bloco *bloco = nullptr;
-    int numero = -1;
-    while (q.next()) {
-        const int posicao = chaves_.size();
-        chaves_.append(q.value(0).toLongLong());
-        if (n == 0 || valores > ValoresInteiros) continue;
-        if (posicao % TamanhoBloco == 0) {
-            numero = posicao / TamanhoBloco;
-            bloco = &blocos_[numero];
-            bloco->fixo = true;
-            bloco->linhas.reserve(TamanhoBloco);
-        }
-        QStringList linha;
-        linha.reserve(n);
-        for (int c = 1; c <= n; ++c)
-            linha.append(q.value(c).toString());
-        bloco->linhas.append(std::move(linha));
-        valores += n;
+    while (q.Proxima())
+        chaves_.append(q.Inteiro(0));
+    if (q.Falhou()) {
+        chaves_.clear();
+        return false;
     }
-    // A block cut short by the limit is read again whole when reached.
-    if (bloco && numero * TamanhoBloco + bloco->linhas.size() < chaves_.size())
-        blocos_.erase(numero);
     apagado_.fill(false, chaves_.size());
     apagados_ = 0;
     pos_ = chaves_.isEmpty() ? -1 : 0;
@@ -126,21 +101,18 @@ bool RecordSet::le_chaves() {
 QList<QStringList> RecordSet::Colunas(const QStringList &nomes) const {
     QList<QStringList> linhas;
     if (!aberto_ || nomes.isEmpty()) return linhas;
-    QSqlQuery q(db_);
-    q.setForwardOnly(true);
-    if (!q.prepare(
-            QStringLiteral("SELECT %1 FROM \"%2\"%3").arg(lista_colunas(nomes), tabela_, resto_)))
-        return linhas;
-    for (const QVariant &v : valores_)
-        q.addBindValue(v);
-    if (!q.exec()) return linhas;
+    LeituraDireta q(
+        db_, QStringLiteral("SELECT %1 FROM \"%2\"%3").arg(lista_colunas(nomes), tabela_, resto_),
+        valores_);
     linhas.reserve(chaves_.size());
-    while (q.next()) {
+    while (q.Proxima()) {
         QStringList linha;
+        linha.reserve(nomes.size());
         for (int c = 0; c < nomes.size(); ++c)
-            linha.append(q.value(c).toString());
+            linha.append(q.Texto(c));
         linhas.append(std::move(linha));
     }
+    if (q.Falhou()) linhas.clear();
     return linhas;
 }
 
@@ -158,15 +130,13 @@ RecordSet RecordSet::Copia() const {
     copia.resto_ = resto_;
     copia.valores_ = valores_;
     copia.aberto_ = true;
-    copia.inteira_ = inteira_;
     copia.versao_ = versao_;
     copia.chaves_ = chaves_;
     copia.apagado_ = apagado_;
     copia.apagados_ = apagados_;
     copia.campos_ = campos_;
-    // The rows read with the select; the lists of rows are shared until one side changes.
-    for (const auto &[numero, bloco] : blocos_)
-        if (bloco.fixo) copia.blocos_.emplace(numero, bloco);
+    // The rows read since the select; the lists of rows are shared until one side changes.
+    copia.blocos_ = blocos_;
     copia.pos_ = chaves_.isEmpty() ? -1 : 0;
     copia.pula_apagados(1);
     return copia;
@@ -233,14 +203,12 @@ const QStringList *RecordSet::linha_na(int posicao) const {
     const int numero = posicao / TamanhoBloco;
     auto achado = blocos_.find(numero);
     if (achado == blocos_.end()) {
-        std::size_t lidos = 0;
-        auto velho = blocos_.end();
-        for (auto b = blocos_.begin(); b != blocos_.end(); ++b) {
-            if (b->second.fixo) continue;
-            ++lidos;
-            if (velho == blocos_.end() || b->second.uso < velho->second.uso) velho = b;
+        if (blocos_.size() >= BlocosGuardados) {
+            auto velho = blocos_.begin();
+            for (auto b = blocos_.begin(); b != blocos_.end(); ++b)
+                if (b->second.uso < velho->second.uso) velho = b;
+            blocos_.erase(velho);
         }
-        if (lidos >= BlocosGuardados) blocos_.erase(velho);
         if (!leitura_) {
             QStringList marcas;
             for (int i = 0; i < TamanhoBloco; ++i)

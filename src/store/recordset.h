@@ -96,7 +96,6 @@ class RecordSet {
     QString sql_, tabela_, sqlChaves_, resto_;
     QVariantList valores_;
     bool aberto_ = false;
-    bool inteira_ = false;
 
     // The database's count of changes at the select: this connection's and other processes'.
     QPair<qint64, qint64> versao_{-1, -1};
@@ -112,7 +111,6 @@ class RecordSet {
     struct Bloco {
         QVector<QStringList> linhas;
         quint64 uso = 0;
-        bool fixo = false; // read with the keys: kept until the next select
     };
     mutable std::map<int, Bloco> blocos_;
     mutable quint64 usos_ = 0;
