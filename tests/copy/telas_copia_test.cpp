@@ -8,8 +8,10 @@
 #include "core/ini.h"
 #include "printer/extenso.h"
 #include "registers/registros_apoio.h"
+#include "registro/telas.h"
 
 #include <QFile>
+#include <QSqlQuery>
 
 using namespace vexa;
 
@@ -144,6 +146,70 @@ TEST_F(ScriptTeste, SearchNarrowsByCodeOrName) {
     t.Digita("Text2", -1, "pad");
     EXPECT_EQ(t.List1.Itens, QStringList{"001 - Padrao"});
 }
+
+// A write the database refuses, because another program holds its write lock, is told and
+// leaves the table as it was. The register's connection gives up at once rather than wait.
+struct CasoRecusa {
+    const char *Nome;
+    std::function<void(Script &)> Comando;
+    QString Aviso;
+};
+
+class ScriptRecusado : public ScriptTeste, public ::testing::WithParamInterface<CasoRecusa> {
+  protected:
+    void TearDown() override {
+        QSqlDatabase::database(Trava, false).close();
+        QSqlDatabase::removeDatabase(Trava);
+        ScriptTeste::TearDown();
+    }
+    void trava() {
+        QSqlDatabase outra = QSqlDatabase::addDatabase("QSQLITE", Trava);
+        outra.setDatabaseName(s.CaminhoApp + "/" + s.NomeMDB);
+        ASSERT_TRUE(outra.open());
+        ASSERT_TRUE(QSqlQuery(outra).exec("BEGIN IMMEDIATE"));
+        ASSERT_TRUE(QSqlQuery(s.Banco->db()).exec("PRAGMA busy_timeout = 0"));
+    }
+    static inline const QString Trava = QStringLiteral("trava-script");
+};
+
+TEST_P(ScriptRecusado, TellsTheOperatorAndKeepsTheTable) {
+    grava_layout(LayoutPadrao);
+    Script &t = abre<Script>();
+    t.List1.ListIndex = 0;
+    t.Clica("List1");
+    trava();
+    GetParam().Comando(t);
+    ASSERT_FALSE(d.Mensagens.isEmpty());
+    EXPECT_EQ(d.Mensagens.last().Texto, GetParam().Aviso);
+    EXPECT_EQ(d.Mensagens.last().Titulo, "Erro");
+    EXPECT_EQ(linha_script("001"), LayoutPadrao);
+    EXPECT_TRUE(linha_script("007").isEmpty());
+    EXPECT_EQ(t.List1.Itens, QStringList{"001        -Padrao"});
+}
+
+const QString NaoGravado = "O registro não foi gravado: o banco de dados não aceitou a gravação.";
+INSTANTIATE_TEST_SUITE_P(
+    Casos, ScriptRecusado,
+    ::testing::Values(CasoRecusa{"Incluir",
+                                 [](Script &t) {
+                                     t.Clica("Command3D1", 0);
+                                     for (int i = 0; i <= 20; ++i)
+                                         t.Text1[i].Text = LayoutPadrao[i];
+                                     t.Text1[0].Text = "007";
+                                     t.SetFocus("Text1", 20);
+                                     t.Tecla(13); // "Deseja Guardar este Script?": Yes
+                                 },
+                                 NaoGravado},
+                      CasoRecusa{"Alterar",
+                                 [](Script &t) {
+                                     t.Text1[1].Text = "Outro Nome";
+                                     t.Clica("Command3D1", 1);
+                                 },
+                                 NaoGravado},
+                      CasoRecusa{"Excluir", [](Script &t) { t.Clica("Command3D1", 2); },
+                                 "O registro não foi excluído: o banco de dados não aceitou a "
+                                 "exclusão."}),
+    [](const auto &info) { return std::string(info.param.Nome); });
 
 // --- the graphic adjust
 
