@@ -312,23 +312,48 @@ TEST_F(AjusteScriptTeste, FocusHighlightsTheLabelsOfTheBox) {
     EXPECT_EQ(a.Label2[15].BackColor, AjusteGrafico::CorDestaque);
 }
 
-TEST_F(AjusteScriptTeste, FailedOkLeavesTheRegisterUntouchedAndBlamesTheBox) {
-    AjusteScript &a = abre_ajuste();
+// One field of the layout moved where a rule of its line fails: the box the focus goes to.
+struct CasoCulpado {
+    const char *Nome;
+    QList<std::pair<int, QString>> Mudancas; // by the index of Text1 of Script
+    QString Culpado;
+    int Caixa;
+};
+
+class CulpadoScript : public AjusteScriptTeste,
+                      public ::testing::WithParamInterface<CasoCulpado> {};
+
+TEST_P(CulpadoScript, FailedOkFocusesTheBlamedBoxAndLeavesTheRegisterUntouched) {
+    QStringList valores = LayoutPadrao;
+    for (const auto &[campo, valor] : GetParam().Mudancas)
+        valores[campo] = valor;
+    AjusteScript &a = abre_ajuste(valores);
     const QStringList antes = campos();
-    // The bank on the amount's line, past it: the amount ends at 78 and the bank at 96.
-    tecla(a, 8, 40);
-    tecla(a, 8, 39, 60);
     a.Clica("Command3D1", 0);
     ASSERT_EQ(d.Mensagens.size(), 1);
     EXPECT_EQ(d.Mensagens[0].Titulo, "Layout de Cópia");
     EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Exclamacao);
-    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith(
-        "Há problemas no posicionamento do campo Banco. O campo Banco não está respeitando o "
-        "tamanho de 19 posições do valor"));
-    EXPECT_EQ(a.Foco(), (RefControle{"Text1", 8}));
+    const QString &culpado = GetParam().Culpado;
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Há problemas no posicionamento do campo " +
+                                                culpado + ". O campo " + culpado + " "))
+        << d.Mensagens[0].Texto.toStdString();
+    EXPECT_EQ(a.Foco(), (RefControle{"Text1", GetParam().Caixa}));
     EXPECT_FALSE(a.Descarregada());
     EXPECT_EQ(campos(), antes);
 }
+
+// Over the layout of LayoutPadrao: amount at 2:60, bank 1:2, number 2:2, payee 8:5, city
+// 10:30 with the date at 52, 56 and 68.
+INSTANTIATE_TEST_SUITE_P(Casos, CulpadoScript,
+                         ::testing::Values(CasoCulpado{"Valor", {{10, "10"}}, "Valor", 0},
+                                           CasoCulpado{"Favorecido", {{7, "2"}}, "Favorecido", 3},
+                                           CasoCulpado{"Cidade", {{16, "61"}}, "Cidade", 4},
+                                           CasoCulpado{"Dia", {{18, "45"}}, "Dia", 5},
+                                           CasoCulpado{"Mes", {{19, "54"}}, "Mês", 6},
+                                           CasoCulpado{"Ano", {{20, "64"}}, "Ano", 7},
+                                           CasoCulpado{"Banco", {{5, "2"}, {13, "62"}}, "Banco", 8},
+                                           CasoCulpado{"Numero", {{14, "70"}}, "Nº do Cheque", 10}),
+                         [](const auto &info) { return std::string(info.param.Nome); });
 
 TEST_F(AjusteScriptTeste, OkCopiesEveryLabelBackToItsField) {
     AjusteScript &a = abre_ajuste();
