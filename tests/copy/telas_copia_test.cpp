@@ -450,6 +450,8 @@ TEST_F(CmpCopiaTeste, ALayoutOutsideThePageIsReported) {
     EXPECT_EQ(d.Textos(),
               QStringList{"Houve Problemas Ao Montar o Layout de Cheque!!\rFavor Revisar o "
                           "Layout de Cópia que foi Montado,ou Escolha Outro Layout"});
+    // A run-time error of the copy, told as the other run-time errors: with no title.
+    EXPECT_EQ(d.Mensagens.value(0).Titulo, "");
     EXPECT_EQ(t.CopiaTxt.Text, "");
 }
 
