@@ -1,5 +1,6 @@
 // The copy screens driven as the operator does: the layout register, its graphic adjust, and
 // the copy with its three targets.
+#include "cheque/main.h"
 #include "copy/ajustescript.h"
 #include "copy/cmpcopia.h"
 #include "copy/script.h"
@@ -453,6 +454,81 @@ TEST_F(CmpCopiaTeste, ALayoutOutsideThePageIsReported) {
     // A run-time error of the copy, told as the other run-time errors: with no title.
     EXPECT_EQ(d.Mensagens.value(0).Titulo, "");
     EXPECT_EQ(t.CopiaTxt.Text, "");
+}
+
+// The entry screen opens the copy, by its command and by its menu item, only for a cheque
+// that ValidaCheque lets through; the copy is made of what the entry screen holds.
+struct CasoEntrada {
+    const char *Nome;
+    const char *Comando; // Opcoes(6), or the menu item
+    QString Valor;
+    QString NomeAoLado; // Label1(6)
+    QString Mensagem;   // ValidaCheque's; empty for a good cheque
+    QString LinhaBanco;
+};
+
+class CopiaDaEntrada : public CopiaTeste, public ::testing::WithParamInterface<CasoEntrada> {};
+
+TEST_P(CopiaDaEntrada, OpensOnlyForAValidChequeAndComposesItsFields) {
+    const CasoEntrada &caso = GetParam();
+    grava_layout(LayoutPadrao);
+    LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "001");
+    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+    const QStringList textos{"237", caso.Valor, "José", "Curitiba", "05/02/99", "", "000123"};
+    for (int i = 0; i < 7; ++i)
+        if (i != 5) m->Text1[i].Text = textos[i];
+    // Off the bank field first, whose leave would put the table's name beside the code.
+    m->SetFocus("CheckBox");
+    m->Label1[6].Caption = caso.NomeAoLado;
+    m->Text2[0].Text = "Aluguel";
+    m->Text2[1].Text = "de janeiro";
+    m->Text2[2].Text = "Sala 12";
+    d.Mensagens.clear();
+    if (QString(caso.Comando) == "Opcoes")
+        m->Clica("Opcoes", 6);
+    else
+        m->Clica(caso.Comando);
+
+    auto *copia = d.Tela_<CmpCopia>(telas::CmpCopia);
+    if (!caso.Mensagem.isEmpty()) {
+        ASSERT_EQ(d.Mensagens.size(), 1);
+        EXPECT_EQ(d.Mensagens[0].Texto, caso.Mensagem);
+        EXPECT_EQ(d.Mensagens[0].Titulo, "Vexa PLUS - Document Printer");
+        EXPECT_FALSE(d.Abertas.contains(telas::CmpCopia));
+        EXPECT_EQ(copia, nullptr);
+        return;
+    }
+    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+    ASSERT_NE(copia, nullptr);
+    const QStringList linhas = copia->LinhasCopia();
+    EXPECT_EQ(linhas.value(0), caso.LinhaBanco);
+    EXPECT_EQ(linhas.value(1), "  Nº000123" + QString(50, u' ') + "R$1.234,56");
+    EXPECT_EQ(linhas.mid(13, 3), (QStringList{"     Aluguel", "     de janeiro", "     Sala 12"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casos, CopiaDaEntrada,
+    ::testing::Values(
+        CasoEntrada{"ComandoSemValor", "Opcoes", "", "", "O valor não pode ser vazio", {}},
+        CasoEntrada{"MenuComValorZero",
+                    "CopiaCheque",
+                    "0,00",
+                    "",
+                    "O valor não pode ser igual a zero (0,00).",
+                    {}},
+        // The name beside the code is the one composed; without it, the bank table's.
+        CasoEntrada{"ComandoComONomeAoLado", "Opcoes", "1.234,56", "NOME NA TELA", "",
+                    "  237-NOME NA TELA"},
+        CasoEntrada{"MenuComONomeDaTabela", "CopiaCheque", "1.234,56", "", "", "  237-Bradesco"}),
+    [](const auto &info) { return std::string(info.param.Nome); });
+
+TEST_F(CopiaTeste, TheLayoutMenuItemOpensTheRegisterWithItsList) {
+    grava_layout(LayoutPadrao);
+    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+    m->Clica("Layout");
+    auto *script = d.Tela_<Script>(telas::Script);
+    ASSERT_NE(script, nullptr);
+    EXPECT_EQ(script->List1.Itens, QStringList{"001        -Padrao"});
 }
 
 TEST_F(CmpCopiaTeste, CapitalsOnTheSettingAndOnTheTick) {
