@@ -32,9 +32,10 @@ ChequeCopia cheque_completo() {
 }
 
 const QString ExtensoCurto = "Um Mil, Duzentos e Trinta e Quatro Reais e Cinquenta e Seis Centavos";
-// 85 characters: the first line breaks at the last blank inside 81.
-const QString ExtensoLongo = "Nove Milhões, Novecentos e Noventa e Nove Mil, Novecentos e "
-                             "Noventa e Nove Reais e Noventa e Nove Centavos";
+// 109 characters whose 81st falls inside "Reais": the first line gives back that word and
+// ends at the blank before it.
+const QString ExtensoLongo = "Seis Milhões, Seiscentos e Sessenta e Seis Mil, Seiscentos e "
+                             "Sessenta e Seis Reais e Sessenta e Seis Centavos";
 
 struct CasoPagina {
     const char *Referencia;
@@ -66,12 +67,12 @@ INSTANTIATE_TEST_SUITE_P(
                        c.Comentarios = {QString(), QString(), QString()};
                    }},
         // A payee and an amount that would pass column 90 end at column 80; the words break
-        // over two lines; a day placed past column 80 is not carried; an item behind a line
-        // already full is put right after it.
+        // at the last blank inside 81, "Reais" going to the second line; a day placed past
+        // column 80 is not carried; an item behind a line already full is put right after it.
         CasoPagina{"transborda.txt",
                    [](LayoutCopia &l, ChequeCopia &c, QString &e) {
                        e = ExtensoLongo;
-                       c.Valor = "9.999.999,99";
+                       c.Valor = "6.666.666,66";
                        c.Favorecido = "Companhia Paranaense de Distribuição de Energia";
                        l.c[1] = 80;
                        l.c[4] = 50;
