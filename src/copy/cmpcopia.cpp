@@ -17,6 +17,8 @@ namespace vexa {
 namespace {
 
 const QString TituloCopia = QStringLiteral("Cópia do Cheque");
+// A run-time error, told as the others (those of the system printer and of the day's file)
+// with no title.
 const QString ErroMontagem =
     QStringLiteral("Houve Problemas Ao Montar o Layout de Cheque!!\r"
                    "Favor Revisar o Layout de Cópia que foi Montado,ou Escolha Outro Layout");

@@ -45,7 +45,8 @@ QString aviso_linhas(const QString &texto);
 
 class CmpCopia : public Tela {
   public:
-    // The cheque is read from the entry screen when the screen loads.
+    // The cheque is read from the entry screen once, when the screen loads, just after
+    // ValidaCheque passed it: every layout chosen afterwards composes that checked cheque.
     CmpCopia(Sessao &sessao, Desktop &desktop);
     // A copy of the cheque given.
     CmpCopia(Sessao &sessao, Desktop &desktop, const ChequeCopia &cheque);

@@ -116,7 +116,10 @@ void Script::grava_campos() {
     RecordSet &rs = conjunto();
     for (int i = 0; i < CamposScript().size(); ++i)
         rs.Define(CamposScript()[i], Text1[i].Text);
-    rs.Update();
+    if (!rs.Update()) {
+        rs.CancelUpdate();
+        avisa_registro_nao_gravado(desktop);
+    }
 }
 
 void Script::grava(int Index) {
@@ -130,7 +133,7 @@ void Script::grava(int Index) {
         if (!TemSelecao()) return;
         if (localiza(List1.List(List1.ListIndex).left(3))) {
             conjunto().MoveFirst();
-            conjunto().Delete();
+            if (!conjunto().Delete()) avisa_registro_nao_gravado(desktop, true);
         }
         LimpaCampos();
         HabilitaBotoes(true, false, false, true);

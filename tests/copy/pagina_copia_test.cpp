@@ -32,9 +32,10 @@ ChequeCopia cheque_completo() {
 }
 
 const QString ExtensoCurto = "Um Mil, Duzentos e Trinta e Quatro Reais e Cinquenta e Seis Centavos";
-// 85 characters: the first line breaks at the last blank inside 81.
-const QString ExtensoLongo = "Nove Milhões, Novecentos e Noventa e Nove Mil, Novecentos e "
-                             "Noventa e Nove Reais e Noventa e Nove Centavos";
+// 109 characters whose 81st falls inside "Reais": the first line gives back that word and
+// ends at the blank before it.
+const QString ExtensoLongo = "Seis Milhões, Seiscentos e Sessenta e Seis Mil, Seiscentos e "
+                             "Sessenta e Seis Reais e Sessenta e Seis Centavos";
 
 struct CasoPagina {
     const char *Referencia;
@@ -66,12 +67,12 @@ INSTANTIATE_TEST_SUITE_P(
                        c.Comentarios = {QString(), QString(), QString()};
                    }},
         // A payee and an amount that would pass column 90 end at column 80; the words break
-        // over two lines; a day placed past column 80 is not carried; an item behind a line
-        // already full is put right after it.
+        // at the last blank inside 81, "Reais" going to the second line; a day placed past
+        // column 80 is not carried; an item behind a line already full is put right after it.
         CasoPagina{"transborda.txt",
                    [](LayoutCopia &l, ChequeCopia &c, QString &e) {
                        e = ExtensoLongo;
-                       c.Valor = "9.999.999,99";
+                       c.Valor = "6.666.666,66";
                        c.Favorecido = "Companhia Paranaense de Distribuição de Energia";
                        l.c[1] = 80;
                        l.c[4] = 50;
@@ -151,7 +152,7 @@ TEST(AvisoLinhas, OneLineForEachLineLongerThan80) {
 
 using C = CampoCopia;
 
-// Every field apart on its own line; the date on the city's line in order.
+// Every field apart on its own line; the date on the city's line in order. Line 5 is free.
 QList<PosicaoCopia> posicoes_validas() {
     QList<PosicaoCopia> p(8);
     p[int(C::Valor)] = {2, 60};
@@ -172,75 +173,166 @@ QString mensagem(const QString &campo, int tamanho, const QString &frase, int li
            " posições em relação a última coluna do cheque ( coluna 80). Por favor verifique.";
 }
 
+// A placement of some fields over the valid one. When Passa, it just passes, and the blamed
+// field one column closer to the field before it fails with the message; else it fails as it
+// stands.
 struct CasoPosicao {
     const char *Nome;
     QList<std::pair<C, PosicaoCopia>> Mudancas;
-    std::optional<C> Culpado;
+    C Culpado;
     QString Mensagem;
+    bool Passa = true;
 };
 
 class PosicaoCopiaRegras : public ::testing::TestWithParam<CasoPosicao> {};
 
 TEST_P(PosicaoCopiaRegras, BlamesTheFirstPairOutOfOrder) {
+    const CasoPosicao &caso = GetParam();
     QList<PosicaoCopia> p = posicoes_validas();
-    for (const auto &[campo, pos] : GetParam().Mudancas)
+    ASSERT_FALSE(VerificaPosicaoCopia(p).has_value());
+    for (const auto &[campo, pos] : caso.Mudancas)
         p[int(campo)] = pos;
+    if (caso.Passa) {
+        const auto passa = VerificaPosicaoCopia(p);
+        ASSERT_FALSE(passa.has_value()) << passa->Texto.toStdString();
+        --p[int(caso.Culpado)].Coluna;
+    }
     const auto falha = VerificaPosicaoCopia(p);
-    ASSERT_EQ(falha.has_value(), GetParam().Culpado.has_value());
-    if (!falha) return;
-    EXPECT_EQ(falha->Culpado, *GetParam().Culpado);
-    EXPECT_EQ(falha->Texto, GetParam().Mensagem);
+    ASSERT_TRUE(falha.has_value());
+    EXPECT_EQ(falha->Culpado, caso.Culpado);
+    EXPECT_EQ(falha->Texto, caso.Mensagem);
 }
 
+// Same-line pairs on line 5, the field further left placed so that the other one ends at
+// column 80 where it fits.
 INSTANTIATE_TEST_SUITE_P(
     Casos, PosicaoCopiaRegras,
     ::testing::Values(
-        CasoPosicao{"Validas", {}, std::nullopt, {}},
-        // Bank at 10 takes 36 columns: the amount must start after 46.
-        CasoPosicao{"ValorColadoNoBanco",
-                    {{C::Banco, {2, 10}}, {C::Valor, {2, 46}}},
+        CasoPosicao{"ValorBanco",
+                    {{C::Valor, {5, 25}}, {C::Banco, {5, 44}}},
+                    C::Banco,
+                    mensagem("Banco", 19, "do valor", 36)},
+        CasoPosicao{"BancoValor",
+                    {{C::Banco, {5, 25}}, {C::Valor, {5, 62}}},
                     C::Valor,
                     mensagem("Valor", 37, "do banco", 18)},
-        CasoPosicao{"ValorLogoDepoisDoBanco", {{C::Banco, {2, 10}}, {C::Valor, {2, 47}}}},
-        // The amount ends at 80 exactly, and one column further it passes the sheet.
-        CasoPosicao{"ValorAteColuna80", {{C::Banco, {2, 10}}, {C::Valor, {2, 62}}}},
-        CasoPosicao{"ValorAlemDaColuna80",
-                    {{C::Banco, {2, 10}}, {C::Valor, {2, 63}}},
+        CasoPosicao{"ValorFavorecido",
+                    {{C::Valor, {5, 14}}, {C::Favorecido, {5, 33}}},
+                    C::Favorecido,
+                    mensagem("Favorecido", 19, "do valor", 47)},
+        CasoPosicao{"FavorecidoValor",
+                    {{C::Favorecido, {5, 14}}, {C::Valor, {5, 62}}},
                     C::Valor,
-                    mensagem("Valor", 37, "do banco", 18)},
-        // On the same column the first of the pair is the one further left.
+                    mensagem("Valor", 48, "do favorecido", 18)},
+        CasoPosicao{"ValorCidade",
+                    {{C::Valor, {5, 41}}, {C::Cidade, {5, 60}}},
+                    C::Cidade,
+                    mensagem("Cidade", 19, "do valor", 20)},
+        CasoPosicao{"CidadeValor",
+                    {{C::Cidade, {5, 1}}, {C::Valor, {5, 22}}},
+                    C::Valor,
+                    mensagem("Valor", 21, "da cidade", 18)},
+        CasoPosicao{"ValorNumero",
+                    {{C::Valor, {5, 47}}, {C::NumeroCheque, {5, 66}}},
+                    C::NumeroCheque,
+                    mensagem("Nº do Cheque", 19, "do valor", 14)},
+        CasoPosicao{"NumeroValor",
+                    {{C::NumeroCheque, {5, 47}}, {C::Valor, {5, 62}}},
+                    C::Valor,
+                    mensagem("Valor", 15, "do Nº do cheque", 18)},
+        // Bank and payee together are wider than the sheet: on one line they always fail.
+        CasoPosicao{"BancoFavorecido",
+                    {{C::Banco, {5, 1}}, {C::Favorecido, {5, 38}}},
+                    C::Favorecido,
+                    mensagem("Favorecido", 37, "do banco", 47),
+                    false},
+        CasoPosicao{"FavorecidoBanco",
+                    {{C::Favorecido, {5, 1}}, {C::Banco, {5, 49}}},
+                    C::Banco,
+                    mensagem("Banco", 48, "do favorecido", 36),
+                    false},
+        CasoPosicao{"BancoCidade",
+                    {{C::Banco, {5, 23}}, {C::Cidade, {5, 60}}},
+                    C::Cidade,
+                    mensagem("Cidade", 37, "do banco", 20)},
+        CasoPosicao{"CidadeBanco",
+                    {{C::Cidade, {5, 1}}, {C::Banco, {5, 22}}},
+                    C::Banco,
+                    mensagem("Banco", 21, "da cidade", 36)},
+        CasoPosicao{"BancoNumero",
+                    {{C::Banco, {5, 29}}, {C::NumeroCheque, {5, 66}}},
+                    C::NumeroCheque,
+                    mensagem("Nº do Cheque", 37, "do banco", 14)},
+        CasoPosicao{"NumeroBanco",
+                    {{C::NumeroCheque, {5, 29}}, {C::Banco, {5, 44}}},
+                    C::Banco,
+                    mensagem("Banco", 15, "do nº do cheque", 36)},
+        CasoPosicao{"FavorecidoCidade",
+                    {{C::Favorecido, {5, 12}}, {C::Cidade, {5, 60}}},
+                    C::Cidade,
+                    mensagem("Cidade", 48, "do favorecido", 20)},
+        CasoPosicao{"CidadeFavorecido",
+                    {{C::Cidade, {5, 1}}, {C::Favorecido, {5, 22}}},
+                    C::Favorecido,
+                    mensagem("Favorecido", 21, "da cidade", 47)},
+        CasoPosicao{"FavorecidoNumero",
+                    {{C::Favorecido, {5, 18}}, {C::NumeroCheque, {5, 66}}},
+                    C::NumeroCheque,
+                    mensagem("Nº do Cheque", 48, "do favorecido", 14)},
+        CasoPosicao{"NumeroFavorecido",
+                    {{C::NumeroCheque, {5, 18}}, {C::Favorecido, {5, 33}}},
+                    C::Favorecido,
+                    mensagem("Favorecido", 15, "do Nº do Cheque", 47)},
+        CasoPosicao{"CidadeNumero",
+                    {{C::Cidade, {5, 1}}, {C::NumeroCheque, {5, 22}}},
+                    C::NumeroCheque,
+                    mensagem("Nº do Cheque", 21, "da cidade", 14)},
+        CasoPosicao{"NumeroCidade",
+                    {{C::NumeroCheque, {5, 45}}, {C::Cidade, {5, 60}}},
+                    C::Cidade,
+                    mensagem("Cidade", 15, "do nº do cheque", 20)},
+        // The date rows hold on any line; the numbers of rows 12 and 13 are the message's own.
+        CasoPosicao{
+            "DiaCidade",
+            {{C::Dia, {10, 57}}, {C::Cidade, {10, 60}}, {C::Mes, {10, 60}}, {C::Ano, {10, 70}}},
+            C::Cidade,
+            mensagem("Cidade", 3, "do dia", 20)},
+        CasoPosicao{
+            "CidadeDia",
+            {{C::Cidade, {10, 57}}, {C::Dia, {10, 78}}, {C::Mes, {10, 60}}, {C::Ano, {10, 70}}},
+            C::Dia,
+            mensagem("Dia", 21, "da cidade", 2)},
+        CasoPosicao{"DiaMes",
+                    {{C::Dia, {10, 30}}, {C::Mes, {10, 33}}},
+                    C::Mes,
+                    mensagem("Mês", 3, "do dia", 9)},
+        CasoPosicao{"MesDia",
+                    {{C::Mes, {10, 30}}, {C::Dia, {10, 40}}},
+                    C::Dia,
+                    mensagem("Dia", 3, "do mês", 2)},
+        CasoPosicao{"MesAno",
+                    {{C::Mes, {16, 66}}, {C::Ano, {12, 76}}},
+                    C::Ano,
+                    mensagem("Ano", 10, "do mês", 9)},
+        CasoPosicao{"AnoMes",
+                    {{C::Ano, {10, 35}}, {C::Mes, {10, 40}}},
+                    C::Mes,
+                    mensagem("Mês", 3, "do ano", 9)},
+        // On the same column the first field of the row counts as the one further left.
         CasoPosicao{"MesmaColuna",
                     {{C::Favorecido, {2, 60}}},
                     C::Favorecido,
-                    mensagem("Favorecido", 19, "do valor", 47)},
-        CasoPosicao{"LinhasDiferentesNaoSeComparam",
-                    {{C::Favorecido, {9, 2}}, {C::NumeroCheque, {3, 10}}}},
-        CasoPosicao{"NumeroAntesDoFavorecido",
-                    {{C::Favorecido, {3, 16}}},
-                    C::Favorecido,
-                    mensagem("Favorecido", 15, "do Nº do Cheque", 47)},
-        CasoPosicao{"NumeroColadoNaCidade",
-                    {{C::NumeroCheque, {10, 20}}, {C::Dia, {10, 50}}},
-                    C::NumeroCheque,
-                    mensagem("Nº do Cheque", 21, "da cidade", 14)},
-        // The date rows hold on any line, with the numbers of their own table.
-        CasoPosicao{
-            "DiaDentroDaCidade", {{C::Dia, {10, 25}}}, C::Dia, mensagem("Dia", 21, "da cidade", 2)},
-        CasoPosicao{"DiaNaColuna26", {{C::Dia, {10, 26}}}},
-        CasoPosicao{"DiaAntesDaCidade",
-                    {{C::Cidade, {10, 20}}, {C::Dia, {10, 19}}},
-                    C::Cidade,
-                    mensagem("Cidade", 3, "do dia", 20)},
-        CasoPosicao{
-            "MesColadoNoDia", {{C::Mes, {10, 32}}}, C::Mes, mensagem("Mês", 3, "do dia", 9)},
-        CasoPosicao{
-            "AnoColadoNoMes", {{C::Ano, {10, 49}}}, C::Ano, mensagem("Ano", 10, "do mês", 9)},
-        CasoPosicao{"AnoAntesDoMes",
-                    {{C::Ano, {10, 35}}, {C::Mes, {10, 38}}},
-                    C::Mes,
-                    mensagem("Mês", 3, "do ano", 9)},
-        CasoPosicao{
-            "AnoAlemDaColuna80", {{C::Ano, {10, 77}}}, C::Ano, mensagem("Ano", 10, "do mês", 9)}),
+                    mensagem("Favorecido", 19, "do valor", 47),
+                    false},
+        // Rows 1 and 2 both fail, and so does the date: the first row in order is told.
+        CasoPosicao{"PrimeiraFalhaVence",
+                    {{C::Valor, {5, 25}},
+                     {C::Banco, {5, 43}},
+                     {C::Favorecido, {5, 30}},
+                     {C::Mes, {10, 31}}},
+                    C::Banco,
+                    mensagem("Banco", 19, "do valor", 36),
+                    false}),
     [](const auto &info) { return std::string(info.param.Nome); });
 
 } // namespace

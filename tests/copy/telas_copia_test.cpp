@@ -1,5 +1,6 @@
 // The copy screens driven as the operator does: the layout register, its graphic adjust, and
 // the copy with its three targets.
+#include "cheque/main.h"
 #include "copy/ajustescript.h"
 #include "copy/cmpcopia.h"
 #include "copy/script.h"
@@ -8,8 +9,10 @@
 #include "core/ini.h"
 #include "printer/extenso.h"
 #include "registers/registros_apoio.h"
+#include "registro/telas.h"
 
 #include <QFile>
+#include <QSqlQuery>
 
 using namespace vexa;
 
@@ -145,6 +148,70 @@ TEST_F(ScriptTeste, SearchNarrowsByCodeOrName) {
     EXPECT_EQ(t.List1.Itens, QStringList{"001 - Padrao"});
 }
 
+// A write the database refuses, because another program holds its write lock, is told and
+// leaves the table as it was. The register's connection gives up at once rather than wait.
+struct CasoRecusa {
+    const char *Nome;
+    std::function<void(Script &)> Comando;
+    QString Aviso;
+};
+
+class ScriptRecusado : public ScriptTeste, public ::testing::WithParamInterface<CasoRecusa> {
+  protected:
+    void TearDown() override {
+        QSqlDatabase::database(Trava, false).close();
+        QSqlDatabase::removeDatabase(Trava);
+        ScriptTeste::TearDown();
+    }
+    void trava() {
+        QSqlDatabase outra = QSqlDatabase::addDatabase("QSQLITE", Trava);
+        outra.setDatabaseName(s.CaminhoApp + "/" + s.NomeMDB);
+        ASSERT_TRUE(outra.open());
+        ASSERT_TRUE(QSqlQuery(outra).exec("BEGIN IMMEDIATE"));
+        ASSERT_TRUE(QSqlQuery(s.Banco->db()).exec("PRAGMA busy_timeout = 0"));
+    }
+    static inline const QString Trava = QStringLiteral("trava-script");
+};
+
+TEST_P(ScriptRecusado, TellsTheOperatorAndKeepsTheTable) {
+    grava_layout(LayoutPadrao);
+    Script &t = abre<Script>();
+    t.List1.ListIndex = 0;
+    t.Clica("List1");
+    trava();
+    GetParam().Comando(t);
+    ASSERT_FALSE(d.Mensagens.isEmpty());
+    EXPECT_EQ(d.Mensagens.last().Texto, GetParam().Aviso);
+    EXPECT_EQ(d.Mensagens.last().Titulo, "Erro");
+    EXPECT_EQ(linha_script("001"), LayoutPadrao);
+    EXPECT_TRUE(linha_script("007").isEmpty());
+    EXPECT_EQ(t.List1.Itens, QStringList{"001        -Padrao"});
+}
+
+const QString NaoGravado = "O registro não foi gravado: o banco de dados não aceitou a gravação.";
+INSTANTIATE_TEST_SUITE_P(
+    Casos, ScriptRecusado,
+    ::testing::Values(CasoRecusa{"Incluir",
+                                 [](Script &t) {
+                                     t.Clica("Command3D1", 0);
+                                     for (int i = 0; i <= 20; ++i)
+                                         t.Text1[i].Text = LayoutPadrao[i];
+                                     t.Text1[0].Text = "007";
+                                     t.SetFocus("Text1", 20);
+                                     t.Tecla(13); // "Deseja Guardar este Script?": Yes
+                                 },
+                                 NaoGravado},
+                      CasoRecusa{"Alterar",
+                                 [](Script &t) {
+                                     t.Text1[1].Text = "Outro Nome";
+                                     t.Clica("Command3D1", 1);
+                                 },
+                                 NaoGravado},
+                      CasoRecusa{"Excluir", [](Script &t) { t.Clica("Command3D1", 2); },
+                                 "O registro não foi excluído: o banco de dados não aceitou a "
+                                 "exclusão."}),
+    [](const auto &info) { return std::string(info.param.Nome); });
+
 // --- the graphic adjust
 
 class AjusteScriptTeste : public CopiaTeste {
@@ -246,23 +313,48 @@ TEST_F(AjusteScriptTeste, FocusHighlightsTheLabelsOfTheBox) {
     EXPECT_EQ(a.Label2[15].BackColor, AjusteGrafico::CorDestaque);
 }
 
-TEST_F(AjusteScriptTeste, FailedOkLeavesTheRegisterUntouchedAndBlamesTheBox) {
-    AjusteScript &a = abre_ajuste();
+// One field of the layout moved where a rule of its line fails: the box the focus goes to.
+struct CasoCulpado {
+    const char *Nome;
+    QList<std::pair<int, QString>> Mudancas; // by the index of Text1 of Script
+    QString Culpado;
+    int Caixa;
+};
+
+class CulpadoScript : public AjusteScriptTeste,
+                      public ::testing::WithParamInterface<CasoCulpado> {};
+
+TEST_P(CulpadoScript, FailedOkFocusesTheBlamedBoxAndLeavesTheRegisterUntouched) {
+    QStringList valores = LayoutPadrao;
+    for (const auto &[campo, valor] : GetParam().Mudancas)
+        valores[campo] = valor;
+    AjusteScript &a = abre_ajuste(valores);
     const QStringList antes = campos();
-    // The bank on the amount's line, past it: the amount ends at 78 and the bank at 96.
-    tecla(a, 8, 40);
-    tecla(a, 8, 39, 60);
     a.Clica("Command3D1", 0);
     ASSERT_EQ(d.Mensagens.size(), 1);
     EXPECT_EQ(d.Mensagens[0].Titulo, "Layout de Cópia");
     EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Exclamacao);
-    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith(
-        "Há problemas no posicionamento do campo Banco. O campo Banco não está respeitando o "
-        "tamanho de 19 posições do valor"));
-    EXPECT_EQ(a.Foco(), (RefControle{"Text1", 8}));
+    const QString &culpado = GetParam().Culpado;
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Há problemas no posicionamento do campo " +
+                                                culpado + ". O campo " + culpado + " "))
+        << d.Mensagens[0].Texto.toStdString();
+    EXPECT_EQ(a.Foco(), (RefControle{"Text1", GetParam().Caixa}));
     EXPECT_FALSE(a.Descarregada());
     EXPECT_EQ(campos(), antes);
 }
+
+// Over the layout of LayoutPadrao: amount at 2:60, bank 1:2, number 2:2, payee 8:5, city
+// 10:30 with the date at 52, 56 and 68.
+INSTANTIATE_TEST_SUITE_P(Casos, CulpadoScript,
+                         ::testing::Values(CasoCulpado{"Valor", {{10, "10"}}, "Valor", 0},
+                                           CasoCulpado{"Favorecido", {{7, "2"}}, "Favorecido", 3},
+                                           CasoCulpado{"Cidade", {{16, "61"}}, "Cidade", 4},
+                                           CasoCulpado{"Dia", {{18, "45"}}, "Dia", 5},
+                                           CasoCulpado{"Mes", {{19, "54"}}, "Mês", 6},
+                                           CasoCulpado{"Ano", {{20, "64"}}, "Ano", 7},
+                                           CasoCulpado{"Banco", {{5, "2"}, {13, "62"}}, "Banco", 8},
+                                           CasoCulpado{"Numero", {{14, "70"}}, "Nº do Cheque", 10}),
+                         [](const auto &info) { return std::string(info.param.Nome); });
 
 TEST_F(AjusteScriptTeste, OkCopiesEveryLabelBackToItsField) {
     AjusteScript &a = abre_ajuste();
@@ -359,7 +451,84 @@ TEST_F(CmpCopiaTeste, ALayoutOutsideThePageIsReported) {
     EXPECT_EQ(d.Textos(),
               QStringList{"Houve Problemas Ao Montar o Layout de Cheque!!\rFavor Revisar o "
                           "Layout de Cópia que foi Montado,ou Escolha Outro Layout"});
+    // A run-time error of the copy, told as the other run-time errors: with no title.
+    EXPECT_EQ(d.Mensagens.value(0).Titulo, "");
     EXPECT_EQ(t.CopiaTxt.Text, "");
+}
+
+// The entry screen opens the copy, by its command and by its menu item, only for a cheque
+// that ValidaCheque lets through; the copy is made of what the entry screen holds.
+struct CasoEntrada {
+    const char *Nome;
+    const char *Comando; // Opcoes(6), or the menu item
+    QString Valor;
+    QString NomeAoLado; // Label1(6)
+    QString Mensagem;   // ValidaCheque's; empty for a good cheque
+    QString LinhaBanco;
+};
+
+class CopiaDaEntrada : public CopiaTeste, public ::testing::WithParamInterface<CasoEntrada> {};
+
+TEST_P(CopiaDaEntrada, OpensOnlyForAValidChequeAndComposesItsFields) {
+    const CasoEntrada &caso = GetParam();
+    grava_layout(LayoutPadrao);
+    LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "001");
+    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+    const QStringList textos{"237", caso.Valor, "José", "Curitiba", "05/02/99", "", "000123"};
+    for (int i = 0; i < 7; ++i)
+        if (i != 5) m->Text1[i].Text = textos[i];
+    // Off the bank field first, whose leave would put the table's name beside the code.
+    m->SetFocus("CheckBox");
+    m->Label1[6].Caption = caso.NomeAoLado;
+    m->Text2[0].Text = "Aluguel";
+    m->Text2[1].Text = "de janeiro";
+    m->Text2[2].Text = "Sala 12";
+    d.Mensagens.clear();
+    if (QString(caso.Comando) == "Opcoes")
+        m->Clica("Opcoes", 6);
+    else
+        m->Clica(caso.Comando);
+
+    auto *copia = d.Tela_<CmpCopia>(telas::CmpCopia);
+    if (!caso.Mensagem.isEmpty()) {
+        ASSERT_EQ(d.Mensagens.size(), 1);
+        EXPECT_EQ(d.Mensagens[0].Texto, caso.Mensagem);
+        EXPECT_EQ(d.Mensagens[0].Titulo, "Vexa PLUS - Document Printer");
+        EXPECT_FALSE(d.Abertas.contains(telas::CmpCopia));
+        EXPECT_EQ(copia, nullptr);
+        return;
+    }
+    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+    ASSERT_NE(copia, nullptr);
+    const QStringList linhas = copia->LinhasCopia();
+    EXPECT_EQ(linhas.value(0), caso.LinhaBanco);
+    EXPECT_EQ(linhas.value(1), "  Nº000123" + QString(50, u' ') + "R$1.234,56");
+    EXPECT_EQ(linhas.mid(13, 3), (QStringList{"     Aluguel", "     de janeiro", "     Sala 12"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Casos, CopiaDaEntrada,
+    ::testing::Values(
+        CasoEntrada{"ComandoSemValor", "Opcoes", "", "", "O valor não pode ser vazio", {}},
+        CasoEntrada{"MenuComValorZero",
+                    "CopiaCheque",
+                    "0,00",
+                    "",
+                    "O valor não pode ser igual a zero (0,00).",
+                    {}},
+        // The name beside the code is the one composed; without it, the bank table's.
+        CasoEntrada{"ComandoComONomeAoLado", "Opcoes", "1.234,56", "NOME NA TELA", "",
+                    "  237-NOME NA TELA"},
+        CasoEntrada{"MenuComONomeDaTabela", "CopiaCheque", "1.234,56", "", "", "  237-Bradesco"}),
+    [](const auto &info) { return std::string(info.param.Nome); });
+
+TEST_F(CopiaTeste, TheLayoutMenuItemOpensTheRegisterWithItsList) {
+    grava_layout(LayoutPadrao);
+    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+    m->Clica("Layout");
+    auto *script = d.Tela_<Script>(telas::Script);
+    ASSERT_NE(script, nullptr);
+    EXPECT_EQ(script->List1.Itens, QStringList{"001        -Padrao"});
 }
 
 TEST_F(CmpCopiaTeste, CapitalsOnTheSettingAndOnTheTick) {
