@@ -184,7 +184,8 @@ void ChequeTransf::CarregaInfoTransf() {
         const QString v = LeGravaIni(sessao.CaminhoIni, "InfoTransf", chave, "");
         if (v != "-2") campo->Text = v;
     }
-    // A stored bank whose layout was excluded since is left out, so that Imprimir asks for one.
+    // A bank stored with F4 whose layout has been excluded since is left out: Imprimir asks for
+    // a bank instead.
     const QString banco = codigo_banco(txtBanco.Text);
     txtBanco.Text = le_layout_transf(sessao, banco) ? banco : QString();
     for (int i = 0; i < 3; ++i) {
