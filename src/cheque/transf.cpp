@@ -37,6 +37,14 @@ bool pede_documento(Desktop &d, const QString &titulo) {
            Resposta::Cancel;
 }
 
+// A code typed short ("1") is the layout's key in three digits ("001").
+QString codigo_banco(const QString &texto) {
+    const QString codigo = texto.trimmed();
+    bool numero = false;
+    const int n = codigo.toInt(&numero);
+    return numero && n >= 0 ? Format(QString::number(n), "000") : codigo;
+}
+
 // The amount in words as the printer left them: without blanks around and without the zero
 // character that ends them.
 QString palavras(const QString &extenso) {
@@ -176,6 +184,10 @@ void ChequeTransf::CarregaInfoTransf() {
         const QString v = LeGravaIni(sessao.CaminhoIni, "InfoTransf", chave, "");
         if (v != "-2") campo->Text = v;
     }
+    // A bank stored with F4 whose layout has been excluded since is left out: Imprimir asks for
+    // a bank instead.
+    const QString banco = codigo_banco(txtBanco.Text);
+    txtBanco.Text = le_layout_transf(sessao, banco) ? banco : QString();
     for (int i = 0; i < 3; ++i) {
         const QString v =
             LeGravaIni(sessao.CaminhoIni, "FrenteInfo", QStringLiteral("Campo0%1").arg(i), "");
@@ -185,13 +197,12 @@ void ChequeTransf::CarregaInfoTransf() {
 }
 
 void ChequeTransf::txtBanco_LostFocus() {
-    const QString codigo = txtBanco.Text.trimmed();
-    if (codigo.isEmpty()) return;
-    // A code typed short ("1") is the layout's key in three digits ("001").
-    bool numero = false;
-    const int n = codigo.toInt(&numero);
-    if (numero && n >= 0) Muda(txtBanco, Format(QString::number(n), "000"));
-    if (le_layout_transf(sessao, txtBanco.Text)) return;
+    if (txtBanco.Text.trimmed().isEmpty()) return;
+    Muda(txtBanco, codigo_banco(txtBanco.Text));
+    if (!le_layout_transf(sessao, txtBanco.Text)) banco_sem_layout();
+}
+
+void ChequeTransf::banco_sem_layout() {
     desktop.MsgBox("Banco não cadastrado.", Botoes::OK, Caption, Icone::Exclamacao);
     Muda(txtBanco, QString());
 }
@@ -225,8 +236,11 @@ bool ChequeTransf::ValidaTransf() {
 }
 
 void ChequeTransf::ImprimeTransf() {
-    if (!sessao.Impressora || !pede_documento(desktop, Caption)) return;
     const QString banco = txtBanco.Text.trimmed();
+    // The layout may have been excluded since the bank was typed: nothing goes to the printer.
+    const auto layout = le_layout_transf(sessao, banco);
+    if (!layout) return banco_sem_layout();
+    if (!sessao.Impressora || !pede_documento(desktop, Caption)) return;
     const auto cents = centavos(txtValor.Text.trimmed());
     FaceTransf face;
     face.Valor = cents ? formata_centavos(*cents, "###,##0.00") : txtValor.Text.trimmed();
@@ -234,27 +248,26 @@ void ChequeTransf::ImprimeTransf() {
     face.Data = txtData.Text.trimmed();
     face.Agencia = txtAgencia.Text.trimmed();
     face.Cidade = txtCidade.Text.trimmed();
-    const LayoutTransf layout = le_layout_transf(sessao, banco).value_or(LayoutTransf());
     MontaExtenso(sessao, desktop, face.Valor);
     face.Extenso = palavras(sessao.ValorExtenso);
     // Composed in capitals first, then turned into the printer's characters once: an accent
     // keeps its capital on paper.
-    const QString bloco = ConverteTexto(monta_bloco_transf(layout.Posicoes, face));
+    const QString bloco = ConverteTexto(monta_bloco_transf(layout->Posicoes, face));
 
     Vexa32 &imp = *sessao.Impressora;
     imp.IniciaPorta(sessao.PortaImpressora);
     imp.TravaDoc(1);
     qint16 ultimo = 0;
     if (Copia) {
-        const auto coluna = [&](int i) { return inteiro(Val(layout.Posicoes.value(i)) / 10); };
+        const auto coluna = [&](int i) { return inteiro(Val(layout->Posicoes.value(i)) / 10); };
         QString extenso = face.Extenso;
         const int linhas = qMax(1, int((extenso.size() + LinhaCopia - 1) / LinhaCopia));
         extenso += QString(linhas * LinhaCopia - extenso.size(), u'*');
         const QString copia =
-            "\n\n\n" + banco + " - " + layout.Nome + "\n" + "Nº " + txtNumeroCheque.Text.trimmed() +
-            " " + face.Valor + "\n\n\n\n" + extenso + "\n\n\n\n" + QString(24, u' ') + face.Cidade +
-            " " + face.Data + QString(coluna(12), u' ') + face.Agencia + QString(coluna(13), u' ') +
-            face.Conta + "\n\n\n" + txtComentario.Text;
+            "\n\n\n" + banco + " - " + layout->Nome + "\n" + "Nº " +
+            txtNumeroCheque.Text.trimmed() + " " + face.Valor + "\n\n\n\n" + extenso + "\n\n\n\n" +
+            QString(24, u' ') + face.Cidade + " " + face.Data + QString(coluna(12), u' ') +
+            face.Agencia + QString(coluna(13), u' ') + face.Conta + "\n\n\n" + txtComentario.Text;
         imp.FormataTX(ConverteTexto("          CóPIA DE CHEQUE TRANSFERÊNCIA") + "\r\n", 2, 0, 0, 1,
                       0);
         ultimo = imp.FormataTX(ConverteTexto(copia.toUpper()) + "\r\n", 2, 0, 0, 0, 0);

@@ -65,6 +65,8 @@ class ChequeTransf : public Tela {
   private:
     void liga_campo(const QString &nome, Texto &campo, const QString &chave, Texto *proximo);
     void recusa(const QString &texto, Texto &campo);
+    // "Banco não cadastrado.", and the bank's field emptied.
+    void banco_sem_layout();
 };
 
 } // namespace vexa

@@ -93,23 +93,41 @@ BancTrans::BancTrans(Sessao &sessao, Desktop &desktop)
 void BancTrans::Form_Load() {
     HabilitaBotoes(true, false, false, true);
     LimpaCampos();
-    // A list written before the table followed the section: its layouts join the table, so
-    // that the printed list shows them.
-    if (AbreTabelas(sessao, desktop, 0, 0, 0, 0) != -2) {
-        for (const QString &linha : linhas_arquivo()) {
-            const QString codigo = codigo_da_linha(linha);
-            const auto layout = le_layout_transf(sessao, codigo);
-            if (!layout || ExisteCodigo(sessao, codigo, TabTransferencia)) continue;
-            RecordSet &rs = conjunto();
-            rs.AddNew();
-            rs.Define("Codigo", codigo);
-            rs.Define("Nome", layout->Nome);
-            for (int k = 0; k < 14; ++k)
-                rs.Define(campos_tabela()[k + 2], layout->Posicoes[k]);
-            rs.Update();
-        }
-    }
+    const QStringList linhas = acerta_arquivo();
+    // The register works from the section and the file: a table that can't be opened (another
+    // program holds the database) is left for the next opening, without a word.
+    ExisteCodigo(sessao, QString(), TabTransferencia);
+    tabela_ = sessao.Banco && sessao.Banco->Aberta();
+    if (tabela_) acerta_tabela(linhas);
     GeraListaCheqTransf();
+}
+
+QStringList BancTrans::acerta_arquivo() {
+    const QStringList antes = linhas_arquivo();
+    QStringList linhas, codigos;
+    for (const QString &linha : antes) {
+        const QString codigo = codigo_da_linha(linha);
+        if (codigos.contains(codigo)) continue;
+        const auto layout = le_layout_transf(sessao, codigo);
+        if (!layout) continue;
+        codigos.append(codigo);
+        linhas.append(codigo + " - " + layout->Nome);
+    }
+    if (linhas != antes) regrava_arquivo(linhas);
+    return linhas;
+}
+
+void BancTrans::acerta_tabela(const QStringList &linhas) {
+    // Quiet: a refused write ends the catching up, and the next opening tries again.
+    for (const QString &linha : linhas) {
+        const QString codigo = codigo_da_linha(linha);
+        const auto layout = le_layout_transf(sessao, codigo);
+        if (!grava_tabela(QStringList{codigo, layout->Nome} + layout->Posicoes)) return;
+    }
+    ExisteCodigo(sessao, QString(), TabTransferencia);
+    RecordSet &rs = conjunto();
+    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
+        if (!le_layout_transf(sessao, rs.Campo("Codigo")) && !rs.Delete()) return;
 }
 
 void BancTrans::Form_Unload() {
@@ -173,8 +191,8 @@ int BancTrans::VerificaBancoTransf(int Modo) {
     if (!VerificaCamposVazios()) return 1;
     const QString codigo = Text1[0].Text;
     // A layout from a settings file that came without its table counts as registered too.
-    const bool existe =
-        ExisteCodigo(sessao, codigo, TabTransferencia) != 0 || ExisteBancoTransf(codigo) != 0;
+    const bool existe = (tabela_ && ExisteCodigo(sessao, codigo, TabTransferencia) != 0) ||
+                        ExisteBancoTransf(codigo) != 0;
     if (existe && Modo == 1) {
         desktop.MsgBox("Banco já cadastrado.", Botoes::OK, TituloInclusao, Icone::Exclamacao);
         return 1;
@@ -223,38 +241,51 @@ void BancTrans::AcrescentaListaTransf() {
                        para_ansi(Text1[0].Text + " - " + Text1[1].Text + "\r\n"));
 }
 
-void BancTrans::grava_tabela() {
-    if (AbreTabelas(sessao, desktop, 0, 0, 0, 0) == -2) return;
+bool BancTrans::grava_tabela(const QStringList &campos) {
     RecordSet &rs = conjunto();
-    if (ExisteCodigo(sessao, Text1[0].Text, TabTransferencia)) {
+    const bool existe = ExisteCodigo(sessao, campos.value(0), TabTransferencia) != 0;
+    if (existe) {
         rs.MoveFirst();
+        QStringList atuais;
+        for (const QString &c : campos_tabela())
+            atuais.append(rs.Campo(c));
+        if (atuais == campos) return true;
         rs.Edit();
     } else {
         rs.AddNew();
     }
     for (int i = 0; i < campos_tabela().size(); ++i)
-        rs.Define(campos_tabela()[i], Text1[i].Text);
-    rs.Update();
+        rs.Define(campos_tabela()[i], campos.value(i));
+    if (rs.Update()) return true;
+    rs.CancelUpdate();
+    return false;
 }
 
-void BancTrans::apaga_tabela(const QString &Codigo) {
-    if (AbreTabelas(sessao, desktop, 0, 0, 0, 0) == -2) return;
-    if (!ExisteCodigo(sessao, Codigo, TabTransferencia)) return;
+bool BancTrans::apaga_tabela(const QString &Codigo) {
+    // The code is the table's key: one row at most.
+    if (!ExisteCodigo(sessao, Codigo, TabTransferencia)) return true;
     RecordSet &rs = conjunto();
-    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
-        rs.Delete();
+    rs.MoveFirst();
+    return rs.Delete();
+}
+
+void BancTrans::grava_tabela_da_tela() {
+    QStringList campos;
+    for (const auto &[i, campo] : Text1)
+        campos.append(campo.Text);
+    if (tabela_ && !grava_tabela(campos)) avisa_registro_nao_gravado(desktop);
 }
 
 void BancTrans::inclui() {
     // The list and the table follow the section: a layout that isn't in force isn't listed.
     if (!AtualizaIniTransf(0)) return;
     AcrescentaListaTransf();
-    grava_tabela();
+    grava_tabela_da_tela();
 }
 
 void BancTrans::altera() {
     if (!AtualizaIniTransf(1)) return;
-    grava_tabela();
+    grava_tabela_da_tela();
     // The bank's line takes the new name, where it stood.
     const QString codigo = Text1[0].Text;
     const QString nova = codigo + " - " + Text1[1].Text;
@@ -284,7 +315,7 @@ void BancTrans::exclui() {
     QStringList linhas = linhas_arquivo();
     linhas.removeIf([&](const QString &l) { return codigo_da_linha(l) == codigo; });
     regrava_arquivo(linhas);
-    apaga_tabela(codigo);
+    if (tabela_ && !apaga_tabela(codigo)) avisa_registro_nao_gravado(desktop, true);
 }
 
 void BancTrans::grava(int Index) {

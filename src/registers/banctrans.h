@@ -68,12 +68,25 @@ class BancTrans : public Cadastro {
     void inclui();
     void altera();
     void exclui();
-    // The table row of the bank on the screen: written with the screen's fields, or deleted.
-    void grava_tabela();
-    void apaga_tabela(const QString &Codigo);
+    // The list follows the section: a line whose bank has no layout goes, a bank listed twice
+    // (renamed before Alterar rewrote its line) keeps its first line, and each line takes the
+    // section's name. The file is rewritten only when that changes it. Gives its lines.
+    QStringList acerta_arquivo();
+    // The table takes the section's layouts of the listed banks and loses the rows of banks
+    // with no layout.
+    void acerta_tabela(const QStringList &linhas);
+    // The bank's row takes the fields (Codigo, Nome, L1..L7, C1..C7), written only when they
+    // differ; or the row goes. False when the database refused the write.
+    bool grava_tabela(const QStringList &campos);
+    bool apaga_tabela(const QString &Codigo);
+    // The row of the bank on the screen; a refused write is told.
+    void grava_tabela_da_tela();
     // The list file's lines, and the file rewritten with another set of lines.
     QStringList linhas_arquivo() const;
     bool regrava_arquivo(const QStringList &linhas);
+
+    // The table opened at the screen's opening; without it the commands leave it alone.
+    bool tabela_ = false;
 };
 
 } // namespace vexa

@@ -1,10 +1,12 @@
 // The transfer cheque: its fields and keys, its checks, and the block of 21 lines it sends,
 // compared whole with the reference files under tests/dados/transferencia/.
+#include "cheque/main.h"
 #include "cheque/transf.h"
 #include "core/conversoes.h"
 #include "core/ini.h"
 #include "registers/banctrans.h"
 #include "registers/registros_apoio.h"
+#include "registro/telas.h"
 
 using namespace vexa;
 
@@ -109,23 +111,49 @@ TEST_F(TransfTeste, AcentosSaoMaiusculosNosCaracteresDaImpressora) {
 
 // --- the road to the printer
 
-TEST_F(TransfTeste, ComentarioVaiNoVersoDepoisDaPergunta) {
+struct CasoRoteiro {
+    const char *nome;
+    QList<Resposta> respostas; // to "Insira o Documento." and to the back's question
+    QStringList perguntas, chamadas;
+};
+
+const QString Documento = "Insira o Documento.";
+const QString Verso = "Posicione o cheque para a impressão do verso.";
+
+class TransfRoteiro : public TransfTeste, public ::testing::WithParamInterface<CasoRoteiro> {};
+
+TEST_P(TransfRoteiro, PerguntasEChamadasDaPorta) {
+    const CasoRoteiro &c = GetParam();
     grava_layout("001", Padrao);
     ChequeTransf &t = preenchida();
     t.txtComentario.Text = "Pagamento ref. nota 12";
+    d.Respostas = c.respostas;
     t.Clica("Opcoes", 0);
-    EXPECT_EQ(d.Textos(), QStringList({"Insira o Documento.",
-                                       "Posicione o cheque para a impressão do verso."}));
-    EXPECT_EQ(d.Mensagens[1].Titulo, Titulo);
-    const QStringList c = chamadas_porta();
-    ASSERT_EQ(c.size(), 8);
-    EXPECT_EQ(c.mid(0, 2), QStringList({"IniciaPorta(COM2)", "TravaDoc(1)"}));
-    EXPECT_TRUE(c[2].endsWith("|2|0|0|0|0)"));
-    EXPECT_EQ(c.mid(3), QStringList({"TravaDoc(0)", "TravaDoc(1)",
-                                     "FormataTX(Pagamento ref. nota 12\r\n|2|0|0|0|0)",
-                                     "TravaDoc(0)", "FechaPorta()"}));
+    EXPECT_EQ(d.Textos(), c.perguntas);
+    for (const auto &m : d.Mensagens)
+        EXPECT_EQ(m.Titulo, Titulo);
+    QStringList chamadas = chamadas_porta();
+    chamadas.replaceInStrings("FormataTX(" + texto_enviado() + "|2|0|0|0|0)", "FormataTX(face)");
+    EXPECT_EQ(chamadas, c.chamadas);
     EXPECT_EQ(t.Foco(), t.ref(t.txtBanco));
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Respostas, TransfRoteiro,
+    ::testing::Values(CasoRoteiro{"VersoImpresso",
+                                  {},
+                                  {Documento, Verso},
+                                  {"IniciaPorta(COM2)", "TravaDoc(1)", "FormataTX(face)",
+                                   "TravaDoc(0)", "TravaDoc(1)",
+                                   "FormataTX(Pagamento ref. nota 12\r\n|2|0|0|0|0)", "TravaDoc(0)",
+                                   "FechaPorta()"}},
+                      CasoRoteiro{"CancelaODocumento", {Resposta::Cancel}, {Documento}, {}},
+                      CasoRoteiro{"CancelaOVerso",
+                                  {Resposta::OK, Resposta::Cancel},
+                                  {Documento, Verso},
+                                  {"IniciaPorta(COM2)", "TravaDoc(1)", "FormataTX(face)",
+                                   "TravaDoc(0)", "FechaPorta()"}}),
+    [](const auto &info) { return std::string(info.param.nome); });
 
 TEST_F(TransfTeste, FalhaDaImpressoraMostraOCodigoENaoPedeOVerso) {
     grava_layout("001", Padrao);
@@ -221,6 +249,42 @@ INSTANTIATE_TEST_SUITE_P(
                       CasoSaida{"txtBanco", "104", "", {"Banco não cadastrado."}},
                       CasoSaida{"txtValor", "1234,5", "1.234,50", {}},
                       CasoSaida{"txtValor", "12x", "", {}}));
+
+// A bank stored with F4 whose layout was excluded later, or excluded while the screen is open:
+// no face is composed without a layout.
+TEST_F(TransfTeste, BancoSemLayoutNaoChegaAImpressora) {
+    LeGravaIni(s.CaminhoIni, "InfoTransf", "Banco", "237");
+    ChequeTransf &t = abre<ChequeTransf>();
+    EXPECT_EQ(t.txtBanco.Text, "");
+    t.Clica("Opcoes", 0);
+    EXPECT_EQ(d.Textos(), QStringList({"O campo 'Banco' não pode ser vazio."}));
+
+    grava_layout("001", Padrao);
+    preenchida();
+    t.SetFocus("txtComentario");
+    LeGravaIni(s.CaminhoIni, "ChequeTransf", "001", "*%*");
+    d.Mensagens.clear();
+    t.Clica("Opcoes", 0);
+    ASSERT_EQ(d.Textos(), QStringList({"Banco não cadastrado."}));
+    EXPECT_EQ(d.Mensagens[0].Titulo, Titulo);
+    EXPECT_EQ(t.txtBanco.Text, "");
+    EXPECT_EQ(t.Foco(), t.ref(t.txtBanco));
+    EXPECT_TRUE(imp().Registro().isEmpty());
+}
+
+// The entry screen's menu items and command open the transfer screens.
+TEST_F(TransfTeste, MenusEComandoDaTelaPrincipalAbrem) {
+    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+    ASSERT_NE(m, nullptr);
+    m->Clica("Imp_ChequeTransf");
+    ASSERT_NE(d.Aberta(telas::ChequeTransf), nullptr);
+    d.Aberta(telas::ChequeTransf)->Unload();
+    m->Clica("Opcoes", 7);
+    EXPECT_NE(d.Aberta(telas::ChequeTransf), nullptr);
+    m->Clica("subChequeTransferencia");
+    EXPECT_NE(d.Aberta(telas::BancTrans), nullptr);
+    EXPECT_EQ(d.Abertas.filter("ChequeTransf").size(), 2);
+}
 
 TEST_F(TransfTeste, CarregaGuardadosF4GuardaF8LimpaEEnterSegueAOrdem) {
     LeGravaIni(s.CaminhoIni, "InfoTransf", "Agencia", "Centro");

@@ -56,7 +56,11 @@ class AjusteTransfTeste : public teste::Registros {
     BancTrans *b = nullptr;
 };
 
-TEST_F(AjusteTransfTeste, AbreComOLayoutMoveECopiaNoOk) {
+// OK copies the moved boxes back to the register; Cancelar copies nothing.
+class AjusteTransfBotoes : public AjusteTransfTeste, public ::testing::WithParamInterface<int> {};
+
+TEST_P(AjusteTransfBotoes, AbreComOLayoutMoveEOkCopia) {
+    const bool ok = GetParam() == 0;
     AjustaChequeTransferencia &a = abre_ajuste("001");
     EXPECT_EQ(a.Panel3D3.Caption, "001 - Banco de Teste");
     EXPECT_EQ(rotulos(a), posicoes_padrao_transf());
@@ -64,13 +68,30 @@ TEST_F(AjusteTransfTeste, AbreComOLayoutMoveECopiaNoOk) {
     // Up and down leave the date on the city's line.
     tecla(a, 4, Abaixo, 3);
     tecla(a, 6, Direita, 5);
-    a.Clica("Command3D1", 0);
+    a.Clica("Command3D1", GetParam());
     EXPECT_TRUE(a.Descarregada());
     EXPECT_TRUE(d.Mensagens.isEmpty());
     QStringList esperado = posicoes_padrao_transf();
-    esperado[0] = "003";
-    esperado[13] = "098";
+    if (ok) {
+        esperado[0] = "003";
+        esperado[13] = "098";
+    }
     EXPECT_EQ(campos_banco(), esperado);
+}
+
+INSTANTIATE_TEST_SUITE_P(OkECancelar, AjusteTransfBotoes, ::testing::Values(0, 1));
+
+// A layout partly typed: each number takes three digits, an empty one stands in at twice its
+// field's index, and the adjust opens on them.
+TEST_F(AjusteTransfTeste, LayoutIncompletoPreencheOsVazios) {
+    QStringList posicoes = {"2",  "5",  "7", "12", "12", "15", "15",
+                            "91", "23", "8", "60", "93", "60", ""};
+    AjustaChequeTransferencia &a = abre_ajuste("001", posicoes);
+    QStringList esperado = posicoes_padrao_transf();
+    esperado[13] = "030";
+    EXPECT_EQ(campos_banco(), esperado);
+    EXPECT_EQ(s.AjusteC[7], "030");
+    EXPECT_EQ(a.Label2[13].Caption, "030");
 }
 
 struct CasoLinha {
@@ -159,6 +180,10 @@ INSTANTIATE_TEST_SUITE_P(
     Limites, RegrasTransf,
     ::testing::Values(
         CasoRegra{"Valido", {{V, E1, E2, {12, 10}, {12, 25}, {15, 50}, {15, 70}}}, true},
+        // Amount, words 1, words 2 and city one line apart each.
+        CasoRegra{"UmaLinhaEntreCada",
+                  {{{4, 91}, {5, 23}, {6, 8}, {7, 10}, {7, 25}, {15, 50}, {15, 70}}},
+                  true},
         CasoRegra{"ValorNaLinhaDoExtenso",
                   {{{5, 91}, E1, E2, {12, 10}, {12, 25}, {15, 50}, {15, 70}}},
                   false},

@@ -5,7 +5,9 @@
 #include "registers/registros_apoio.h"
 #include "registers/saida.h"
 
+#include <QDir>
 #include <QFile>
+#include <QSqlQuery>
 
 using namespace vexa;
 
@@ -112,6 +114,8 @@ struct CasoRecusa {
     bool existe; // the bank is registered beforehand
     int vazio;   // a field left empty, -1 for none
     QString mensagem, titulo;
+    bool selecionado = false; // the bank chosen in the list
+    bool iniRecusa = false;   // VEXA.INI refuses the write
 };
 
 class BancTransRecusa : public BancTransTeste, public ::testing::WithParamInterface<CasoRecusa> {};
@@ -119,12 +123,21 @@ class BancTransRecusa : public BancTransTeste, public ::testing::WithParamInterf
 TEST_P(BancTransRecusa, MensagemENadaGravado) {
     const CasoRecusa &c = GetParam();
     if (c.existe) inclui("001", "Banco do Brasil");
+    if (c.selecionado) seleciona("001");
     const QByteArray antes = arquivo();
     const QString linhaAntes = secao("001");
+    const QStringList tabelaAntes = tabela();
     digitado("001", "Outro Nome");
     if (c.vazio >= 0) t->Text1[c.vazio].Text.clear();
+    // A folder where the settings file should be: its writes fail.
+    const QString ini = s.CaminhoIni;
+    if (c.iniRecusa) {
+        s.CaminhoIni = s.CaminhoApp + "/pasta.ini";
+        QDir().mkpath(s.CaminhoIni);
+    }
     // The handler itself: without a selection the buttons that need one are disabled.
     t->Command3D1_Click(c.comando);
+    s.CaminhoIni = ini;
     ASSERT_EQ(d.Mensagens.size(), 1);
     EXPECT_EQ(d.Mensagens[0].Texto, c.mensagem);
     EXPECT_EQ(d.Mensagens[0].Titulo, c.titulo);
@@ -134,6 +147,7 @@ TEST_P(BancTransRecusa, MensagemENadaGravado) {
     }
     EXPECT_EQ(arquivo(), antes);
     EXPECT_EQ(secao("001"), linhaAntes);
+    EXPECT_EQ(tabela(), tabelaAntes);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -146,8 +160,44 @@ INSTANTIATE_TEST_SUITE_P(
                    "Alteração de Bancos"},
         CasoRecusa{"ExcluirSemSelecao", 2, true, -1, "Selecione um banco...", "Exclusão de Bancos"},
         CasoRecusa{"ExcluirDesconhecido", 2, false, -1, "Banco nao encontrado.",
-                   "Alteração de Bancos"}),
+                   "Alteração de Bancos"},
+        CasoRecusa{"IncluirIniRecusado", 0, false, -1,
+                   "Problemas na inclusão do banco no arquivo VEXA.INI", "Inclusão de Bancos",
+                   false, true},
+        CasoRecusa{"AlterarIniRecusado", 1, true, -1, "Problemas na alteracao do arquivo VEXA.INI",
+                   "Alteração de Bancos", true, true},
+        CasoRecusa{"ExcluirIniRecusado", 2, true, -1,
+                   "Problemas na exclusão do banco no arquivo VEXA.INI", "Exclusão de Bancos", true,
+                   true}),
     [](const auto &info) { return std::string(info.param.nome); });
+
+// The section is written first; the table that follows it may refuse, and says so once.
+TEST_F(BancTransTeste, TabelaQueRecusaAGravacaoAvisaUmaVez) {
+    inclui("001", "Banco do Brasil");
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "recusa");
+        db.setDatabaseName(s.CaminhoApp + "/VEXA.db");
+        ASSERT_TRUE(db.open());
+        for (const char *op : {"INSERT", "DELETE"})
+            ASSERT_TRUE(QSqlQuery(db).exec(QString("CREATE TRIGGER recusa_%1 BEFORE %1 ON "
+                                                   "Transferencia BEGIN SELECT RAISE(ABORT, "
+                                                   "'recusada'); END")
+                                               .arg(op)));
+        db.close();
+    }
+    QSqlDatabase::removeDatabase("recusa");
+    inclui("237", "Bradesco");
+    seleciona("001");
+    t->Clica("Command3D1", 2);
+    EXPECT_EQ(
+        d.Textos(),
+        QStringList({"O registro não foi gravado: o banco de dados não aceitou a gravação.",
+                     "O registro não foi excluído: o banco de dados não aceitou a exclusão."}));
+    // The layouts in force are in the section and the list all the same.
+    EXPECT_EQ(t->ExisteBancoTransf("001"), 0);
+    EXPECT_EQ(arquivo(), QByteArray("237 - Bradesco\r\n"));
+    EXPECT_EQ(tabela(), QStringList({"001|Banco do Brasil|001|118|013|045"}));
+}
 
 struct CasoProcura {
     QString filtro;
@@ -183,17 +233,22 @@ TEST_F(BancTransTeste, SemArquivoListaVaziaENadaAImprimir) {
     EXPECT_EQ(d.Mensagens[0].Titulo, "Impressão");
 }
 
-TEST_F(BancTransTeste, ListaImpressaMostraOsBancosDeUmArquivoAntigo) {
-    // A settings file and a list that came without the table.
+// An old list: a line whose layout is gone, a code listed twice from earlier renames, blanks
+// ahead; an old table with a row whose layout is gone. Opening brings both into step.
+TEST_F(BancTransTeste, AberturaAcertaArquivoETabelaPelaSecao) {
     LeGravaIni(s.CaminhoIni, "ChequeTransf", "756",
                "002,005,007,012,012,015,015,091,023,008,060,093,060,093    ; Sicoob");
+    LeGravaIni(s.CaminhoIni, "ChequeTransf", "341", linha_transf(Layout, "Itaú"));
+    Registros::inclui(TabTransferencia, {{"104", "Caixa"}});
     QFile f(s.CaminhoApp + "/ChequeTransf.txt");
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("  756 - Sicoob\r\n");
+    f.write("  756 - Sicoob Antigo\r\n104 - Caixa\r\n341 - Itau\r\n756 - Sicoob\r\n");
     f.close();
     BancTrans &b = abre<BancTrans>();
-    EXPECT_EQ(b.List1.Itens, QStringList({"756 - Sicoob"}));
-    EXPECT_EQ(tabela(), QStringList({"756|Sicoob|002|091|015|093"}));
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    EXPECT_EQ(arquivo(), QByteArray("756 - Sicoob\r\n341 - Ita\xfa\r\n"));
+    EXPECT_EQ(b.List1.Itens, QStringList({"756 - Sicoob", "341 - Itaú"}));
+    EXPECT_EQ(tabela(), QStringList({"341|Itaú|001|118|013|045", "756|Sicoob|002|091|015|093"}));
     b.Clica("SSCommand1");
     ASSERT_EQ(d.Abertas.last(), "Saida");
     EXPECT_EQ(s.TabelaBancos, 0);
