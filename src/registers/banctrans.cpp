@@ -236,9 +236,15 @@ bool BancTrans::AtualizaIniTransf(int Modo) {
     return false;
 }
 
-void BancTrans::AcrescentaListaTransf() {
-    acrescenta_inteiro(arquivo_lista_transf(sessao),
-                       para_ansi(Text1[0].Text + " - " + Text1[1].Text + "\r\n"));
+bool BancTrans::AcrescentaListaTransf() {
+    return acrescenta_inteiro(arquivo_lista_transf(sessao),
+                              para_ansi(Text1[0].Text + " - " + Text1[1].Text + "\r\n"));
+}
+
+void BancTrans::avisa_lista_nao_gravada(const QString &titulo) {
+    // The layout is in force all the same; the list shows the file as it was.
+    desktop.MsgBox("A lista de bancos não foi gravada no arquivo ChequeTransf.txt.", Botoes::OK,
+                   titulo, Icone::Exclamacao);
 }
 
 bool BancTrans::grava_tabela(const QStringList &campos) {
@@ -279,7 +285,7 @@ void BancTrans::grava_tabela_da_tela() {
 void BancTrans::inclui() {
     // The list and the table follow the section: a layout that isn't in force isn't listed.
     if (!AtualizaIniTransf(0)) return;
-    AcrescentaListaTransf();
+    if (!AcrescentaListaTransf()) avisa_lista_nao_gravada(TituloInclusao);
     grava_tabela_da_tela();
 }
 
@@ -302,7 +308,7 @@ void BancTrans::altera() {
     }
     linhas.removeAll(QString());
     if (!achou) linhas.append(nova);
-    regrava_arquivo(linhas);
+    if (!regrava_arquivo(linhas)) avisa_lista_nao_gravada(TituloAlteracao);
 }
 
 void BancTrans::exclui() {
@@ -314,7 +320,7 @@ void BancTrans::exclui() {
     }
     QStringList linhas = linhas_arquivo();
     linhas.removeIf([&](const QString &l) { return codigo_da_linha(l) == codigo; });
-    regrava_arquivo(linhas);
+    if (!regrava_arquivo(linhas)) avisa_lista_nao_gravada(TituloExclusao);
     if (tabela_ && !apaga_tabela(codigo)) avisa_registro_nao_gravado(desktop, true);
 }
 

@@ -46,7 +46,8 @@ class BancTrans : public Cadastro {
     void CarregaBancoTransf(const QString &Codigo);
     // Writes the section's line; false after its message when the file could not be written.
     bool AtualizaIniTransf(int Modo);
-    void AcrescentaListaTransf();
+    // False when the line did not reach the disk.
+    bool AcrescentaListaTransf();
     void PreparaAjusteTransf();
 
     void Command3D2_Click();
@@ -84,6 +85,7 @@ class BancTrans : public Cadastro {
     // The list file's lines, and the file rewritten with another set of lines.
     QStringList linhas_arquivo() const;
     bool regrava_arquivo(const QStringList &linhas);
+    void avisa_lista_nao_gravada(const QString &titulo);
 
     // The table opened at the screen's opening; without it the commands leave it alone.
     bool tabela_ = false;

@@ -199,6 +199,33 @@ TEST_F(BancTransTeste, TabelaQueRecusaAGravacaoAvisaUmaVez) {
     EXPECT_EQ(tabela(), QStringList({"001|Banco do Brasil|001|118|013|045"}));
 }
 
+// The list file refusing its write: the layout is in force, and the operator is told.
+class BancTransListaRecusada : public BancTransTeste,
+                               public ::testing::WithParamInterface<std::pair<int, QString>> {};
+
+TEST_P(BancTransListaRecusada, AvisaEGuardaOLayout) {
+    const auto &[comando, titulo] = GetParam();
+    if (comando != 0) {
+        inclui("001", "Banco do Brasil");
+        seleciona("001");
+    }
+    digitado("001", "Outro Nome");
+    // A folder where the list file should be: neither appending nor replacing reaches it.
+    QFile::remove(s.CaminhoApp + "/ChequeTransf.txt");
+    QDir().mkpath(s.CaminhoApp + "/ChequeTransf.txt");
+    t->Command3D1_Click(comando);
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto,
+              "A lista de bancos não foi gravada no arquivo ChequeTransf.txt.");
+    EXPECT_EQ(d.Mensagens[0].Titulo, titulo);
+    EXPECT_EQ(t->ExisteBancoTransf("001"), comando == 2 ? 0 : 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Comandos, BancTransListaRecusada,
+                         ::testing::Values(std::pair{0, QString("Inclusão de Bancos")},
+                                           std::pair{1, QString("Alteração de Bancos")},
+                                           std::pair{2, QString("Exclusão de Bancos")}));
+
 struct CasoProcura {
     QString filtro;
     QStringList itens;
