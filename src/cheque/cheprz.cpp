@@ -571,9 +571,11 @@ void ChePrz::ImprimeParcelas() {
         // The amount goes again as the sixth text, which only an instalment fills.
         const TextosCheque textos{Text3[0].Text.trimmed(), valor, Text3[2].Text, Text3[1].Text,
                                   Text1[i + 13].Text,      valor};
-        const qint16 resultado = imprime_um_cheque(sessao, desktop, sessao.Gauge1, textos, true);
-        if (resultado == PortaNaoAbriu) return;
-        if (resultado == 1 && registra()) RegistraParcela(i);
+        // A port that didn't open ends the run; a refused cheque, whatever its code, doesn't.
+        const std::optional<qint16> resultado =
+            imprime_um_cheque(sessao, desktop, sessao.Gauge1, textos, true);
+        if (!resultado) return;
+        if (*resultado == 1 && registra()) RegistraParcela(i);
     }
 }
 
