@@ -220,9 +220,16 @@ void ChePrz::preenche_periodos() {
         Muda(parcelas, QString());
         return;
     }
+    // The days of the last instalment must fit the field's three digits: cut, they would read
+    // as other days and give other dates.
+    const int passo = int(Val(prazo.Text));
+    if ((*q - 1) * passo > 999) {
+        aviso("O prazo da última parcela passaria de 999 dias");
+        Muda(parcelas, QString());
+        return;
+    }
     // The first cheque falls on the start date.
     Muda(Text1[1], "00");
-    const int passo = int(Val(prazo.Text));
     for (int i = 2; i <= *q; ++i)
         Muda(Text1[i], QString::number(int(Val(Text1[i - 1].Text)) + passo));
     const int destino = *q == 12 ? 12 : *q + 1;
