@@ -220,9 +220,16 @@ void ChePrz::preenche_periodos() {
         Muda(parcelas, QString());
         return;
     }
+    // The days of the last instalment must fit the field's three digits: cut, they would read
+    // as other days and give other dates.
+    const int passo = int(Val(prazo.Text));
+    if ((*q - 1) * passo > 999) {
+        aviso("O prazo da última parcela passaria de 999 dias");
+        Muda(parcelas, QString());
+        return;
+    }
     // The first cheque falls on the start date.
     Muda(Text1[1], "00");
-    const int passo = int(Val(prazo.Text));
     for (int i = 2; i <= *q; ++i)
         Muda(Text1[i], QString::number(int(Val(Text1[i - 1].Text)) + passo));
     const int destino = *q == 12 ? 12 : *q + 1;
@@ -571,9 +578,11 @@ void ChePrz::ImprimeParcelas() {
         // The amount goes again as the sixth text, which only an instalment fills.
         const TextosCheque textos{Text3[0].Text.trimmed(), valor, Text3[2].Text, Text3[1].Text,
                                   Text1[i + 13].Text,      valor};
-        const qint16 resultado = imprime_um_cheque(sessao, desktop, sessao.Gauge1, textos, true);
-        if (resultado == PortaNaoAbriu) return;
-        if (resultado == 1 && registra()) RegistraParcela(i);
+        // A port that didn't open ends the run; a refused cheque, whatever its code, doesn't.
+        const std::optional<qint16> resultado =
+            imprime_um_cheque(sessao, desktop, sessao.Gauge1, textos, true);
+        if (!resultado) return;
+        if (*resultado == 1 && registra()) RegistraParcela(i);
     }
 }
 

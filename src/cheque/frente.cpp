@@ -33,7 +33,10 @@ void GravaCheque(Main &Tela) {
 
 int registra_cheque(Sessao &s, Desktop &d, const ChequeImpresso &Cheque) {
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return -2;
-    const QString Index = proximo_index(s);
+    // An instalment, numbered in sequence, goes on from the last row of Log; a single cheque
+    // looks at the first.
+    const QString Index = proximo_index(s, Cheque.NumeroSequencial ? LinhaConferida::Ultima
+                                                                   : LinhaConferida::Primeira);
     const QString Codigo = Index.right(5);
     QString NRCH = Cheque.Numero;
     if (NRCH.isEmpty()) NRCH = Cheque.NumeroSequencial ? "SEQ:" + Codigo : QStringLiteral(" ");

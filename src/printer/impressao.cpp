@@ -176,9 +176,9 @@ qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo) {
     return 1;
 }
 
-qint16 imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
-                         bool TestaPorta) {
-    if (!s.Impressora) return PortaNaoAbriu;
+std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
+                                        const TextosCheque &Textos, bool TestaPorta) {
+    if (!s.Impressora) return std::nullopt;
     // The printer can't take an empty payee or city.
     const auto para_impressora = [](const QString &texto) {
         const QString t = ConverteTexto(texto);
@@ -191,7 +191,7 @@ qint16 imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheq
                  "\"OK\"!",
                  Botoes::OK, "Impressão do Cheque", Icone::Critico);
         if (Gauge) AnimaGauge(*Gauge, 0);
-        return PortaNaoAbriu;
+        return std::nullopt;
     }
     const qint16 resultado =
         imp.ImprimeCheque(Textos.Banco, Textos.Valor, para_impressora(Textos.Favorecido),

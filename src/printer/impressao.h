@@ -17,6 +17,7 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace vexa {
 
@@ -62,16 +63,14 @@ struct TextosCheque {
     QString Banco, Valor, Favorecido, Cidade, Data, Extra;
 };
 
-// imprime_um_cheque's answer when TestaPorta is set and the port didn't open.
-constexpr qint16 PortaNaoAbriu = -1;
-
 // One cheque between IniciaPorta and FechaPorta, with the gauge's sweep ahead of it (no gauge:
-// none). Returns the result of ImprimeCheque: 1 printed; any other is shown as "Problemas com a
-// impressao do cheque" with the code in the title. The single cheque doesn't look at the port:
-// the cheque's own code tells the failure. With TestaPorta a port that doesn't open stops the
-// print with its own message, and the result is PortaNaoAbriu.
-qint16 imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
-                         bool TestaPorta = false);
+// none). Returns the result of ImprimeCheque: 1 printed; any other, -1 included, is shown as
+// "Problemas com a impressao do cheque" with the code in the title. The single cheque doesn't
+// look at the port: the cheque's own code tells the failure. With TestaPorta a port that doesn't
+// open stops the print with its own message, and there is no result; nor is there without a
+// printer.
+std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
+                                        const TextosCheque &Textos, bool TestaPorta = false);
 
 // The short colour sweep of a gauge ahead of a print; a zero Ligado does nothing.
 void AnimaGauge(Medidor &Gauge, qint16 Ligado);

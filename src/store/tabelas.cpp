@@ -10,6 +10,8 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QUuid>
+#include <optional>
+#include <utility>
 
 namespace vexa {
 
@@ -320,15 +322,21 @@ bool MarcaCheques(Sessao &s, Desktop &d, const QStringList &Indexes, const QStri
     return gravou;
 }
 
-QString proximo_index(Sessao &s) {
+QString proximo_index(Sessao &s, LinhaConferida Conferida) {
     QSqlQuery q(base(s).db());
-    // The first and the last row by Index, each through the index of the field.
-    if (!q.exec("SELECT Codigo FROM Log ORDER BY \"Index\" LIMIT 1") || !q.next() ||
-        q.value(0).toString().isEmpty())
-        return "0000000001";
-    if (!q.exec("SELECT \"Index\" FROM Log ORDER BY \"Index\" DESC LIMIT 1") || !q.next())
-        return "0000000001";
-    return formata_numero(Val(q.value(0).toString()) + 1, "0000000000");
+    // The Codigo and Index of the first or the last row by Index, through the index of the
+    // field; none in an empty register.
+    const auto linha = [&q](bool ultima) -> std::optional<std::pair<QString, QString>> {
+        if (!q.exec(QStringLiteral("SELECT Codigo, \"Index\" FROM Log ORDER BY \"Index\"%1 LIMIT 1")
+                        .arg(ultima ? " DESC" : "")) ||
+            !q.next())
+            return std::nullopt;
+        return std::pair{q.value(0).toString(), q.value(1).toString()};
+    };
+    const auto ultima = linha(true);
+    const auto conferida = Conferida == LinhaConferida::Ultima ? ultima : linha(false);
+    if (!ultima || !conferida || conferida->first.isEmpty()) return "0000000001";
+    return formata_numero(Val(ultima->second) + 1, "0000000000");
 }
 
 void ExpurgaCheques(Sessao &s, Desktop &d) {

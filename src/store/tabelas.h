@@ -52,9 +52,12 @@ bool MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Aca
 // years is cancelled in seconds. The shared set of Log ends holding the last of them.
 bool MarcaCheques(Sessao &s, Desktop &d, const QStringList &Indexes, const QString &Acao);
 
+// The row of Log that decides whether the numbering goes on: a single cheque looks at the first
+// row by Index, an instalment at the last.
+enum class LinhaConferida { Primeira, Ultima };
 // The Index of the next row of Log: the last row's plus 1, or "0000000001" in an empty
-// register or one whose first row has no Codigo. Reads those two rows alone.
-QString proximo_index(Sessao &s);
+// register or one whose row Conferida has no Codigo. Reads those rows alone.
+QString proximo_index(Sessao &s, LinhaConferida Conferida = LinhaConferida::Primeira);
 
 // The purges of the start-up: issued cheques older than PeriodoRel days, and copy files
 // older than PeriodoCop days, each after one question. The cheques purged are kept in

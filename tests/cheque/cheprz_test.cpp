@@ -24,12 +24,44 @@ namespace {
 using tecla::Enter, tecla::F3, tecla::F4, tecla::F8;
 const QString Titulo = "Impressão de Cheques a Prazo";
 
+// The simulator with one call refused: the vez-th call (from 1) of the operation answers
+// codigo, the others go as usual.
+class SimuladorQueRecusa : public Simulador {
+  public:
+    using Simulador::Simulador;
+    void Recusa(const QString &operacao, int vez, qint16 codigo) {
+        operacao_ = operacao;
+        vez_ = vez;
+        codigo_ = codigo;
+    }
+    qint16 IniciaPorta(const QString &Porta) override {
+        conta("IniciaPorta");
+        return Simulador::IniciaPorta(Porta);
+    }
+    qint16 ImprimeCheque(const QString &Banco, const QString &Valor, const QString &Favorecido,
+                         const QString &Cidade, const QString &Data,
+                         const QString &Extra) override {
+        conta("ImprimeCheque");
+        return Simulador::ImprimeCheque(Banco, Valor, Favorecido, Cidade, Data, Extra);
+    }
+
+  private:
+    void conta(const QString &operacao) {
+        if (operacao != operacao_) return;
+        LimpaFalhas();
+        if (++vezes_ == vez_) Falha(operacao, codigo_);
+    }
+    QString operacao_;
+    int vez_ = 0, vezes_ = 0;
+    qint16 codigo_ = 0;
+};
+
 class TelaPrazo : public ::testing::Test {
   protected:
     void SetUp() override {
         fixa_hoje(QDate(2026, 11, 23));
         prepara_pasta_dados(s);
-        s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
+        s.Impressora = std::make_unique<SimuladorQueRecusa>(s.CaminhoApp);
         // The entry screen is always open under this one: its report box decides the rows.
         principal = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
         principal->CheckBox.Value = 1;
@@ -42,7 +74,7 @@ class TelaPrazo : public ::testing::Test {
         d.Mensagens.clear();
         return *p;
     }
-    Simulador &imp() { return static_cast<Simulador &>(*s.Impressora); }
+    SimuladorQueRecusa &imp() { return static_cast<SimuladorQueRecusa &>(*s.Impressora); }
     QString ini(const QString &chave) { return LeGravaIni(s.CaminhoIni, "FrentePrazo", chave, ""); }
 
     // Types into a field and presses Enter, as the operator does.
@@ -176,36 +208,21 @@ TEST_F(TelaPrazo, LimparEFecharNaoConferemOCampo) {
 
 // --- the schedule
 
-TEST_F(TelaPrazo, ParcelasPreenchemOsPrazosECalculam) {
+// Twelve instalments: the last days that fit the field, the focus past the twelfth.
+TEST_F(TelaPrazo, DozeParcelas) {
     abre();
-    agenda("100", "100127", "30", 3);
-    EXPECT_EQ(p->Text1[0].Text, "100,00");
-    EXPECT_EQ(p->DataPre.Text, "10/01/27");
-    EXPECT_EQ(periodos(), completa({"00", "30", "60"}));
+    agenda("1200", "", "90", 12);
+    EXPECT_EQ(periodos(), QStringList({"00", "90", "180", "270", "360", "450", "540", "630", "720",
+                                       "810", "900", "990"}));
     EXPECT_EQ(p->Foco().texto(), "Text1(13)");
-    EXPECT_EQ(datas(), completa({"10/01/27", "09/02/27", "11/03/27"}));
-    EXPECT_EQ(valores(), completa({"33,34", "33,33", "33,33"}));
+    EXPECT_EQ(datas().last(), "09/08/29"); // 990 days from today
     EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
 }
 
-TEST_F(TelaPrazo, DozeParcelas) {
-    abre();
-    agenda("100000", "", "30", 12);
-    EXPECT_EQ(p->Text1[0].Text, "100.000,00");
-    EXPECT_EQ(periodos(), QStringList({"00", "30", "60", "90", "120", "150", "180", "210", "240",
-                                       "270", "300", "330"}));
-    EXPECT_EQ(p->Foco().texto(), "Text1(13)");
-    EXPECT_EQ(valores().first(), "8.333,37");
-    EXPECT_EQ(valores().mid(1), QStringList(11, "8.333,33"));
-    EXPECT_EQ(datas().first(), "23/11/26");
-    EXPECT_EQ(datas().last(), "19/10/27");
-}
-
+// The periods, dates and amounts of each row, joined by "|".
 struct Agenda {
     const char *nome;
-    QString total, inicio;
-    QStringList periodos;
-    QStringList datas, valores;
+    QString total, inicio, periodos, datas, valores;
 };
 
 class Calculo : public TelaPrazo, public ::testing::WithParamInterface<Agenda> {};
@@ -216,51 +233,25 @@ TEST_P(Calculo, DatasEValoresDeCadaLinha) {
     p->Text1[0].Text = c.total;
     p->DataPre.Text = c.inicio;
     for (int i = 0; i < 12; ++i)
-        p->Text1[i + 1].Text = c.periodos.value(i);
+        p->Text1[i + 1].Text = c.periodos.split('|').value(i);
     p->SetFocus("Text1", 13);
-    EXPECT_EQ(datas(), completa(c.datas));
-    EXPECT_EQ(valores(), completa(c.valores));
+    EXPECT_EQ(datas(), completa(c.datas.split('|')));
+    EXPECT_EQ(valores(), completa(c.valores.split('|')));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Agendas, Calculo,
     ::testing::Values(
-        Agenda{"UmaParcelaLevaTudo", "1.234,56", "01/03/27", {"30"}, {"31/03/27"}, {"1.234,56"}},
-        Agenda{"TotalQueDivide",
-               "900,00",
-               "01/03/27",
-               {"00", "30", "60"},
-               {"01/03/27", "31/03/27", "30/04/27"},
-               {"300,00", "300,00", "300,00"}},
-        Agenda{"DiferencaParaBaixo",
-               "200,00",
-               "01/03/27",
-               {"00", "30", "60"},
-               {"01/03/27", "31/03/27", "30/04/27"},
-               {"66,66", "66,67", "66,67"}},
         // Each row's date follows its own days, whatever their order.
-        Agenda{"PrazosForaDeOrdem",
-               "100,00",
-               "01/03/27",
-               {"60", "00", "30"},
-               {"30/04/27", "01/03/27", "31/03/27"},
-               {"33,34", "33,33", "33,33"}},
+        Agenda{"PrazosForaDeOrdem", "90,00", "01/03/27", "60|00|30", "30/04/27|01/03/27|31/03/27",
+               "30,00|30,00|30,00"},
         // Without a start date the days count from today, and the year still has two digits.
-        Agenda{"SemDataInicial",
-               "100,00",
-               "",
-               {"00", "45"},
-               {"23/11/26", "07/01/27"},
-               {"50,00", "50,00"}},
+        Agenda{"SemDataInicial", "100,00", "", "00|45", "23/11/26|07/01/27", "50,00|50,00"},
         // Counted wherever they stand: three filled, the three first rows take them.
-        Agenda{"VazioNoMeio",
-               "300,00",
-               "01/03/27",
-               {"00", "", "60", "90"},
-               {"01/03/27", "01/03/27", "30/04/27"},
-               {"100,00", "100,00", "100,00"}},
+        Agenda{"VazioNoMeio", "300,00", "01/03/27", "00||60|90", "01/03/27|01/03/27|30/04/27",
+               "100,00|100,00|100,00"},
         // A start date the rules can't read leaves the dates for the check before printing.
-        Agenda{"InicioIlegivel", "100,00", "31/02/27", {"00", "30"}, {}, {"50,00", "50,00"}}),
+        Agenda{"InicioIlegivel", "100,00", "31/02/27", "00|30", "", "50,00|50,00"}),
     [](const auto &info) { return std::string(info.param.nome); });
 
 TEST_F(TelaPrazo, ValoresQueSomamOTotalNaoSaoRecalculados) {
@@ -281,12 +272,12 @@ TEST_F(TelaPrazo, ValoresQueSomamOTotalNaoSaoRecalculados) {
     EXPECT_EQ(datas(3), QStringList({"10/01/27", "09/02/27", "11/03/27"}));
 }
 
+// The amounts before and after, joined by "|"; as many instalments as amounts.
 struct Ajuste {
     const char *nome;
     QString total;
-    int n, campo;
-    QString digitado;
-    QStringList antes, depois;
+    int campo;
+    QString digitado, antes, depois;
 };
 
 class AjusteManual : public TelaPrazo, public ::testing::WithParamInterface<Ajuste> {};
@@ -295,83 +286,33 @@ TEST_P(AjusteManual, AsSeguintesDividemOResto) {
     const Ajuste &c = GetParam();
     abre();
     p->Text1[0].Text = c.total;
-    for (int i = 0; i < c.n; ++i) {
+    const QStringList antes = c.antes.split('|');
+    for (int i = 0; i < antes.size(); ++i) {
         p->Text1[i + 1].Text = "00";
-        p->Text2[i].Text = c.antes.value(i);
+        p->Text2[i].Text = antes[i];
     }
     p->SetFocus("Text2", c.campo);
     p->Digita("Text2", c.campo, c.digitado);
     p->SetFocus("Text3", 2);
-    EXPECT_EQ(valores(c.n), c.depois);
+    EXPECT_EQ(valores(int(antes.size())).join('|'), c.depois);
     EXPECT_EQ(p->Text1[0].Text, c.total.isEmpty() ? "0,00" : c.total);
     EXPECT_TRUE(d.Mensagens.isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Casos, AjusteManual,
-    ::testing::Values(Ajuste{"Primeira",
-                             "100,00",
-                             3,
-                             0,
-                             "50",
-                             {"33,34", "33,33", "33,33"},
-                             {"50,00", "25,00", "25,00"}},
-                      Ajuste{"DoMeio",
-                             "100,00",
-                             4,
-                             1,
-                             "10",
-                             {"25,00", "25,00", "25,00", "25,00"},
-                             {"25,00", "10,00", "32,50", "32,50"}},
-                      // No correction of the rounding: the sum passes the total by a cent.
-                      Ajuste{"SemCorrecao",
-                             "100,00",
-                             4,
-                             0,
-                             "0,02",
-                             {"25,00", "25,00", "25,00", "25,00"},
-                             {"0,02", "33,33", "33,33", "33,33"}},
-                      // The last one touches nothing else.
-                      Ajuste{"Ultima",
-                             "100,00",
-                             3,
-                             2,
-                             "1000",
-                             {"33,34", "33,33", "33,33"},
-                             {"33,34", "33,33", "1.000,00"}},
-                      // Without a total the rest is what the typed amounts leave of zero.
-                      Ajuste{
-                          "SemTotal", "", 3, 0, "10", {"", "", ""}, {"10,00", "-5,00", "-5,00"}}),
+    ::testing::Values(
+        Ajuste{"DoMeio", "100,00", 1, "10", "25,00|25,00|25,00|25,00", "25,00|10,00|32,50|32,50"},
+        // No correction of the rounding: the sum passes the total by a cent.
+        Ajuste{"SemCorrecao", "100,00", 0, "0,02", "25,00|25,00|25,00|25,00",
+               "0,02|33,33|33,33|33,33"},
+        // The last one touches nothing else.
+        Ajuste{"Ultima", "100,00", 2, "1000", "33,34|33,33|33,33", "33,34|33,33|1.000,00"},
+        // Without a total the rest is what the typed amounts leave of zero.
+        Ajuste{"SemTotal", "", 0, "10", "||", "10,00|-5,00|-5,00"}),
     [](const auto &info) { return std::string(info.param.nome); });
 
-struct DiaFixoNaTela {
-    QString inicio, dia;
-    QStringList datas;
-};
-
-class DiaFixo : public TelaPrazo, public ::testing::WithParamInterface<DiaFixoNaTela> {};
-
-TEST_P(DiaFixo, TrocaODiaSemTocarMesesEValores) {
-    const DiaFixoNaTela &c = GetParam();
-    abre();
-    agenda("400", c.inicio, "30", 4);
-    const QStringList antes = valores(4);
-    digita("Text5", -1, c.dia);
-    EXPECT_EQ(datas(), completa(c.datas));
-    EXPECT_EQ(valores(4), antes);
-    EXPECT_EQ(p->Foco().texto(), "Text5");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Meses, DiaFixo,
-    ::testing::Values(
-        DiaFixoNaTela{"150127", "31", {"31/01/27", "29/02/27", "31/03/27", "30/04/27"}},
-        DiaFixoNaTela{"150128", "30", {"30/01/28", "29/02/28", "30/03/28", "30/04/28"}},
-        DiaFixoNaTela{"150127", "5", {"05/01/27", "05/02/27", "05/03/27", "05/04/27"}},
-        // Two dates in one month stay in it.
-        DiaFixoNaTela{"011126", "28", {"28/11/26", "28/12/26", "28/12/26", "28/01/27"}}));
-
-TEST_F(TelaPrazo, DiaFixoAntesDoCalculoOuForaDoMes) {
+TEST_F(TelaPrazo, DiaFixoTrocaODiaDasDatasSemTocarOsValores) {
     abre();
     digita("Text5", -1, "10");
     ASSERT_EQ(d.Mensagens.size(), 1);
@@ -386,18 +327,28 @@ TEST_F(TelaPrazo, DiaFixoAntesDoCalculoOuForaDoMes) {
     EXPECT_EQ(d.Textos(), QStringList({"Dia inválido."}));
     EXPECT_EQ(p->Text5.Text, "");
     EXPECT_EQ(datas(2), QStringList({"15/01/27", "14/02/27"}));
+
+    d.Mensagens.clear();
+    digita("Text5", -1, "5");
+    EXPECT_EQ(datas(), completa({"05/01/27", "05/02/27"}));
+    EXPECT_EQ(valores(), completa({"50,00", "50,00"}));
+    EXPECT_EQ(p->Foco().texto(), "Text5");
+    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
 }
 
 // --- Enter, field by field
 
 struct Tecla {
     const char *nome;
-    RefControle campo;
+    QString campo;
     QString digitado;
     QString fica; // the field's text after Enter
     QString foco; // where the focus is
     QString mensagem = {};
     Icone icone = Icone::Exclamacao;
+    QString dias = {}; // Qtde Dias, typed beforehand
+    // With all twelve amounts filled beforehand, how many of the first stay; -1: not looked at.
+    int valoresFicam = -1;
 };
 
 class EnterNoCampo : public TelaPrazo, public ::testing::WithParamInterface<Tecla> {};
@@ -405,8 +356,16 @@ class EnterNoCampo : public TelaPrazo, public ::testing::WithParamInterface<Tecl
 TEST_P(EnterNoCampo, AvancaOuRecusa) {
     const Tecla &c = GetParam();
     abre();
-    digita(c.campo.Nome, c.campo.Index, c.digitado);
-    EXPECT_EQ(p->controle(c.campo)->Text, c.fica);
+    p->prazo.Text = c.dias;
+    if (c.valoresFicam >= 0)
+        for (auto &[i, t] : p->Text2)
+            t.Text = "1,00";
+    const RefControle campo = RefControle::de(c.campo);
+    digita(campo.Nome, campo.Index, c.digitado);
+    EXPECT_EQ(p->controle(campo)->Text, c.fica);
+    if (c.valoresFicam >= 0) {
+        EXPECT_EQ(valores(), completa(QStringList(c.valoresFicam, "1,00")));
+    }
     EXPECT_EQ(p->Foco().texto(), c.foco);
     if (c.mensagem.isEmpty()) {
         EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
@@ -421,63 +380,41 @@ TEST_P(EnterNoCampo, AvancaOuRecusa) {
 INSTANTIATE_TEST_SUITE_P(
     Campos, EnterNoCampo,
     ::testing::Values(
-        Tecla{"TotalComMascara", {"Text1", 0}, "1234,5", "1.234,50", "DataPre"},
-        Tecla{"TotalInvalido", {"Text1", 0}, "12x", "", "Text1(0)", "Valor inválido."},
-        Tecla{"TotalVazio", {"Text1", 0}, "", "", "Text1(0)", "Valor inválido."},
-        Tecla{"TotalNegativo", {"Text1", 0}, "-5", "", "Text1(0)", "Valor inválido."},
-        Tecla{"InicioVazioEHoje", {"DataPre", -1}, "", "23/11/26", "prazo"},
-        Tecla{"InicioSeisDigitos", {"DataPre", -1}, "050327", "05/03/27", "prazo"},
-        Tecla{"InicioComBarras", {"DataPre", -1}, "5/3/27", "05/03/27", "prazo"},
-        Tecla{"InicioOitoDigitos", {"DataPre", -1}, "05032027", "05/03/27", "prazo"},
-        Tecla{"InicioTamanhoErrado",
-              {"DataPre", -1},
-              "5327",
-              "",
-              "DataPre",
+        Tecla{"TotalComMascara", "Text1(0)", "1234,5", "1.234,50", "DataPre"},
+        Tecla{"TotalInvalido", "Text1(0)", "12x", "", "Text1(0)", "Valor inválido."},
+        Tecla{"TotalNegativo", "Text1(0)", "-5", "", "Text1(0)", "Valor inválido."},
+        Tecla{"InicioVazioEHoje", "DataPre", "", "23/11/26", "prazo"},
+        Tecla{"InicioSeisDigitos", "DataPre", "050327", "05/03/27", "prazo"},
+        Tecla{"InicioComBarras", "DataPre", "5/3/27", "05/03/27", "prazo"},
+        Tecla{"InicioOitoDigitos", "DataPre", "05032027", "05/03/27", "prazo"},
+        Tecla{"InicioTamanhoErrado", "DataPre", "5327", "", "DataPre",
               "Por favor, digite a data no formato 'DD/MM/AA'"},
-        Tecla{"InicioQueNaoEData",
-              {"DataPre", -1},
-              "310427",
-              "31/04/27",
-              "DataPre",
+        Tecla{"InicioQueNaoEData", "DataPre", "310427", "31/04/27", "DataPre",
               "Data inválida. Verifique se a data foi digitada no formato 'DD/MM/AA'"},
-        Tecla{"Dias", {"prazo", -1}, "30", "30", "parcelas"},
-        Tecla{"DiasInvalidos",
-              {"prazo", -1},
-              "3x",
-              "",
-              "prazo",
+        Tecla{"Dias", "prazo", "30", "30", "parcelas"},
+        Tecla{"DiasInvalidos", "prazo", "3x", "", "prazo",
               "Valor inválido para a quantidade de dias."},
-        Tecla{"ParcelasInvalidas",
-              {"parcelas", -1},
-              "x",
-              "",
-              "parcelas",
+        Tecla{"ParcelasInvalidas", "parcelas", "x", "", "parcelas",
               "Valor inválido para o número de parcelas"},
-        Tecla{"ZeroParcelas",
-              {"parcelas", -1},
-              "0",
-              "",
-              "parcelas",
+        Tecla{"ZeroParcelas", "parcelas", "0", "", "parcelas",
               "Valor inválido para o número de parcelas"},
-        Tecla{"TrezeParcelas",
-              {"parcelas", -1},
-              "13",
-              "",
-              "parcelas",
-              "O Programa Calcula Somente até 12 Parcelas",
-              Icone::Nenhum},
-        Tecla{"PeriodoSegue", {"Text1", 2}, "45", "45", "Text1(3)"},
-        Tecla{"PeriodoVazioVaiAsDatas", {"Text1", 5}, "", "", "Text1(13)"},
-        Tecla{"UltimoPeriodoVaiAsDatas", {"Text1", 12}, "5", "05", "Text1(13)"},
-        Tecla{"DataSegue", {"Text1", 14}, "", "", "Text1(15)"},
-        Tecla{"UltimaDataVaiAoBanco", {"Text1", 24}, "", "", "Text3(0)"},
-        Tecla{"ValorSegue", {"Text2", 1}, "", "", "Text2(2)"},
-        Tecla{"QuartoValorVaiAoBanco", {"Text2", 3}, "", "", "Text3(0)"},
-        Tecla{"NumeroVazio", {"Text4", 2}, "", "", "Text4(2)", "Digite o número do cheque"},
-        Tecla{"BancoSegue", {"Text3", 0}, "1", "001", "Text3(1)"},
-        Tecla{"CidadeSegue", {"Text3", 1}, "Curitiba", "Curitiba", "Text3(2)"},
-        Tecla{"FavorecidoVaiAImprimir", {"Text3", 2}, "Ana", "Ana", "Command3D1(0)"}),
+        Tecla{"TrezeParcelas", "parcelas", "13", "", "parcelas",
+              "O Programa Calcula Somente até 12 Parcelas", Icone::Nenhum},
+        // 10 x 100 days would not fit the three digits of a period.
+        Tecla{"UltimoPrazoPassaDe999Dias", "parcelas", "11", "", "parcelas",
+              "O prazo da última parcela passaria de 999 dias", Icone::Exclamacao, "100"},
+        Tecla{"PeriodoSegue", "Text1(2)", "45", "45", "Text1(3)", {}, {}, {}, 12},
+        Tecla{"PeriodoVazioEsvaziaOsValores", "Text1(5)", "", "", "Text1(13)", {}, {}, {}, 5},
+        // From the twelfth period on there is no amount left to empty.
+        Tecla{"UltimoPeriodoVaiAsDatas", "Text1(12)", "5", "05", "Text1(13)", {}, {}, {}, 12},
+        Tecla{"DataSegue", "Text1(14)", "", "", "Text1(15)"},
+        Tecla{"UltimaDataVaiAoBanco", "Text1(24)", "", "", "Text3(0)"},
+        Tecla{"ValorSegue", "Text2(1)", "", "", "Text2(2)"},
+        Tecla{"QuartoValorVaiAoBanco", "Text2(3)", "", "", "Text3(0)"},
+        Tecla{"NumeroVazio", "Text4(2)", "", "", "Text4(2)", "Digite o número do cheque"},
+        Tecla{"BancoSegue", "Text3(0)", "1", "001", "Text3(1)"},
+        Tecla{"CidadeSegue", "Text3(1)", "Curitiba", "Curitiba", "Text3(2)"},
+        Tecla{"FavorecidoVaiAImprimir", "Text3(2)", "Ana", "Ana", "Command3D1(0)"}),
     [](const auto &info) { return std::string(info.param.nome); });
 
 // Past the number of instalments typed, Enter refuses the row and goes to the bank.
@@ -561,7 +498,6 @@ INSTANTIATE_TEST_SUITE_P(
         Saida{"DiasInvalidos", {"Text1", 3}, "1,5", "", "Text1(3)"},
         Saida{"DiasVaziosParaForaDosPrazos", {"Text1", 3}, "", "", "Text3(2)"},
         Saida{"DataDeUmDia", {"Text1", 14}, "5", "05/11/26", "Text3(2)"},
-        Saida{"DataComSeculo", {"Text1", 14}, "05032027", "05/03/27", "Text3(2)"},
         Saida{"DataQueNaoEDataFicaComoEsta", {"Text1", 14}, "29/02/27", "29/02/27", "Text3(2)"},
         Saida{"ValorInvalidoSemAviso", {"Text2", 0}, "abc", "", "Text2(0)"},
         Saida{"BancoComTresDigitos", {"Text3", 0}, "1", "001", "Text3(2)"},
@@ -597,8 +533,7 @@ TEST_P(TamanhoNoPrazo, CortaComAMensagem) {
 
 INSTANTIATE_TEST_SUITE_P(Campos, TamanhoNoPrazo,
                          ::testing::Values(Tamanho{{"Text1", 7}, 3}, Tamanho{{"Text1", 20}, 8},
-                                           Tamanho{{"Text4", 11}, 12}, Tamanho{{"Text3", 1}, 15},
-                                           Tamanho{{"Text3", 2}, 74}));
+                                           Tamanho{{"Text4", 11}, 12}, Tamanho{{"Text3", 2}, 74}));
 
 // --- keys
 
@@ -612,17 +547,20 @@ TEST_F(TelaPrazo, F4GuardaPrazosEChequeF8Limpa) {
     EXPECT_EQ(ini("prazo2"), ""); // one blank, read back trimmed
     EXPECT_EQ(ini("prazo12"), "120");
 
-    p->SetFocus("Text3", 0);
-    p->Digita("Text3", 0, "237");
-    p->SetFocus("Text3", 1);
-    p->Digita("Text3", 1, "Londrina");
-    p->Tecla(F4);
-    p->SetFocus("Text3", 0);
-    p->Tecla(F4);
+    const QString cheque[] = {"237", "Londrina", "Ana"};
+    for (int i = 0; i < 3; ++i) {
+        p->SetFocus("Text3", i);
+        p->Digita("Text3", i, cheque[i]);
+    }
+    // The code once left, with its bank's name beside it.
+    for (int i = 0; i < 3; ++i) {
+        p->SetFocus("Text3", i);
+        p->Tecla(F4);
+    }
     EXPECT_EQ(ini("Codigo"), "237");
     EXPECT_EQ(ini("banco"), NomeBanco(s, "237"));
     EXPECT_EQ(ini("Cidade"), "Londrina");
-    EXPECT_EQ(ini("Favorecido"), "-2");
+    EXPECT_EQ(ini("Favorecido"), "Ana");
 
     // F4 elsewhere stores nothing; F8 empties.
     p->SetFocus("Text1", 0);
@@ -731,147 +669,134 @@ INSTANTIATE_TEST_SUITE_P(
 
 class ImpressaoPrazo : public TelaPrazo {
   protected:
-    // Three instalments of 100,00 from 10/01/27, on bank 001, ready to print.
+    // Three instalments of 100,00 from 10/01/27, on bank 001, ready to print; the second has
+    // its cheque's number.
     void tres_parcelas() {
         abre();
         agenda("100", "100127", "30", 3);
         cheque();
+        p->Text4[1].Text = "000456";
         d.Mensagens.clear();
-    }
-    static QStringList cheque_na_porta(const QString &valor, const QString &data) {
-        return {"IniciaPorta(COM2)",
-                "ImprimeCheque(001|" + valor + "|Construtora Boa Vista|Curitiba|" + data + "|" +
-                    valor + ")",
-                "FechaPorta()"};
     }
 };
 
-TEST_F(ImpressaoPrazo, CadaParcelaPedeODocumentoImprimeERegistra) {
+// The calls of one instalment of tres_parcelas on the port (0 to 2).
+QStringList na_porta(int parcela) {
+    const char *valor = parcela == 0 ? "33,34" : "33,33";
+    const char *data[] = {"10/01/27", "09/02/27", "11/03/27"};
+    return {"IniciaPorta(COM2)",
+            QStringLiteral("ImprimeCheque(001|%1|Construtora Boa Vista|Curitiba|%2|%1)")
+                .arg(valor, data[parcela]),
+            "FechaPorta()"};
+}
+const QStringList TresNaPorta = na_porta(0) + na_porta(1) + na_porta(2);
+const QString Insira = "(i) Impressão do Cheque: Insira o Documento.";
+const QString Primeira = "0000000001|00001|33,34|10/01/27|SEQ:00001";
+
+// The answers to "Insira o Documento." and the printer's one refusal in; the messages, the
+// calls on the port and the new rows of Log out.
+struct Execucao {
+    const char *nome;
+    QList<Resposta> respostas = {};
+    struct {
+        QString operacao; // the call refused at its vez-th time (from 1), with the code
+        int vez = 0;
+        qint16 codigo = 0;
+    } recusa = {};
+    bool relatorio = true; // the entry screen's report box
+    QString banco = "001";
+    QStringList registro = {};  // rows of Log before the run: Index|Codigo
+    QStringList mensagens = {}; // (icon) title: text
+    QStringList chamadas = {};
+    QStringList linhas = {}; // Index|Codigo|V_CH|Data|NRCH
+};
+
+class ExecucaoPrazo : public ImpressaoPrazo, public ::testing::WithParamInterface<Execucao> {};
+
+TEST_P(ExecucaoPrazo, ImprimeERegistraCadaParcela) {
+    const Execucao &c = GetParam();
+    ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
+    for (const QString &linha : c.registro) {
+        RecordSet &log = Conjunto(s, TabLog);
+        log.AddNew();
+        log.Define("Index", linha.section('|', 0, 0));
+        log.Define("Codigo", linha.section('|', 1, 1));
+        ASSERT_TRUE(log.Update());
+    }
+    FechaTabelas(s, 0, 0, 0, 1);
     tres_parcelas();
-    p->Text4[1].Text = "000456";
+    p->Text3[0].Text = c.banco;
+    principal->CheckBox.Value = c.relatorio;
+    imp().Recusa(c.recusa.operacao, c.recusa.vez, c.recusa.codigo);
+    d.Respostas = c.respostas;
     p->Clica("Command3D1", 0);
 
-    EXPECT_EQ(d.Textos(), QStringList(3, "Insira o Documento."));
+    QStringList mensagens;
     for (const auto &m : d.Mensagens) {
-        EXPECT_EQ(m.Titulo, "Impressão do Cheque");
-        EXPECT_EQ(m.Botoes_, Botoes::OKCancel);
-        EXPECT_EQ(m.Icone_, Icone::Informacao);
+        const char *icone = m.Icone_ == Icone::Informacao   ? "(i) "
+                            : m.Icone_ == Icone::Critico    ? "(x) "
+                            : m.Icone_ == Icone::Exclamacao ? "(!) "
+                                                            : "";
+        mensagens << icone + m.Titulo + ": " + m.Texto;
     }
-    EXPECT_EQ(imp().Chamadas(), cheque_na_porta("33,34", "10/01/27") +
-                                    cheque_na_porta("33,33", "09/02/27") +
-                                    cheque_na_porta("33,33", "11/03/27"));
-    EXPECT_EQ(principal->Gauge1.Value, 100); // the entry screen's gauge swept
-
-    const auto linhas = linhas_log();
-    ASSERT_EQ(linhas.size(), 3);
-    const QStringList campos = {"Index", "Codigo", "Banco", "V_CH",     "Favor",
-                                "Local", "Data",   "NRCH",  "StCancel", "Comentario"};
-    const QList<QStringList> esperadas = {
-        {"0000000001", "00001", "001", "33,34", "Construtora Boa Vista", "Curitiba", "10/01/27",
-         "SEQ:00001", " ", ""},
-        {"0000000002", "00002", "001", "33,33", "Construtora Boa Vista", "Curitiba", "09/02/27",
-         "000456", " ", ""},
-        {"0000000003", "00003", "001", "33,33", "Construtora Boa Vista", "Curitiba", "11/03/27",
-         "SEQ:00003", " ", ""}};
-    for (int i = 0; i < 3; ++i) {
-        QStringList linha;
-        for (const QString &c : campos)
-            linha << linhas[i].value(c);
-        EXPECT_EQ(linha, esperadas[i]) << i;
+    EXPECT_EQ(mensagens, c.mensagens);
+    EXPECT_EQ(imp().Chamadas(), c.chamadas);
+    EXPECT_EQ(principal->Gauge1.Value, c.chamadas.isEmpty() ? 0 : 100); // the entry screen's
+    QStringList novas;
+    for (const auto &l : linhas_log()) {
+        if (c.registro.contains(l["Index"] + "|" + l["Codigo"])) continue;
+        novas << QStringList{l["Index"], l["Codigo"], l["V_CH"], l["Data"], l["NRCH"]}.join('|');
+        EXPECT_EQ((QStringList{l["Banco"], l["Favor"], l["Local"], l["StCancel"], l["Comentario"]}),
+                  (QStringList{"001", "Construtora Boa Vista", "Curitiba", " ", ""}));
     }
+    EXPECT_EQ(novas, c.linhas);
     // The schedule stands for another run.
     EXPECT_EQ(valores(3), QStringList({"33,34", "33,33", "33,33"}));
 }
 
-TEST_F(ImpressaoPrazo, ChequeRecusadoNoMeioNaoGastaIndexECancelarEncerra) {
-    tres_parcelas();
-    // A date the printer can't read: it refuses that cheque alone.
-    p->Text1[14].Text = "29/02/27";
-    d.Respostas = {Resposta::OK, Resposta::OK, Resposta::OK};
-    p->Clica("Command3D1", 0);
-    ASSERT_EQ(d.Textos(),
-              QStringList({"Insira o Documento.", "Insira o Documento.",
-                           "Problemas com a impressao do cheque", "Insira o Documento."}));
-    EXPECT_EQ(d.Mensagens[2].Titulo, "Impressão do Cheque (005)");
-    EXPECT_EQ(d.Mensagens[2].Icone_, Icone::Exclamacao);
-    // The port is opened and closed around each cheque, the refused one too.
-    const QStringList chamadas = imp().Chamadas();
-    ASSERT_EQ(chamadas.size(), 9);
-    EXPECT_EQ(chamadas.mid(3, 3),
-              QStringList({"IniciaPorta(COM2)",
-                           "ImprimeCheque(001|33,33|Construtora Boa Vista|Curitiba|29/02/27|33,33)",
-                           "FechaPorta()"}));
-    auto linhas = linhas_log();
-    ASSERT_EQ(linhas.size(), 2);
-    EXPECT_EQ(linhas[1].value("Index"), "0000000002");
-    EXPECT_EQ(linhas[1].value("Data"), "11/03/27");
-    EXPECT_EQ(linhas[1].value("NRCH"), "SEQ:00002");
-
-    // Again, cancelled at the second document: the first stays printed and registered.
-    imp().LimpaChamadas();
-    d.Mensagens.clear();
-    d.Respostas = {Resposta::OK, Resposta::Cancel};
-    p->Clica("Command3D1", 0);
-    EXPECT_EQ(d.Textos(), QStringList(2, "Insira o Documento."));
-    EXPECT_EQ(imp().Chamadas(), cheque_na_porta("33,34", "10/01/27"));
-    linhas = linhas_log();
-    ASSERT_EQ(linhas.size(), 3);
-    EXPECT_EQ(linhas[2].value("Index"), "0000000003");
-    EXPECT_EQ(linhas[2].value("V_CH"), "33,34");
-}
-
-TEST_F(ImpressaoPrazo, CancelarNoPrimeiroNaoImprimeNada) {
-    tres_parcelas();
-    d.Respostas = {Resposta::Cancel};
-    p->Clica("Command3D1", 0);
-    EXPECT_EQ(d.Textos(), QStringList({"Insira o Documento."}));
-    EXPECT_TRUE(imp().Chamadas().isEmpty());
-    EXPECT_TRUE(linhas_log().isEmpty());
-}
-
-TEST_F(ImpressaoPrazo, CaixaDesmarcadaImprimeSemRegistrar) {
-    tres_parcelas();
-    principal->CheckBox.Value = 0;
-    p->Clica("Command3D1", 0);
-    EXPECT_EQ(imp().Chamadas().size(), 9);
-    EXPECT_TRUE(linhas_log().isEmpty());
-}
-
-TEST_F(ImpressaoPrazo, PortaQueNaoAbreParaAExecucao) {
-    tres_parcelas();
-    imp().Falha("IniciaPorta", 0);
-    p->Clica("Command3D1", 0);
-    ASSERT_EQ(d.Mensagens.size(), 2);
-    EXPECT_EQ(d.Mensagens[1].Texto,
-              "Problemas ao se comunicar com a impressora!\rVerifique a mesma e selecione \"OK\"!");
-    EXPECT_EQ(d.Mensagens[1].Icone_, Icone::Critico);
-    EXPECT_EQ(imp().Chamadas(), QStringList({"IniciaPorta(COM2)"}));
-    EXPECT_TRUE(linhas_log().isEmpty());
-}
-
-TEST_F(ImpressaoPrazo, VerificacaoRecusadaNaoPedeDocumento) {
-    tres_parcelas();
-    p->Text3[0].Text.clear();
-    p->Clica("Command3D1", 0);
-    EXPECT_EQ(d.Textos(), QStringList({"Código do banco inválido..."}));
-    EXPECT_TRUE(imp().Chamadas().isEmpty());
-}
-
-TEST_F(ImpressaoPrazo, ContinuaDoUltimoIndexDoRegistro) {
-    ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 1), -2);
-    RecordSet &log = Conjunto(s, TabLog);
-    log.AddNew();
-    log.Define("Index", "0000000041");
-    log.Define("Codigo", "00041");
-    log.Update();
-    FechaTabelas(s, 0, 0, 0, 1);
-    tres_parcelas();
-    EXPECT_EQ(p->RegistraParcela(0), 0);
-    const auto linhas = linhas_log();
-    ASSERT_EQ(linhas.size(), 2);
-    EXPECT_EQ(linhas[1].value("Index"), "0000000042");
-    EXPECT_EQ(linhas[1].value("NRCH"), "SEQ:00042");
-}
+INSTANTIATE_TEST_SUITE_P(
+    Casos, ExecucaoPrazo,
+    ::testing::Values(
+        Execucao{.nome = "TresImpressasERegistradas",
+                 .mensagens = QStringList(3, Insira),
+                 .chamadas = TresNaPorta,
+                 .linhas = {Primeira, "0000000002|00002|33,33|09/02/27|000456",
+                            "0000000003|00003|33,33|11/03/27|SEQ:00003"}},
+        // A refused cheque, even with the code -1, is told and the run goes on; it uses up no
+        // index.
+        Execucao{
+            .nome = "RecusadoNoMeioSegueSemGastarIndex",
+            .recusa = {"ImprimeCheque", 2, -1},
+            .mensagens = {Insira, Insira,
+                          "(!) Impressão do Cheque (-001): Problemas com a impressao do cheque",
+                          Insira},
+            .chamadas = TresNaPorta,
+            .linhas = {Primeira, "0000000002|00002|33,33|11/03/27|SEQ:00002"}},
+        Execucao{.nome = "CancelarNoPrimeiroNaoImprime",
+                 .respostas = {Resposta::Cancel},
+                 .mensagens = {Insira}},
+        Execucao{.nome = "CaixaDesmarcadaNaoRegistra",
+                 .relatorio = false,
+                 .mensagens = QStringList(3, Insira),
+                 .chamadas = TresNaPorta},
+        Execucao{.nome = "PortaQueNaoAbreEncerra",
+                 .recusa = {"IniciaPorta", 2},
+                 .mensagens = {Insira, Insira,
+                               "(x) Impressão do Cheque: Problemas ao se comunicar com a "
+                               "impressora!\rVerifique a mesma e selecione \"OK\"!"},
+                 .chamadas = na_porta(0) + QStringList{"IniciaPorta(COM2)"},
+                 .linhas = {Primeira}},
+        Execucao{.nome = "VerificacaoRecusadaNaoPedeDocumento",
+                 .banco = "",
+                 .mensagens = {"(!) Erro: Código do banco inválido..."}},
+        // The numbering goes on from the last row, whatever the first row's Codigo.
+        Execucao{.nome = "ContinuaDaUltimaLinhaDoRegistro",
+                 .respostas = {Resposta::OK, Resposta::Cancel},
+                 .registro = {"0000000007|", "0000000041|00041"},
+                 .mensagens = {Insira, Insira},
+                 .chamadas = na_porta(0),
+                 .linhas = {"0000000042|00042|33,34|10/01/27|SEQ:00042"}}),
+    [](const auto &info) { return std::string(info.param.nome); });
 
 // Another connection holds the database's write lock: the cheque is on paper, the operator
 // is told which row is missing, and the run goes on.

@@ -75,7 +75,7 @@ struct CasoCheque {
     QString porta, falha;
     bool testaPorta;
     TextosCheque textos;
-    int resultado;
+    std::optional<qint16> resultado; // none: the port didn't open
     QStringList chamadas;
     QString mensagem = {}, titulo = {};
 };
@@ -119,7 +119,7 @@ INSTANTIATE_TEST_SUITE_P(
         CasoCheque{"COM1", "", false, Cheque, Simulador::PortaFechada,
                    QStringList{Impresso + ")", "FechaPorta()"},
                    "Problemas com a impressao do cheque", "Impressão do Cheque (002)"},
-        CasoCheque{"COM1", "", true, Cheque, PortaNaoAbriu, QStringList{},
+        CasoCheque{"COM1", "", true, Cheque, std::nullopt, QStringList{},
                    "Problemas ao se comunicar com a impressora!\rVerifique a mesma e selecione "
                    "\"OK\"!",
                    "Impressão do Cheque"}));

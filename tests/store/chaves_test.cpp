@@ -254,4 +254,31 @@ TEST_F(Chaves, BancoTravadoPorOutraConexaoEDitoComoTravado) {
     outro.exec("COMMIT");
 }
 
+// The next Index after rows 0000000007 and 0000000041 with these Codigos: a single cheque
+// looks at the first row's Codigo, an instalment at the last's.
+struct Proximo {
+    QStringList codigos;
+    QString primeira, ultima;
+};
+
+class ProximoIndex : public Chaves, public ::testing::WithParamInterface<Proximo> {};
+
+TEST_P(ProximoIndex, PrimeiraOuUltimaLinhaDecide) {
+    cria_base_dados(*s);
+    {
+        Conexao c(arquivo());
+        for (int i = 0; i < GetParam().codigos.size(); ++i)
+            c.exec("INSERT INTO Log (\"Index\", Codigo, StCancel) VALUES (?, ?, ' ')",
+                   {i == 0 ? "0000000007" : "0000000041", GetParam().codigos[i]});
+    }
+    ASSERT_EQ(AbreTabelas(*s, d, 0, 0, 0, 0), 1);
+    EXPECT_EQ(proximo_index(*s, LinhaConferida::Primeira), GetParam().primeira);
+    EXPECT_EQ(proximo_index(*s, LinhaConferida::Ultima), GetParam().ultima);
+}
+
+INSTANTIATE_TEST_SUITE_P(Registros, ProximoIndex,
+                         ::testing::Values(Proximo{{}, "0000000001", "0000000001"},
+                                           Proximo{{"", "00041"}, "0000000001", "0000000042"},
+                                           Proximo{{"00007", ""}, "0000000042", "0000000001"}));
+
 } // namespace
