@@ -589,7 +589,7 @@ void ChePrz::ImprimeParcelas() {
 int ChePrz::RegistraParcela(int Parcela) {
     ChequeImpresso cheque{Text3[0].Text, Text2[Parcela].Text,      Text3[2].Text,
                           Text3[1].Text, Text1[Parcela + 13].Text, Text4[Parcela].Text};
-    cheque.NumeroSequencial = true;
+    cheque.Parcela = true;
     return registra_cheque(sessao, desktop, cheque) == -2 ? -2 : 0;
 }
 

@@ -33,13 +33,12 @@ void GravaCheque(Main &Tela) {
 
 int registra_cheque(Sessao &s, Desktop &d, const ChequeImpresso &Cheque) {
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return -2;
-    // An instalment, numbered in sequence, goes on from the last row of Log; a single cheque
-    // looks at the first.
-    const QString Index = proximo_index(s, Cheque.NumeroSequencial ? LinhaConferida::Ultima
-                                                                   : LinhaConferida::Primeira);
+    // An instalment goes on from the last row of Log; a single cheque looks at the first.
+    const QString Index =
+        proximo_index(s, Cheque.Parcela ? LinhaConferida::Ultima : LinhaConferida::Primeira);
     const QString Codigo = Index.right(5);
     QString NRCH = Cheque.Numero;
-    if (NRCH.isEmpty()) NRCH = Cheque.NumeroSequencial ? "SEQ:" + Codigo : QStringLiteral(" ");
+    if (NRCH.isEmpty()) NRCH = Cheque.Parcela ? "SEQ:" + Codigo : QStringLiteral(" ");
     // The shared set of Log over the new row alone: nothing else of the register is read.
     RecordSet &log = Conjunto(s, TabLog);
     bool gravou = log.Abre(s.Banco->db(), "Select * From Log Where (\"Index\"=?)", {Index});

@@ -15,9 +15,10 @@ struct ChequeImpresso {
     QString Banco, Valor, Favorecido, Cidade, Data, Numero;
     // The three comment lines; an instalment has none.
     QStringList Comentarios{QString(), QString(), QString()};
-    // Without a number NRCH is one blank, or with this set "SEQ:" and the row's Codigo, so that
-    // the instalments of one run can be told apart in the register.
-    bool NumeroSequencial = false;
+    // An instalment of a post-dated run: without a number its NRCH is "SEQ:" and the row's
+    // Codigo (a single cheque's is one blank), so that the instalments of one run can be told
+    // apart in the register; and its Index goes on from the last row of Log.
+    bool Parcela = false;
 };
 
 // Adds the row of a printed cheque to Log under the next Index: the amount in the register's
