@@ -1,6 +1,7 @@
 #include "cheque/transf.h"
 
 #include "core/conversoes.h"
+#include "core/entrada.h"
 #include "core/ini.h"
 #include "core/relogio.h"
 #include "core/teclas.h"
@@ -29,12 +30,6 @@ int inteiro(double valor) {
 void ate_coluna(QString &T, double coluna) {
     const int n = inteiro(coluna);
     if (T.size() < n) T += QString(n - T.size(), u' ');
-}
-
-// "Insira o Documento.": false when the operator cancels.
-bool pede_documento(Desktop &d, const QString &titulo) {
-    return d.MsgBox("Insira o Documento.", Botoes::OKCancel, titulo, Icone::Informacao) !=
-           Resposta::Cancel;
 }
 
 // A code typed short ("1") is the layout's key in three digits ("001").

@@ -1,6 +1,7 @@
 #include "reports/listas.h"
 
 #include "core/conversoes.h"
+#include "core/entrada.h"
 #include "printer/impressao.h"
 #include "printer/sistema.h"
 #include "reports/arquivo_relatorio.h"
@@ -178,10 +179,7 @@ QStringList envios_lista(const QStringList &Linhas, FormatoLista Formato, Destin
 
 void envia_lista(Sessao &s, Desktop &d, const QStringList &Linhas, FormatoLista Formato,
                  DestinoLista Destino, const std::function<void(int)> &andamento) {
-    if (Destino == DestinoLista::Vexa &&
-        d.MsgBox("Insira o Documento.", Botoes::OKCancel, "Impressão do Cheque",
-                 Icone::Informacao) == Resposta::Cancel)
-        return;
+    if (Destino == DestinoLista::Vexa && !pede_documento(d, "Impressão do Cheque")) return;
     // The rows are walked one by one, so that the list shows how far the printing went.
     if (andamento)
         for (int i = 0; i < Linhas.size(); ++i)

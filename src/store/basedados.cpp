@@ -173,25 +173,12 @@ QString data_chave_sql(const QString &data) {
            ",'+0 days') = " + iso + " THEN " + ano + "||" + mes + "||" + dia + " END";
 }
 
-// The version of the tables this program writes, in the database's user_version.
-constexpr int VersaoEsquema = 1;
+// The version of the tables this program writes, in the database's user_version: 1 brought
+// the folded names and the cheques' date key, 2 the register's index by bank.
+constexpr int VersaoEsquema = 2;
 
-} // namespace
-
-bool atualiza_esquema(QSqlDatabase &db, QSqlError *erro) {
-    QSqlQuery q(db);
-    const auto executa = [erro](QSqlQuery &q, const QString &sql) {
-        if (q.exec(sql)) return true;
-        if (erro) *erro = q.lastError();
-        return false;
-    };
-    if (!executa(q, "PRAGMA user_version") || !q.next()) return false;
-    if (q.value(0).toInt() >= VersaoEsquema) return true;
-    q.finish();
-    if (!db.transaction()) {
-        if (erro) *erro = db.lastError();
-        return false;
-    }
+// The folded name of every register and the date key of every cheque, kept by triggers.
+template <typename Executa> bool chaves_guardadas(QSqlQuery &q, const Executa &executa) {
     bool ok = true;
     for (const QString tabela : {"Bancos", "Transferencia", "Script", "Favorecido", "Cidade"}) {
         const QString atribui = "UPDATE " + tabela + " SET " + ColunaNomeChave + " = ";
@@ -220,8 +207,30 @@ bool atualiza_esquema(QSqlDatabase &db, QSqlError *erro) {
                        ColunaDataChave + " = " + data + " WHERE rowid = NEW.rowid; END") &&
         executa(q, QString("CREATE TRIGGER LogDataAltera AFTER UPDATE OF Data ON Log BEGIN "
                            "UPDATE Log SET ") +
-                       ColunaDataChave + " = " + data + " WHERE rowid = NEW.rowid; END") &&
-        executa(q, "PRAGMA user_version = " + QString::number(VersaoEsquema));
+                       ColunaDataChave + " = " + data + " WHERE rowid = NEW.rowid; END");
+    return ok;
+}
+} // namespace
+
+bool atualiza_esquema(QSqlDatabase &db, QSqlError *erro) {
+    QSqlQuery q(db);
+    const auto executa = [erro](QSqlQuery &q, const QString &sql) {
+        if (q.exec(sql)) return true;
+        if (erro) *erro = q.lastError();
+        return false;
+    };
+    if (!executa(q, "PRAGMA user_version") || !q.next()) return false;
+    const int versao = q.value(0).toInt();
+    if (versao >= VersaoEsquema) return true;
+    q.finish();
+    if (!db.transaction()) {
+        if (erro) *erro = db.lastError();
+        return false;
+    }
+    bool ok = versao >= 1 || chaves_guardadas(q, executa);
+    // The report's filter by bank reads one bank's rows in the order of Index.
+    ok = ok && executa(q, "CREATE INDEX IF NOT EXISTS LogBanco ON Log (Banco, \"Index\")") &&
+         executa(q, "PRAGMA user_version = " + QString::number(VersaoEsquema));
     q.finish();
     if (ok) return db.commit();
     db.rollback();

@@ -128,6 +128,30 @@ TEST_F(Chaves, BancoDaVersaoAnteriorSobeSemPerderLinhaEPesquisaSemAcento) {
     EXPECT_EQ(nomes(TabFavorecido), (QStringList{"ÁBACO", "álvaro", "ANA", "Ângela"}));
 }
 
+// A database that already keeps its keys, without the register's index by bank: the second
+// step alone runs, and the filter by bank reads through the index.
+TEST_F(Chaves, BancoComChavesSemIndiceDoBancoSobeSoOQueFalta) {
+    cria_base_dados(*s);
+    {
+        Conexao velho(arquivo());
+        velho.exec("DROP INDEX LogBanco");
+        velho.exec("PRAGMA user_version = 1");
+        log(velho, "0000000001", "01/05/24");
+    }
+    s = std::make_unique<Sessao>(pasta.path());
+    ASSERT_EQ(AbreTabelas(*s, d, 0, 0, 0, 0), 1);
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    s.reset();
+    Conexao outro(arquivo());
+    EXPECT_EQ(outro.coluna("PRAGMA user_version"), QStringList{"2"});
+    EXPECT_EQ(outro.coluna("SELECT DataChave FROM Log"), QStringList{"240501"});
+    QSqlQuery q(outro.db());
+    ASSERT_TRUE(q.exec("EXPLAIN QUERY PLAN SELECT rowid FROM Log WHERE Banco = '237' ORDER BY "
+                       "\"Index\""));
+    ASSERT_TRUE(q.next());
+    EXPECT_TRUE(q.value(3).toString().contains("LogBanco")) << q.value(3).toString().toStdString();
+}
+
 TEST_F(Chaves, ChaveDoBancoEDoProgramaSaoAMesma) {
     cria_base_dados(*s);
     Conexao c(arquivo());
