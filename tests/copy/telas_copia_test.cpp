@@ -34,6 +34,18 @@ class CopiaTeste : public teste::Registros {
             rs.Define(CamposScript()[i], valores[i]);
         ASSERT_TRUE(rs.Update());
     }
+    // The layout stored and chosen for the copy.
+    void grava_e_escolhe(const QStringList &valores = LayoutPadrao) {
+        grava_layout(valores);
+        LeGravaIni(s.CaminhoIni, "Opcoes", "Script", valores[0]);
+    }
+    // LayoutPadrao under another code and name.
+    static QStringList outro_layout(const QString &codigo, const QString &nome) {
+        QStringList r = LayoutPadrao;
+        r[0] = codigo;
+        r[1] = nome;
+        return r;
+    }
     QStringList linha_script(const QString &codigo) {
         RecordSet rs;
         rs.Abre(s.Banco->db(), "Select * From Script Where (Codigo=?)", {codigo});
@@ -85,10 +97,14 @@ TEST_F(ScriptTeste, AnsweringNoStoresNothing) {
     EXPECT_TRUE(t.Command3D1[0].Enabled);
 }
 
-TEST_F(ScriptTeste, AnExistingCodeIsRefusedAndTheFocusStays) {
+// The code comes first: leaving for another field without one goes back to it, and an existing
+// code is refused with the focus staying.
+TEST_F(ScriptTeste, TheCodeComesFirstAndAnExistingOneIsRefused) {
     grava_layout(LayoutPadrao);
     Script &t = abre<Script>();
     t.Clica("Command3D1", 0);
+    t.SetFocus("Text1", 5);
+    EXPECT_EQ(t.Foco(), (RefControle{"Text1", 0}));
     digita(t, "Text1", 0, "1");
     EXPECT_EQ(d.Textos(), QStringList{"Este Codigo Já Existe"});
     EXPECT_EQ(t.Text1[0].Text, "");
@@ -98,18 +114,9 @@ TEST_F(ScriptTeste, AnExistingCodeIsRefusedAndTheFocusStays) {
     EXPECT_EQ(t.Foco(), (RefControle{"Text1", 1}));
 }
 
-TEST_F(ScriptTeste, LeavingAFieldWithoutCodeGoesBackToTheCode) {
-    Script &t = abre<Script>();
-    t.Clica("Command3D1", 0);
-    t.SetFocus("Text1", 5);
-    EXPECT_EQ(t.Foco(), (RefControle{"Text1", 0}));
-}
-
 TEST_F(ScriptTeste, SelectAlterAndDelete) {
     grava_layout(LayoutPadrao);
-    QStringList outro = LayoutPadrao;
-    outro[0] = "002";
-    outro[1] = "Outro";
+    QStringList outro = outro_layout("002", "Outro");
     grava_layout(outro);
     Script &t = abre<Script>();
     ASSERT_EQ(t.List1.Itens, (QStringList{"001        -Padrao", "002        -Outro"}));
@@ -135,10 +142,7 @@ TEST_F(ScriptTeste, SelectAlterAndDelete) {
 
 TEST_F(ScriptTeste, SearchNarrowsByCodeOrName) {
     grava_layout(LayoutPadrao);
-    QStringList outro = LayoutPadrao;
-    outro[0] = "012";
-    outro[1] = "Bancario";
-    grava_layout(outro);
+    grava_layout(outro_layout("012", "Bancario"));
     Script &t = abre<Script>();
     t.Digita("Text2", -1, "0");
     EXPECT_EQ(t.List1.ListCount(), 2);
@@ -418,12 +422,9 @@ class CmpCopiaTeste : public CopiaTeste {
 
 TEST_F(CmpCopiaTeste, OpensOnTheLayoutLastChosenAndComposes) {
     grava_layout(LayoutPadrao);
-    QStringList outro = LayoutPadrao;
-    outro[0] = "002";
-    outro[1] = "Outro";
+    QStringList outro = outro_layout("002", "Outro");
     outro[2] = "3";
-    grava_layout(outro);
-    LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "002");
+    grava_e_escolhe(outro);
     CmpCopia &t = abre_copia();
     EXPECT_EQ(t.Combo1.Itens, (QStringList{"Padrao", "Outro"}));
     EXPECT_EQ(t.Combo1.ListIndex, 1);
@@ -445,8 +446,7 @@ TEST_F(CmpCopiaTeste, OpensOnTheLayoutLastChosenAndComposes) {
 TEST_F(CmpCopiaTeste, ALayoutOutsideThePageIsReported) {
     QStringList fora = LayoutPadrao;
     fora[8] = "23";
-    grava_layout(fora);
-    LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "001");
+    grava_e_escolhe(fora);
     CmpCopia &t = abre_copia();
     EXPECT_EQ(d.Textos(),
               QStringList{"Houve Problemas Ao Montar o Layout de Cheque!!\rFavor Revisar o "
@@ -471,8 +471,7 @@ class CopiaDaEntrada : public CopiaTeste, public ::testing::WithParamInterface<C
 
 TEST_P(CopiaDaEntrada, OpensOnlyForAValidChequeAndComposesItsFields) {
     const CasoEntrada &caso = GetParam();
-    grava_layout(LayoutPadrao);
-    LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "001");
+    grava_e_escolhe();
     auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
     const QStringList textos{"237", caso.Valor, "José", "Curitiba", "05/02/99", "", "000123"};
     for (int i = 0; i < 7; ++i)
@@ -532,8 +531,7 @@ TEST_F(CopiaTeste, TheLayoutMenuItemOpensTheRegisterWithItsList) {
 }
 
 TEST_F(CmpCopiaTeste, CapitalsOnTheSettingAndOnTheTick) {
-    grava_layout(LayoutPadrao);
-    LeGravaIni(s.CaminhoIni, "Opcoes", "Script", "001");
+    grava_e_escolhe();
     LeGravaIni(s.CaminhoIni, "Opcoes", "UsarImpMai", "1x");
     CmpCopia &t = abre_copia();
     EXPECT_EQ(t.CheckImpMai.Value, 1);
@@ -644,6 +642,16 @@ TEST_F(CmpCopiaTeste, TheFileOfTheDayTakesEachPageQuotedAndAppended) {
     ASSERT_TRUE(f.open(QIODevice::ReadOnly));
     EXPECT_EQ(f.readAll(), QByteArray("\"S\xE3o Paulo\r\n\r\nfim\"\r\n\"outra\"\r\n"));
     EXPECT_TRUE(imp().Chamadas().isEmpty());
+
+    // The purge reads the same name: thirty-one days later the file is past the period of 30
+    // and goes.
+    fixa_hoje(QDate(2026, 12, 23));
+    s.DefineHoje();
+    s.PeriodoCop = 30;
+    d.Respostas = {Resposta::Yes};
+    ExpurgaCopias(s, d);
+    EXPECT_EQ(d.Mensagens.size(), 1);
+    EXPECT_FALSE(QFile::exists(f.fileName()));
 }
 
 TEST_F(CmpCopiaTeste, TheSystemPrinterGetsThePageAtSize12) {
@@ -681,21 +689,6 @@ TEST_F(CmpCopiaTeste, ClosingWritesOnlyTheOptionsThatChanged) {
     EXPECT_EQ(de_novo.OpEnvio[2].Value, 1);
     EXPECT_EQ(de_novo.OpEnvio[1].Value, 0);
     EXPECT_EQ(de_novo.CheckImpInv.Value, 0);
-}
-
-TEST_F(CmpCopiaTeste, TheFileNameMatchesWhatThePurgeReads) {
-    CmpCopia &t = abre_copia();
-    t.Clica("OpEnvio", 0);
-    t.Muda(t.CopiaTxt, "x");
-    t.Clica("BtnCmd", 0);
-    // Thirty-one days later the file is past the period of 30 and goes.
-    fixa_hoje(QDate(2026, 12, 23));
-    s.DefineHoje();
-    s.PeriodoCop = 30;
-    d.Respostas = {Resposta::Yes};
-    ExpurgaCopias(s, d);
-    EXPECT_EQ(d.Mensagens.size(), 1);
-    EXPECT_FALSE(QFile::exists(s.CaminhoApp + "/cop2211.26"));
 }
 
 } // namespace
