@@ -95,7 +95,8 @@ void BancTrans::Form_Load() {
     LimpaCampos();
     const QStringList linhas = acerta_arquivo();
     // The register works from the section and the file: a table that can't be opened (another
-    // program holds the database) is left for the next opening, without a word.
+    // program holds the database) is left for the next opening, without a word. An empty code
+    // opens the whole table.
     ExisteCodigo(sessao, QString(), TabTransferencia);
     tabela_ = sessao.Banco && sessao.Banco->Aberta();
     if (tabela_) acerta_tabela(linhas);
@@ -124,6 +125,7 @@ void BancTrans::acerta_tabela(const QStringList &linhas) {
         const auto layout = le_layout_transf(sessao, codigo);
         if (!grava_tabela(QStringList{codigo, layout->Nome} + layout->Posicoes)) return;
     }
+    // An empty code selects the whole table.
     ExisteCodigo(sessao, QString(), TabTransferencia);
     RecordSet &rs = conjunto();
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
