@@ -170,6 +170,13 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
             campos << '"' + q.value(1).toString() + '"';
     q.finish();
     if (!executa(q, "ATTACH DATABASE ? AS expurgo", {arquivo})) return false;
+    // Years of cheques leave the register in one transaction: with room for the pages they
+    // touch, the indexes are rewritten once instead of spilling to the journal as they go.
+    // The connection gets its usual cache back afterwards.
+    QString cache;
+    if (q.exec("PRAGMA main.cache_size") && q.next()) cache = q.value(0).toString();
+    q.finish();
+    q.exec("PRAGMA main.cache_size = -32768");
     bool ok = db.transaction();
     ok = ok && q.exec("CREATE TABLE IF NOT EXISTS expurgo.Log (" + campos.join(" TEXT, ") +
                       " TEXT, Expurgo TEXT)");
@@ -184,6 +191,7 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
     else
         db.rollback();
     q.exec("DETACH DATABASE expurgo");
+    if (!cache.isEmpty()) q.exec("PRAGMA main.cache_size = " + cache);
     return ok;
 }
 
