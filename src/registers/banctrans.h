@@ -77,7 +77,7 @@ class BancTrans : public Cadastro {
     // with no layout.
     void acerta_tabela(const QStringList &linhas);
     // The bank's row takes the fields (Codigo, Nome, L1..L7, C1..C7), written only when they
-    // differ; or the row goes. False when the database refused the write.
+    // differ. False when the database refused the write.
     bool grava_tabela(const QStringList &campos);
     bool apaga_tabela(const QString &Codigo);
     // The row of the bank on the screen; a refused write is told.
