@@ -13,7 +13,7 @@
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 #include "reports/relato.h"
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"

@@ -9,7 +9,7 @@
 #include "core/relogio.h"
 #include "core/teclas.h"
 #include "printer/impressao.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 #include "store/tabelas.h"
 
 #include <optional>

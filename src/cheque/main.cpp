@@ -12,7 +12,7 @@
 #include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 #include "store/tabelas.h"
 
 #include <QFileInfo>

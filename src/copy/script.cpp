@@ -1,6 +1,6 @@
 #include "copy/script.h"
 
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 
 #include "copy/ajustescript.h"
 #include "core/conversoes.h"

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <optional>
 
 namespace vexa {
 
@@ -32,8 +33,11 @@ class Desktop {
   public:
     virtual ~Desktop() = default;
 
+    // Padrao names the button that Enter presses; without it, the first button. A question
+    // whose Yes would destroy or spend something names No.
     virtual Resposta MsgBox(const QString &texto, Botoes botoes = Botoes::OK,
-                            const QString &titulo = QString(), Icone icone = Icone::Nenhum) = 0;
+                            const QString &titulo = QString(), Icone icone = Icone::Nenhum,
+                            std::optional<Resposta> Padrao = std::nullopt) = 0;
 
     // Opens a screen. The desktop owns it until it is unloaded. A screen of the same name
     // already open is brought forward instead, and the one handed in is dropped. Runs the

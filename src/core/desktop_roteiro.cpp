@@ -21,9 +21,10 @@ Resposta primeiro_botao(Botoes b) {
 } // namespace
 
 Resposta DesktopRoteiro::MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
-                                Icone icone) {
-    const Resposta r = Respostas.isEmpty() ? primeiro_botao(botoes) : Respostas.takeFirst();
-    Mensagens.append({texto, titulo, botoes, icone, r});
+                                Icone icone, std::optional<Resposta> Padrao) {
+    const Resposta padrao = Padrao.value_or(primeiro_botao(botoes));
+    const Resposta r = Respostas.isEmpty() ? padrao : Respostas.takeFirst();
+    Mensagens.append({texto, titulo, botoes, icone, r, padrao});
     return r;
 }
 

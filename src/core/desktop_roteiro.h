@@ -17,10 +17,12 @@ class DesktopRoteiro : public Desktop {
         Botoes Botoes_ = Botoes::OK;
         Icone Icone_ = Icone::Nenhum;
         Resposta Respondida = Resposta::OK;
+        // The button Enter presses on this box.
+        Resposta Padrao = Resposta::OK;
     };
 
     // Answers for the next message boxes, in order. When the list runs out a box is
-    // answered with its first button (OK, Yes, Abort or Retry).
+    // answered as Enter would: with its default button, the first one unless it names another.
     QList<Resposta> Respostas;
     QList<Mensagem> Mensagens;
 
@@ -38,7 +40,8 @@ class DesktopRoteiro : public Desktop {
     int CodigoSaida = 0;
 
     Resposta MsgBox(const QString &texto, Botoes botoes = Botoes::OK,
-                    const QString &titulo = QString(), Icone icone = Icone::Nenhum) override;
+                    const QString &titulo = QString(), Icone icone = Icone::Nenhum,
+                    std::optional<Resposta> Padrao = std::nullopt) override;
     Tela *Abre(std::unique_ptr<Tela> tela, bool modal = false) override;
     void Fecha(Tela &tela) override;
     void Mostra(Tela &tela) override;

@@ -5,7 +5,7 @@
 #include "printer/impressao.h"
 #include "registers/ajusta.h"
 #include "registers/regras.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 #include "store/bancos_padrao.h"
 #include "store/tabelas.h"
 

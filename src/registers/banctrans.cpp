@@ -1,6 +1,6 @@
 #include "registers/banctrans.h"
 
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 
 #include "core/arquivo.h"
 #include "core/conversoes.h"

@@ -3,7 +3,7 @@
 #include "core/conversoes.h"
 #include "core/teclas.h"
 #include "registers/saida.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 #include "store/basedados.h"
 #include "store/tabelas.h"
 

@@ -2,7 +2,7 @@
 
 #include "core/teclas.h"
 #include "registers/cadastro.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 #include "store/tabelas.h"
 
 namespace vexa {

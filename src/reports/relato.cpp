@@ -3,7 +3,7 @@
 #include "cheque/main.h"
 #include "core/conversoes.h"
 #include "registers/cadastro.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
 #include "reports/listas.h"

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFontDatabase>
+#include <QGridLayout>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPainter>
@@ -19,6 +20,7 @@
 #include <QPrinterInfo>
 #include <QPushButton>
 #include <QScreen>
+#include <QSpacerItem>
 #include <QStyle>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -89,8 +91,8 @@ void posiciona(QMainWindow &janela, const Tela &t) {
 DesktopQt::DesktopQt() = default;
 DesktopQt::~DesktopQt() = default;
 
-Resposta DesktopQt::MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
-                           Icone icone) {
+Resposta DesktopQt::MsgBox(const QString &texto, Botoes botoes, const QString &titulo, Icone icone,
+                           std::optional<Resposta> Padrao) {
     QMessageBox caixa(dono_do_dialogo());
     caixa.setObjectName("MsgBox");
     // The program's texts are plain ("<ok>" is a word, not a tag), and a carriage return
@@ -155,6 +157,15 @@ Resposta DesktopQt::MsgBox(const QString &texto, Botoes botoes, const QString &t
     for (const auto &b : lista)
         caixa.button(b.qt)->setText(QString::fromUtf8(b.texto));
     caixa.setDefaultButton(lista.first().qt);
+    for (const auto &b : lista)
+        if (Padrao && b.r == *Padrao) caixa.setDefaultButton(b.qt);
+    // The title says which document a question is about: the box is made wide enough that
+    // the window manager never cuts it (a message box takes no minimum width of its own).
+    const int larguraTitulo = caixa.fontMetrics().horizontalAdvance(caixa.windowTitle()) + 160;
+    if (auto *grade = qobject_cast<QGridLayout *>(caixa.layout()))
+        grade->addItem(
+            new QSpacerItem(larguraTitulo, 0, QSizePolicy::Minimum, QSizePolicy::Expanding),
+            grade->rowCount(), 0, 1, grade->columnCount());
     const int escolhido = caixa.exec();
     for (const auto &b : lista)
         if (escolhido == b.qt) return b.r;

@@ -18,7 +18,8 @@ class DesktopQt : public Desktop {
     ~DesktopQt() override;
 
     Resposta MsgBox(const QString &texto, Botoes botoes = Botoes::OK,
-                    const QString &titulo = QString(), Icone icone = Icone::Nenhum) override;
+                    const QString &titulo = QString(), Icone icone = Icone::Nenhum,
+                    std::optional<Resposta> Padrao = std::nullopt) override;
     Tela *Abre(std::unique_ptr<Tela> tela, bool modal = false) override;
     void Fecha(Tela &tela) override;
     void Mostra(Tela &tela) override;

@@ -1,6 +1,6 @@
 #pragma once
-// The views of the screens, by the screens' names: the widget side of the registry whose
-// models live in registro/telas. A view builds its widgets inside the window it is given
+// The views of the screens, by the screens' names: the widget side of the catalogue whose
+// models live in catalogo/telas. A view builds its widgets inside the window it is given
 // (central widget, menus), named after the model's controls.
 #include "core/tela.h"
 

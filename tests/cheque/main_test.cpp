@@ -35,9 +35,9 @@ class DesktopComPedidos : public DesktopRoteiro {
     std::function<void(const QString &texto)> enquantoAberta;
     int abertas = 0, maisFundo = 0;
 
-    Resposta MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
-                    Icone icone) override {
-        const Resposta r = DesktopRoteiro::MsgBox(texto, botoes, titulo, icone);
+    Resposta MsgBox(const QString &texto, Botoes botoes, const QString &titulo, Icone icone,
+                    std::optional<Resposta> padrao) override {
+        const Resposta r = DesktopRoteiro::MsgBox(texto, botoes, titulo, icone, padrao);
         maisFundo = std::max(maisFundo, ++abertas);
         if (enquantoAberta) enquantoAberta(texto);
         --abertas;

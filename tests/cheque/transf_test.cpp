@@ -6,7 +6,7 @@
 #include "core/ini.h"
 #include "registers/banctrans.h"
 #include "registers/registros_apoio.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 
 using namespace vexa;
 

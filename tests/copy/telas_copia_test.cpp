@@ -9,7 +9,7 @@
 #include "core/ini.h"
 #include "printer/extenso.h"
 #include "registers/registros_apoio.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 
 #include <QFile>
 #include <QSqlQuery>

@@ -1,6 +1,6 @@
 #include "cheque/main.h"
 #include "registers/registros_apoio.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 #include "reports/excluirel.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"

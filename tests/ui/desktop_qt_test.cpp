@@ -2,7 +2,7 @@
 // screen, and the system's own buttons translated.
 #include "core/sessao.h"
 #include "registers/saida.h"
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 #include "ui/desktop_qt.h"
 
 #include <QAbstractButton>

@@ -1,4 +1,4 @@
-#include "registro/telas.h"
+#include "catalogo/telas.h"
 
 #include "cheque/cheprz.h"
 #include "cheque/extra.h"

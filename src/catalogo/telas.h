@@ -1,7 +1,7 @@
 #pragma once
-// Every screen the program knows, by its name: the factory of its model. The views are
-// registered by the same names on the widget side (ui/vistas), so a screen joins the
-// program with one line here, one line there, and its model and view.
+// The catalogue of screens: every screen the program knows, by its name, with the factory of
+// its model. The views are registered by the same names on the widget side (ui/vistas), so a screen
+// joins the program with one line here, one line there, and its model and view.
 #include "core/tela.h"
 #include "core/telas.h"
 
