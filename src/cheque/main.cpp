@@ -1,5 +1,6 @@
 #include "cheque/main.h"
 
+#include "catalogo/telas.h"
 #include "cheque/extra.h"
 #include "cheque/frente.h"
 #include "cheque/pedidos.h"
@@ -12,7 +13,6 @@
 #include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
-#include "catalogo/telas.h"
 #include "store/tabelas.h"
 
 #include <QFileInfo>

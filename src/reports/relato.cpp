@@ -1,9 +1,9 @@
 #include "reports/relato.h"
 
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "core/conversoes.h"
 #include "registers/cadastro.h"
-#include "catalogo/telas.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
 #include "reports/listas.h"

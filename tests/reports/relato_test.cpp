@@ -1,6 +1,6 @@
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "registers/registros_apoio.h"
-#include "catalogo/telas.h"
 #include "reports/excluirel.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"

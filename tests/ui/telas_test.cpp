@@ -1,7 +1,7 @@
 // The registry of screens: every screen the program knows has a view, and every control of
 // every model is bound to a widget of that view, inside the frame the model puts it in.
-#include "core/desktop_roteiro.h"
 #include "catalogo/telas.h"
+#include "core/desktop_roteiro.h"
 #include "ui/binder.h"
 #include "ui/vistas.h"
 
