@@ -1,12 +1,12 @@
 // The transfer cheque: its fields and keys, its checks, and the block of 21 lines it sends,
 // compared whole with the reference files under tests/dados/transferencia/.
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "cheque/transf.h"
 #include "core/conversoes.h"
 #include "core/ini.h"
 #include "registers/banctrans.h"
 #include "registers/registros_apoio.h"
-#include "catalogo/telas.h"
 
 using namespace vexa;
 

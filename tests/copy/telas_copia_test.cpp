@@ -1,5 +1,6 @@
 // The copy screens driven as the operator does: the layout register, its graphic adjust, and
 // the copy with its three targets.
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "copy/ajustescript.h"
 #include "copy/cmpcopia.h"
@@ -9,7 +10,6 @@
 #include "core/ini.h"
 #include "printer/extenso.h"
 #include "registers/registros_apoio.h"
-#include "catalogo/telas.h"
 
 #include <QFile>
 #include <QSqlQuery>
