@@ -57,9 +57,22 @@ std::optional<Decimal> le_invariante(const QString &texto) {
     return d;
 }
 
+// Where a text without a comma ends in a point and one or two digits ("1234.56", "0.5"),
+// that point: the operator typed the decimals after it. -1 otherwise.
+qsizetype ponto_decimal(const QString &t) {
+    if (t.contains(u',')) return -1;
+    const qsizetype ponto = t.lastIndexOf(u'.');
+    const qsizetype decimais = t.size() - ponto - 1;
+    if (ponto < 0 || decimais < 1 || decimais > 2) return -1;
+    for (qsizetype i = ponto + 1; i < t.size(); ++i)
+        if (!eh_digito(t[i])) return -1;
+    return ponto;
+}
+
 // A typed number by the Brazilian format (see eh_numerico).
 std::optional<Decimal> le_brasileiro(const QString &texto) {
     const QString t = texto.trimmed();
+    const qsizetype decimal = ponto_decimal(t);
     Decimal d;
     qsizetype i = 0;
     if (i < t.size() && (t[i] == u'-' || t[i] == u'+')) d.negativo = t[i++] == u'-';
@@ -71,13 +84,15 @@ std::optional<Decimal> le_brasileiro(const QString &texto) {
     for (; i < t.size(); ++i) {
         if (eh_digito(t[i]))
             d.digitos += t[i];
+        else if (i == decimal)
+            break;
         else if (t[i] == u'.' && i > 0 && eh_digito(t[i - 1]) && i + 1 < t.size() &&
                  eh_digito(t[i + 1]))
             continue;
         else
             break;
     }
-    if (i < t.size() && t[i] == u',') {
+    if (i < t.size() && (t[i] == u',' || i == decimal)) {
         for (++i; i < t.size() && eh_digito(t[i]); ++i) {
             d.digitos += t[i];
             ++d.escala;
