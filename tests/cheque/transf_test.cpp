@@ -83,7 +83,9 @@ TEST_P(TransfBloco, BlocoConfereComAReferenciaEComOAjusteGrafico) {
         const int coluna = qRound(a.Label2[7 + i].Caption.toInt() * 0.8);
         EXPECT_TRUE(coluna == 0 || linha[coluna - 1] == u' ') << i << ": " << linha.toStdString();
         EXPECT_NE(linha.mid(coluna, 1), " ") << i << ": " << linha.toStdString();
-        if (!textos[i].isEmpty()) EXPECT_EQ(linha.mid(coluna, textos[i].size()), textos[i]) << i;
+        if (!textos[i].isEmpty()) {
+            EXPECT_EQ(linha.mid(coluna, textos[i].size()), textos[i]) << i;
+        }
     }
 }
 
