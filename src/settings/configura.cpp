@@ -138,7 +138,7 @@ void Configura::Command3D1_Click() {
         return recusa("O nome da moeda no singular não pode ser vazio.", titulo, Text1[0]);
     if (Text1[1].Text.isEmpty())
         return recusa("O nome da moeda no plural não pode ser vazio.", titulo, Text1[1]);
-    Qorn_CMD(sessao, desktop, 3, {Text1[0].Text, Text1[1].Text, {}});
+    Qorn_CMD(sessao, desktop, 3, {Text1[0].Text.trimmed(), Text1[1].Text.trimmed(), {}});
 }
 
 void Configura::Command3D2_Click() {
@@ -147,7 +147,8 @@ void Configura::Command3D2_Click() {
         return recusa("O código do favorecido não pode ser vazio.", titulo, Text2[0]);
     if (Text2[1].Text.isEmpty())
         return recusa("O nome do favorecido não pode ser vazio.", titulo, Text2[1]);
-    Qorn_CMD(sessao, desktop, 1, {Text2[0].Text, ConverteTexto(Text2[1].Text), {}});
+    Qorn_CMD(sessao, desktop, 1,
+             {Text2[0].Text, ConverteTexto(Text2[1].Text.left(48).trimmed()), {}});
 }
 
 void Configura::Command3D4_Click() {

@@ -1,6 +1,6 @@
 #include "store/pasta_dados.h"
 
-#include "core/ini.h"
+#include "store/bancos_padrao.h"
 #include "store/tabelas.h"
 
 #include <QFileInfo>
@@ -18,7 +18,7 @@ void prepara_pasta_dados(Sessao &s) {
     // the folder new, and one cut short after it leaves a folder whose settings take their
     // defaults, never a settings file without its database.
     cria_base_dados(s);
-    if (QFileInfo::exists(base)) LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "1");
+    if (QFileInfo::exists(base)) grava_configuracao_padrao(s);
 }
 
 } // namespace vexa

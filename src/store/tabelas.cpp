@@ -58,15 +58,13 @@ bool cria_em(const QString &arquivo) {
             ok = db.transaction();
             for (const char *sql : esquema)
                 ok = ok && q.exec(sql);
-            ok = ok && q.prepare("INSERT INTO Bancos VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
-            const QStringList posicoes = posicoes_padrao();
-            for (const auto &[codigo, nome] : bancos_padrao()) {
+            for (const LinhaPadrao &l : linhas_padrao()) {
                 if (!ok) break;
-                q.addBindValue(codigo);
-                q.addBindValue(nome);
-                for (const QString &p : posicoes)
-                    q.addBindValue(p);
-                ok = q.exec();
+                const QStringList marcas(l.Campos.size(), "?");
+                ok = q.prepare("INSERT INTO " + l.Tabela + " VALUES (" + marcas.join(',') + ")");
+                for (const QString &c : l.Campos)
+                    q.addBindValue(c);
+                ok = ok && q.exec();
             }
             ok = ok && db.commit();
             q.finish();

@@ -108,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(TelaConfigura, MoedaEFavorecidosVaoAImpressora) {
     Configura &c = abre();
-    c.Text1[0].Text = "Dólar";
+    c.Text1[0].Text = " Dólar ";
     c.Text1[1].Text = "Dólares";
     c.Clica("Command3D1");
     EXPECT_EQ(ini("m_sg"), "Dólar");
@@ -118,7 +118,7 @@ TEST_F(TelaConfigura, MoedaEFavorecidosVaoAImpressora) {
     c.Digita("Text2", 0, "7");
     c.SetFocus("Text2", 1);
     EXPECT_EQ(c.Text2[0].Text, "07");
-    c.Digita("Text2", 1, "João");
+    c.Digita("Text2", 1, " João ");
     c.Clica("Command3D2");
     EXPECT_TRUE(chamadas().contains("IncluiFavorecido(07|" + ConverteTexto("João") + ")"));
 
