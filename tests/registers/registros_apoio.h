@@ -35,6 +35,9 @@ class Registros : public ::testing::Test {
         ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 0), -2);
         QSqlQuery q(s.Banco->db());
         ASSERT_TRUE(q.exec("DELETE FROM Script") && q.exec("DELETE FROM Transferencia"));
+        // Closed again, so that each test opens the database as a screen would.
+        q.finish();
+        s.Banco.reset();
         QFile ini(s.CaminhoIni);
         ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
         ini.write("[Config]\r\nFirstTime=1\r\n");
