@@ -75,7 +75,7 @@ class Main : public Tela {
     MenuItem Verso{"&Verso do Cheque"};
     MenuItem Relat{"&Relatório"};
     MenuItem Ajuda{"Aju&da"};
-    MenuItem Topicos{"Aj&uda do Sofware Vexa Plus"};
+    MenuItem Topicos{"Aj&uda do Software Vexa Plus"};
     MenuItem Sobre_T{"&Sobre o Software Vexa Plus"};
 
     // The fields of a request, indexed as Text1; emptied as they reach the fields.

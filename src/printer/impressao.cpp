@@ -1,6 +1,7 @@
 #include "printer/impressao.h"
 
 #include "core/conversoes.h"
+#include "core/grava_ini.h"
 #include "core/ini.h"
 #include "core/tela.h"
 #include "printer/nativo.h"
@@ -98,8 +99,11 @@ void Qorn_CMD(Sessao &s, Desktop &d, qint16 Operacao, const PedidoImpressora &p)
         r = imp.ExcluiFavorecido(p.Codigo);
     } else {
         // An empty name empties the key: an empty value would only read it.
-        LeGravaIni(s.CaminhoIni, "Sistema", "m_sg", p.Codigo.isEmpty() ? "*%*" : p.Codigo);
-        LeGravaIni(s.CaminhoIni, "Sistema", "m_pl", p.Texto.isEmpty() ? "*%*" : p.Texto);
+        const QString sg = p.Codigo.isEmpty() ? "*%*" : p.Codigo;
+        const QString pl = p.Texto.isEmpty() ? "*%*" : p.Texto;
+        const bool gravouSg = LeGravaIni(s.CaminhoIni, "Sistema", "m_sg", sg) == "1";
+        if (LeGravaIni(s.CaminhoIni, "Sistema", "m_pl", pl) != "1" || !gravouSg)
+            AvisaIniNaoGravado(d);
         r = imp.AlteraMoeda(ConverteTexto(p.Codigo), ConverteTexto(p.Texto));
     }
     if (r == 1)

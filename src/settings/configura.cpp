@@ -1,6 +1,7 @@
 #include "settings/configura.h"
 
 #include "core/conversoes.h"
+#include "core/grava_ini.h"
 #include "core/ini.h"
 #include "core/teclas.h"
 #include "printer/impressao.h"
@@ -119,10 +120,12 @@ void Configura::Command3D7_Click() {
         desktop.MsgBox("Erro na configuração da porta de comunicação.", Botoes::OK, "Configurações",
                        Icone::Critico);
     } else {
-        LeGravaIni(sessao.CaminhoIni, "Sistema", "port", porta);
+        // The port answered: this run prints through it even when the file refuses to keep
+        // it, and only a kept port is a success.
         sessao.PortaImpressora = porta;
-        desktop.MsgBox("Porta configurada com sucesso.", Botoes::OK,
-                       "Configuração da Porta Serial");
+        if (GravaIni(sessao, desktop, "Sistema", "port", porta))
+            desktop.MsgBox("Porta configurada com sucesso.", Botoes::OK,
+                           "Configuração da Porta Serial");
     }
     imp.FechaPorta();
 }
