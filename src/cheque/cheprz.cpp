@@ -194,8 +194,8 @@ void ChePrz::preenche_periodos() {
 
 void ChePrz::aplica_dia_fixo() {
     if (Text1[13].Text.size() < 3) {
-        aviso("Primeiro calcule a data Normalmente,Preenchendo os campo normalmente\r\n depois "
-              "coloque o dia fixo desejado para que as datas sejam alteradas");
+        aviso("Primeiro calcule as datas normalmente, preenchendo os campos;\r\ndepois "
+              "coloque o dia fixo desejado para que as datas sejam alteradas.");
         SetFocus(Text5);
         return;
     }

@@ -6,6 +6,7 @@
 #include "cheque/parcelas.h"
 #include "core/conversoes.h"
 #include "core/entrada.h"
+#include "core/grava_ini.h"
 #include "core/ini.h"
 #include "core/relogio.h"
 #include "core/teclas.h"
@@ -156,10 +157,12 @@ void ChePrz::Text3_LostFocus(int Index) {
     Muda(campo, Format(campo.Text, "000"));
     // A register that can't be opened lets the code pass, without a name.
     if (AbreTabelas(sessao, desktop, 1, 0, 0, 0) == -2) return;
-    const QString nome = NomeBanco(sessao, campo.Text);
+    const std::optional<QString> nome = le_nome_banco(sessao, campo.Text);
     FechaTabelas(sessao, 1, 0, 0, 0);
-    if (nome != "Inexistente") {
-        Label2.Caption = nome;
+    // Held by another program since it was opened: the code stays, unchecked.
+    if (!nome) return avisa_registro_ilegivel(desktop, sessao);
+    if (*nome != "Inexistente") {
+        Label2.Caption = *nome;
         return;
     }
     desktop.MsgBox("Banco Inexistente...", Botoes::OK, "Erro");
@@ -177,10 +180,13 @@ bool ChePrz::limpa_campo(Texto &campo, int KeyCode) {
 }
 
 void ChePrz::grava_periodos() {
-    // An empty value would read the key instead of storing it.
+    // An empty value would read the key instead of storing it. One word for the twelve.
+    bool gravou = true;
     for (int i = 1; i <= 12; ++i)
-        LeGravaIni(sessao.CaminhoIni, Secao, QStringLiteral("prazo%1").arg(i),
-                   Text1[i].Text.isEmpty() ? " " : Text1[i].Text);
+        gravou = LeGravaIni(sessao.CaminhoIni, Secao, QStringLiteral("prazo%1").arg(i),
+                            Text1[i].Text.isEmpty() ? " " : Text1[i].Text) == "1" &&
+                 gravou;
+    if (!gravou) AvisaIniNaoGravado(desktop);
 }
 
 int ChePrz::limite_parcelas() const {
@@ -279,11 +285,11 @@ void ChePrz::Text3_KeyDown(int Index, int &KeyCode, int) {
     if (KeyCode == tecla::F4) {
         const QString texto = Text3[Index].Text.isEmpty() ? " " : Text3[Index].Text;
         if (Index == 0) {
-            LeGravaIni(sessao.CaminhoIni, Secao, "Codigo", texto);
-            LeGravaIni(sessao.CaminhoIni, Secao, "banco",
-                       Label2.Caption.isEmpty() ? " " : Label2.Caption);
+            if (GravaIni(sessao, desktop, Secao, "Codigo", texto))
+                GravaIni(sessao, desktop, Secao, "banco",
+                         Label2.Caption.isEmpty() ? " " : Label2.Caption);
         } else {
-            LeGravaIni(sessao.CaminhoIni, Secao, Index == 1 ? "Cidade" : "Favorecido", texto);
+            GravaIni(sessao, desktop, Secao, Index == 1 ? "Cidade" : "Favorecido", texto);
         }
         return;
     }

@@ -26,31 +26,40 @@ int ChePrz::VerificaCampos() {
     return 0;
 }
 
+ChequeImpresso ChePrz::parcela(int i) const {
+    ChequeImpresso cheque{Text3[0].Text, Text2[i].Text,      Text3[2].Text,
+                          Text3[1].Text, Text1[i + 13].Text, Text4[i].Text};
+    cheque.Parcela = true;
+    return cheque;
+}
+
 void ChePrz::ImprimeParcelas() {
     const int n = ContaParcelas();
-    // The entry screen's report box decides, as for a single cheque.
-    const auto registra = [this] {
-        const auto *principal = dynamic_cast<const Main *>(desktop.Aberta(telas::Main));
-        return principal && principal->CheckBox.Value != 0;
-    };
+    auto *principal = dynamic_cast<Main *>(desktop.Aberta(telas::Main));
     for (int i = 0; i < n; ++i) {
-        if (!pede_documento(desktop, "Impressão do Cheque")) return;
-        const QString valor = Text2[i].Text.trimmed();
+        const QString valor = Text2[i].Text.trimmed(), numero = Text4[i].Text;
+        if (!pede_documento(desktop, "Impressão do Cheque", Icone::Informacao,
+                            descreve_parcela(i + 1, n, numero, valor)))
+            return;
         // The amount goes again as the sixth text, which only an instalment fills.
         const TextosCheque textos{Text3[0].Text.trimmed(), valor, Text3[2].Text, Text3[1].Text,
                                   Text1[i + 13].Text,      valor};
-        // A port that didn't open ends the run; a refused cheque, whatever its code, doesn't.
-        const std::optional<qint16> resultado =
-            imprime_um_cheque(sessao, desktop, sessao.Gauge1, textos, true);
-        if (!resultado) return;
-        if (*resultado == 1 && registra()) RegistraParcela(i);
+        // The entry screen's report box decides, as for a single cheque.
+        const bool registra = principal && principal->CheckBox.Value != 0;
+        const Desfecho desfecho =
+            imprime_e_registra(sessao, desktop, sessao.Gauge1, textos, parcela(i), registra, true);
+        if (principal)
+            principal->Situacao.Caption =
+                QStringLiteral("Parcela %1 de %2: ").arg(i + 1).arg(n) +
+                situacao_cheque(numero, valor, desfecho.Impresso(), desfecho.Registrado);
+        // A port that didn't open, or a register that can't take the cheque, ends the run; a
+        // cheque the printer refused, whatever its code, doesn't.
+        if (!desfecho.Resultado) return;
     }
 }
 
 int ChePrz::RegistraParcela(int Parcela) {
-    ChequeImpresso cheque{Text3[0].Text, Text2[Parcela].Text,      Text3[2].Text,
-                          Text3[1].Text, Text1[Parcela + 13].Text, Text4[Parcela].Text};
-    cheque.Parcela = true;
-    return registra_cheque(sessao, desktop, cheque) == -2 ? -2 : 0;
+    return registra_cheque(sessao, parcela(Parcela)) == EstadoRegistro::Gravado ? 0 : -2;
 }
+
 } // namespace vexa

@@ -9,6 +9,7 @@
 #include "cheque/verso.h"
 #include "core/conversoes.h"
 #include "core/entrada.h"
+#include "core/grava_ini.h"
 #include "core/ini.h"
 #include "core/inicio.h"
 #include "core/instancia.h"
@@ -68,6 +69,7 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     registra("Panel3D2", Panel3D2);
     registra("Gauge1", Gauge1);
     registra("Label3", Label3);
+    registra("Situacao", Situacao);
     registra("RotuloImpressora", RotuloImpressora);
     registra("Image1", Image1);
     registra("Timer1", Timer1);
@@ -113,6 +115,7 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     liga("Option3", Evento::Click, [this](int) { Option_Click(4); });
     liga("Timer1", Evento::Timer, [this](int) { Timer1_Timer(); });
     liga("Sair", Evento::Click, [this](int) { Sair_Click(); });
+    liga("CheckBox", Evento::Click, [this](int) { CheckBox_Click(); });
     liga("Imp_Cheque", Evento::Click, [this](int) { Opcoes_Click(0); });
     liga("Verso", Evento::Click, [this](int) { Opcoes_Click(1); });
     liga("CpoX", Evento::Click, [this](int) { abre(telas::CmpExtra); });
@@ -167,6 +170,9 @@ void Main::Form_Load() {
     // The purges ask their questions; a request that comes meanwhile waits for the start.
     ++ocupado_;
     IniciaSessao();
+    // A cheque printed by a run cut short before its register is asked about before anything
+    // else reads the register.
+    confere_pendentes(sessao, desktop);
     ExpurgaCheques(sessao, desktop);
     ExpurgaCopias(sessao, desktop);
     --ocupado_;
@@ -210,6 +216,7 @@ void Main::atende_pedidos() {
 
 void Main::IniciaSessao() {
     CheckBox.Value = inicia_configuracoes(sessao) ? 1 : 0;
+    caixaEscolhida_ = CheckBox.Value;
     if (!sessao.Impressora) sessao.Impressora = cria_impressora(sessao);
     RotuloImpressora.Caption = "Impressora: " + sessao.Impressora->Descricao();
     LimpaTela();
@@ -237,7 +244,7 @@ void Main::IniciaSessao() {
 void Main::Form_Unload() {
     // A copy that only handed its request over never read the settings it would write.
     if (entregue_) return;
-    grava_in_rel(sessao, CheckBox.Value != 0);
+    grava_caixa();
 }
 
 void Main::Form_Activate() {
@@ -246,8 +253,21 @@ void Main::Form_Activate() {
 }
 
 void Main::Sair_Click() {
-    grava_in_rel(sessao, CheckBox.Value != 0);
+    grava_caixa();
     desktop.Encerra(0);
+}
+
+void Main::grava_caixa() {
+    // The operator's own choice: a reprint's unticked box is for that one cheque.
+    GravaIni(sessao, desktop, "Sistema", "InRel", caixaEscolhida_ ? "1" : "0");
+}
+
+void Main::CheckBox_Click() {
+    caixaEscolhida_ = CheckBox.Value;
+}
+
+void Main::DevolveCaixa() {
+    CheckBox.Value = caixaEscolhida_;
 }
 
 void Main::Timer1_Timer() {
@@ -294,6 +314,8 @@ void Main::comando(int Index) {
         abre(telas::Relato);
         break;
     case 3:
+        DevolveCaixa();
+        Situacao.Caption.clear();
         LimpaFrente();
         SetFocus("Text1", 0);
         break;

@@ -6,6 +6,7 @@
 #include "cheque/extra.h"
 #include "core/conversoes.h"
 #include "core/entrada.h"
+#include "core/grava_ini.h"
 #include "core/ini.h"
 #include "core/teclas.h"
 #include "store/tabelas.h"
@@ -180,10 +181,18 @@ bool Main::normaliza_banco() {
     }
     Muda(campo, Format(campo.Text, "000"));
     if (AbreTabelas(sessao, desktop, 1, 0, 0, 0) == -2) return true;
-    const bool existe = ExisteCodigo(sessao, campo.Text, TabBancos) != 0;
-    if (existe) Label1[6].Caption = NomeBanco(sessao, campo.Text);
+    const std::optional<QString> nome = le_nome_banco(sessao, campo.Text);
     FechaTabelas(sessao, 1, 0, 0, 0);
-    if (existe) return true;
+    // Held by another program since it was opened: the code stays, unchecked, and is no
+    // reason to call the bank missing.
+    if (!nome) {
+        avisa_registro_ilegivel(desktop, sessao);
+        return true;
+    }
+    if (*nome != "Inexistente") {
+        Label1[6].Caption = *nome;
+        return true;
+    }
     Muda(campo, QString());
     desktop.MsgBox("Banco Inexistente...", Botoes::OK, "Erro");
     return false;
@@ -234,7 +243,7 @@ bool Main::limpa_ou_grava(Texto &campo, int KeyCode, const QString &secao, const
     if (KeyCode != tecla::F4) return false;
     // An empty value would read the key instead of storing it.
     if (!chave.isEmpty())
-        LeGravaIni(sessao.CaminhoIni, secao, chave, campo.Text.isEmpty() ? " " : campo.Text);
+        GravaIni(sessao, desktop, secao, chave, campo.Text.isEmpty() ? " " : campo.Text);
     return true;
 }
 
