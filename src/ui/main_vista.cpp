@@ -223,10 +223,9 @@ QWidget *cria_rodape(QWidget *pai) {
     dica->setFrameShadow(QFrame::Sunken);
     dica->setMargin(4);
     h->addWidget(dica, 1);
-    // What became of the last print, beside the hint.
+    // What became of the last print, beside the hint; without a frame, so that it shows nothing
+    // before the first print.
     auto *situacao = cria<QLabel>(rodape, "Situacao");
-    situacao->setFrameShape(QFrame::StyledPanel);
-    situacao->setFrameShadow(QFrame::Sunken);
     situacao->setMargin(4);
     h->addWidget(situacao, 1);
     auto *impressora = cria<QLabel>(rodape, "RotuloImpressora");
