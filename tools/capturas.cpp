@@ -15,6 +15,7 @@
 #include "registers/saida.h"
 #include "catalogo/telas.h"
 #include "reports/relato.h"
+#include "store/historico.h"
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
 #include "ui/aplicacao.h"
@@ -167,6 +168,14 @@ void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
     if (Tela *cancela = desktop.Aberta("ExcluiRel")) {
         grava(desktop.Janela(*cancela), "excluirel");
         cancela->Unload();
+    }
+    const QString mostrado = static_cast<Relato *>(relato)->Mostrado;
+    grava_historico(sessao, mostrado, "Reimpressão");
+    grava_historico(sessao, mostrado, "Folha inutilizada");
+    relato->Clica("Historico");
+    if (Tela *historico = desktop.Aberta(telas::HistoricoCheque)) {
+        grava(desktop.Janela(*historico), "historico");
+        historico->Unload();
     }
     relato->Unload();
 }

@@ -17,6 +17,7 @@
 #include "registers/saida.h"
 #include "reports/excluirel.h"
 #include "reports/filtro.h"
+#include "reports/historico.h"
 #include "reports/relato.h"
 #include "settings/configura.h"
 #include "settings/opsoft.h"
@@ -58,6 +59,7 @@ const std::map<QString, FabricaTela> &fabricas_telas() {
         {telas::Configura, cria<Configura>},
         {telas::OpSoft, cria<OpSoft>},
         {telas::Sobre, cria<Sobre>},
+        {telas::HistoricoCheque, cria<HistoricoCheque>},
     };
     return fabricas;
 }

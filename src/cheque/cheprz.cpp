@@ -159,6 +159,7 @@ void ChePrz::CalculaParcelas() {
         // Each row's date follows its own days, in whatever order they were typed.
         if (inicio) Muda(Text1[k + 13], vencimento(*inicio, int(Val(Text1[k + 1].Text))));
     }
+    numera_parcelas();
 }
 
 void ChePrz::preenche_periodos() {

@@ -92,6 +92,8 @@ class ChePrz : public Tela {
     // F8 empties the field; true when the key was it.
     bool limpa_campo(Texto &campo, int KeyCode);
     void grava_periodos();
+    // The instalments without a number take the bank's book in turn, from its next number.
+    void numera_parcelas();
 
     // Set when the focus is on its way to another field of days: leaving an empty one then
     // goes on to the dates instead.

@@ -11,6 +11,7 @@
 #include "core/relogio.h"
 #include "core/teclas.h"
 #include "store/tabelas.h"
+#include "store/talao.h"
 
 #include <optional>
 #include <utility>
@@ -21,23 +22,6 @@ using namespace prazo;
 
 namespace {
 
-// The cheque's number after this one: its last digits plus one, in as many digits ("000123"
-// gives "000124", "A-099" gives "A-100"). None when it doesn't end in digits.
-std::optional<QString> proximo_numero(const QString &numero) {
-    int inicio = int(numero.size());
-    while (inicio > 0 && numero[inicio - 1] >= u'0' && numero[inicio - 1] <= u'9')
-        --inicio;
-    if (inicio == numero.size()) return std::nullopt;
-    QString digitos = numero.mid(inicio);
-    int i = int(digitos.size()) - 1;
-    for (; i >= 0 && digitos[i] == u'9'; --i)
-        digitos[i] = u'0';
-    if (i < 0)
-        digitos.prepend(u'1');
-    else
-        digitos[i] = QChar(digitos[i].unicode() + 1);
-    return numero.left(inicio) + digitos;
-}
 
 const std::vector<RefControle> ordem_text3 = {
     {"Text3", 0}, {"Text3", 1}, {"Text3", 2}, {"Command3D1", 0}};
@@ -163,12 +147,21 @@ void ChePrz::Text3_LostFocus(int Index) {
     if (!nome) return avisa_registro_ilegivel(desktop, sessao);
     if (*nome != "Inexistente") {
         Label2.Caption = *nome;
-        return;
+        return numera_parcelas();
     }
     desktop.MsgBox("Banco Inexistente...", Botoes::OK, "Erro");
     Muda(campo, QString());
     Label2.Caption.clear();
     SetFocus(campo);
+}
+
+void ChePrz::numera_parcelas() {
+    std::optional<QString> numero = proximo_cheque(sessao, Text3[0].Text);
+    if (numero->isEmpty()) return;
+    for (int i = 0; i < ContaParcelas() && numero; ++i) {
+        if (Text4[i].Text.isEmpty()) Muda(Text4[i], *numero);
+        numero = proximo_numero(Text4[i].Text);
+    }
 }
 
 // --- keys

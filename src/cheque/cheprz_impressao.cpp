@@ -36,6 +36,11 @@ ChequeImpresso ChePrz::parcela(int i) const {
 void ChePrz::ImprimeParcelas() {
     const int n = ContaParcelas();
     auto *principal = dynamic_cast<Main *>(desktop.Aberta(telas::Main));
+    // The whole run is checked before its first leaf: a number already in the register stops it.
+    for (int i = 0; i < n; ++i)
+        if (!confere_duplicado(sessao, desktop, Text3[0].Text, Text4[i].Text, QString(),
+                               QStringLiteral("Parcela %1 de %2: ").arg(i + 1).arg(n)))
+            return SetFocus("Text4", i);
     for (int i = 0; i < n; ++i) {
         const QString valor = Text2[i].Text.trimmed(), numero = Text4[i].Text;
         if (!pede_documento(desktop, "Impressão do Cheque", Icone::Informacao,

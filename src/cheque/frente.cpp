@@ -4,6 +4,8 @@
 #include "core/conversoes.h"
 #include "core/entrada.h"
 #include "printer/impressao.h"
+#include "store/historico.h"
+#include "store/talao.h"
 
 namespace vexa {
 
@@ -76,12 +78,14 @@ Desfecho imprime_e_registra(Sessao &s, Desktop &d, Medidor *Gauge, const TextosC
         }
     }
     desfecho.Resultado = imprime_um_cheque(s, d, Gauge, Textos, TestaPorta);
+    // A leaf of the book is used, whether the cheque is registered or not.
+    if (desfecho.Impresso()) avanca_talao(s, Cheque.Banco, Cheque.Numero);
     if (!Registra) return desfecho;
     if (!desfecho.Impresso()) {
         descarta_pendente(s, pendente);
         return desfecho;
     }
-    desfecho.Registrado = registra_pendente(s, pendente);
+    desfecho.Registrado = registra_pendente(s, pendente, &desfecho.Index);
     // The cheque is on paper: the operator must know its row is missing, and which one.
     if (!desfecho.Registrado)
         d.MsgBox("O cheque foi impresso, mas não foi registrado no relatório." + QString("\n\n") +
@@ -91,6 +95,15 @@ Desfecho imprime_e_registra(Sessao &s, Desktop &d, Medidor *Gauge, const TextosC
                      "\n\nO programa perguntará por ele de novo ao ser aberto.",
                  Botoes::OK, Titulo, Icone::Critico);
     return desfecho;
+}
+
+bool confere_duplicado(Sessao &s, Desktop &d, const QString &Banco, const QString &Numero,
+                       const QString &Reimpresso, const QString &Parcela) {
+    const std::optional<ChequeRegistrado> anterior = cheque_registrado(s, Banco, Numero);
+    if (!anterior || (!Reimpresso.isEmpty() && anterior->Index == Reimpresso)) return true;
+    return d.MsgBox(Parcela + descreve_duplicado(Numero, *anterior) + "\n\nImprimir assim mesmo?",
+                    Botoes::YesNo, "Cheque já registrado", Icone::Exclamacao,
+                    Resposta::No) == Resposta::Yes;
 }
 
 void confere_pendentes(Sessao &s, Desktop &d) {
@@ -129,10 +142,16 @@ void ImprimeFrente(Main &Tela, bool Valido) {
         Tela.Text1[0].Text.trimmed(), mascara_valor(valor, "###,##0.00").trimmed(),
         Tela.Text1[2].Text,           Tela.Text1[3].Text,
         Tela.Text1[4].Text.trimmed(), QString()};
-    const Desfecho desfecho = imprime_e_registra(s, Tela.desktop, &Tela.Gauge1, textos,
-                                                 cheque_da_tela(Tela), Tela.CheckBox.Value != 0);
+    const ChequeImpresso cheque = cheque_da_tela(Tela);
+    const Desfecho desfecho = imprime_e_registra(s, Tela.desktop, &Tela.Gauge1, textos, cheque,
+                                                 Tela.CheckBox.Value != 0);
     Tela.Situacao.Caption =
         situacao_cheque(numero, valor, desfecho.Impresso(), desfecho.Registrado);
+    if (desfecho.Impresso()) {
+        if (!Tela.IndexReimpresso.isEmpty())
+            grava_historico(s, Tela.IndexReimpresso, "Reimpressão");
+        Tela.Impresso(cheque, desfecho.Index);
+    }
     Tela.DevolveCaixa();
 }
 

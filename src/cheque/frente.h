@@ -29,6 +29,7 @@ QString situacao_cheque(const QString &Numero, const QString &Valor, bool Impres
 struct Desfecho {
     std::optional<qint16> Resultado; // the printer's; none when nothing reached it
     bool Registrado = false;
+    QString Index; // the row of Log it became, when registered
     bool Impresso() const { return Resultado == 1; }
 };
 
@@ -42,6 +43,12 @@ Desfecho imprime_e_registra(Sessao &s, Desktop &d, Medidor *Gauge, const TextosC
 // The cheques left pending by a run cut short between a print and its register, each asked
 // about: Sim registers it in Log, Não drops it.
 void confere_pendentes(Sessao &s, Desktop &d);
+
+// A number already in the register for the bank stops a print: the question names the earlier
+// cheque, and "Não", its default, keeps the cheque from printing. Reimpresso: the Index of the
+// row being reprinted, which is no duplicate of itself. True when the cheque may print.
+bool confere_duplicado(Sessao &s, Desktop &d, const QString &Banco, const QString &Numero,
+                       const QString &Reimpresso = QString(), const QString &Parcela = QString());
 
 // Valido: the result of ValidaCheque; an invalid cheque isn't printed. The report box of the
 // screen decides whether the cheque is registered.

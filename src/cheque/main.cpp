@@ -17,6 +17,7 @@
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
 #include "store/tabelas.h"
+#include "store/talao.h"
 
 #include <QFileInfo>
 #include <utility>
@@ -138,6 +139,7 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     Opcoes[5].Enabled = ch_pr.Enabled;
     Opcoes[6].Enabled = CopiaCheque.Enabled;
     Opcoes[7].Enabled = Imp_ChequeTransf.Enabled;
+    Opcoes[8].Enabled = false; // until a cheque is printed
 }
 
 Main::~Main() {
@@ -268,6 +270,7 @@ void Main::CheckBox_Click() {
 
 void Main::DevolveCaixa() {
     CheckBox.Value = caixaEscolhida_;
+    IndexReimpresso.clear();
 }
 
 void Main::Timer1_Timer() {
@@ -299,6 +302,8 @@ void Main::comando(int Index) {
     switch (Index) {
     case 0:
         if (!ValidaCheque()) return;
+        if (!confere_duplicado(sessao, desktop, Text1[0].Text, Text1[6].Text, IndexReimpresso))
+            return SetFocus("Text1", 6);
         if (ImprimeCamposExtras(sessao, desktop, TextosExtras()) != 1) {
             abre(telas::CmpExtra);
             return;
@@ -332,9 +337,69 @@ void Main::comando(int Index) {
     case 7:
         abre(telas::ChequeTransf);
         break;
+    case 8:
+        InutilizaFolha();
+        break;
     default:
         break;
     }
+}
+
+void Main::PropoeNumero() {
+    if (!Text1[6].Text.isEmpty() && Text1[6].Text != numeroProposto_) return;
+    const QString numero = Text1[0].Text.isEmpty() ? QString() : proximo_cheque(sessao, Text1[0].Text);
+    if (numero.isEmpty() && numeroProposto_.isEmpty()) return;
+    Muda(Text1[6], numero);
+    numeroProposto_ = numero;
+}
+
+void Main::Impresso(const ChequeImpresso &Cheque, const QString &Index) {
+    ultimo_ = Cheque;
+    ultimoIndex_ = Index;
+    Opcoes[8].Enabled = true;
+    // The printed number is no proposal the operator left: the next one takes its place.
+    numeroProposto_ = Text1[6].Text;
+    PropoeNumero();
+}
+
+void Main::InutilizaFolha() {
+    if (!ultimo_) return;
+    const QString cheque = descreve_cheque(ultimo_->Numero, ultimo_->Valor, ultimo_->Favorecido);
+    if (desktop.MsgBox("A folha deste cheque saiu errada?\n\n" + cheque +
+                           "\n\nEle fica no relatório como cancelado (\"" + FolhaInutilizada +
+                           "\"), e o mesmo cheque fica pronto para a próxima folha.",
+                       Botoes::YesNo, "Inutilizar Folha", Icone::Pergunta,
+                       Resposta::Yes) != Resposta::Yes)
+        return;
+    if (!ultimoIndex_.isEmpty() && !inutiliza_folha(sessao, ultimoIndex_)) {
+        desktop.MsgBox("A folha não foi inutilizada: o banco de dados \"" + sessao.NomeMDB +
+                           "\" não aceitou a gravação.",
+                       Botoes::OK, "Erro", Icone::Exclamacao);
+        return;
+    }
+    const ChequeImpresso c = *std::exchange(ultimo_, std::nullopt);
+    Opcoes[8].Enabled = false;
+    // The spoiled cheque's fields come back, with the book's next number.
+    const std::pair<int, QString> campos[] = {
+        {0, c.Banco}, {1, c.Valor}, {2, c.Favorecido}, {3, c.Cidade}, {4, c.Data}};
+    for (const auto &[i, texto] : campos)
+        Muda(Text1[i], texto);
+    numeroProposto_ = c.Numero;
+    Muda(Text1[6], c.Numero);
+    PropoeNumero();
+    Situacao.Caption = "Folha do cheque " + c.Numero.trimmed() + " inutilizada; o cheque " +
+                       Text1[6].Text.trimmed() + " está pronto para a próxima folha.";
+    SetFocus("Opcoes", 0);
+}
+
+void Main::AvisaDuplicado() {
+    const auto anterior = cheque_registrado(sessao, Text1[0].Text, Text1[6].Text);
+    if (!anterior) return;
+    desktop.MsgBox(descreve_duplicado(Text1[6].Text, *anterior) +
+                       "\n\nO pedido de outro programa trouxe este número: confira-o antes de "
+                       "imprimir.",
+                   Botoes::OK, "Cheque já registrado", Icone::Exclamacao);
+    SetFocus("Text1", 6);
 }
 
 void Main::Option_Click(int Digitos) {

@@ -2,6 +2,7 @@
 // The entry screen: the hub of the program. A cheque is typed here, printed from here, and
 // every other screen opens from its commands and menus. Its load runs the whole start-up.
 #include "core/tela.h"
+#include "store/registro_cheques.h"
 
 #include <QMap>
 #include <QString>
@@ -9,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace vexa {
 
@@ -54,7 +56,7 @@ class Main : public Tela {
 
     Matriz<Botao> Opcoes{"Imprime C&heque", "Imprime &Verso",       "&Relatório",
                          "Limpa Cheq&ue",   "Limpa Ver&so",         "Cheque a Pra&zo",
-                         "Imprime Có&pia",  "Cheque &Transferência"};
+                         "Imprime Có&pia",  "Cheque &Transferência", "Inutilizar &Folha"};
 
     // --- menus
     MenuItem Arquivo{"&Arquivo"};
@@ -82,6 +84,8 @@ class Main : public Tela {
 
     // The fields of a request, indexed as Text1; emptied as they reach the fields.
     QStringList ParametrosCheque;
+    // The Index of the row the report sent to be reprinted; empty for a new cheque.
+    QString IndexReimpresso;
 
     void Form_Load() override;
     void Form_Unload() override;
@@ -101,6 +105,17 @@ class Main : public Tela {
     void DevolveCaixa();
     // The texts of the extra fields, in order.
     QStringList TextosExtras() const;
+    // The bank's next number in the number field, unless the operator or a request put another
+    // one there.
+    void PropoeNumero();
+    // A cheque went out on paper (Index: its row of Log, empty when unregistered): the book's
+    // next number is proposed, and the leaf can be declared spoiled.
+    void Impresso(const ChequeImpresso &Cheque, const QString &Index);
+    // The last cheque printed came out wrong: its row stays, cancelled as a spoiled leaf, and the
+    // same cheque waits for the next leaf with the next number.
+    void InutilizaFolha();
+    // A request's number already in the register is told here, before anything prints.
+    void AvisaDuplicado();
 
     // --- handlers
     void Text1_Change(int Index);
@@ -161,6 +176,11 @@ class Main : public Tela {
     bool temPedido_ = false;
     // The report box as the operator set it: at start from the settings, then by its clicks.
     int caixaEscolhida_ = 1;
+    // The number the book proposed last: a number field still holding it follows the bank.
+    QString numeroProposto_;
+    // The last cheque printed in this run, for a spoiled leaf.
+    std::optional<ChequeImpresso> ultimo_;
+    QString ultimoIndex_;
 };
 
 } // namespace vexa

@@ -72,7 +72,9 @@ void Main::LimpaFrente() {
     for (auto &[i, t] : Text1)
         Muda(t, QString());
     Label1[6].Caption.clear();
+    numeroProposto_.clear();
     CarregaFrente();
+    PropoeNumero();
 }
 
 void Main::CarregaFrente() {
@@ -191,6 +193,7 @@ bool Main::normaliza_banco() {
     }
     if (*nome != "Inexistente") {
         Label1[6].Caption = *nome;
+        PropoeNumero();
         return true;
     }
     Muda(campo, QString());

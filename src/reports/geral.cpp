@@ -2,6 +2,7 @@
 
 #include "core/conversoes.h"
 #include "reports/arquivo_relatorio.h"
+#include "reports/historico.h"
 #include "reports/relato.h"
 #include "store/tabelas.h"
 
@@ -20,7 +21,7 @@ struct Banco {
 
 } // namespace
 
-QString texto_relatorio_geral(Sessao &s, bool *lido) {
+QString texto_relatorio_geral(Sessao &s, bool *lido, bool ComHistorico) {
     QString texto = "Relatório Geral de Cheques Emitidos" + Fim;
     RecordSet &rs = Conjunto(s, TabLog);
     if (lido) *lido = rs.Aberto();
@@ -40,7 +41,8 @@ QString texto_relatorio_geral(Sessao &s, bool *lido) {
     }
     // Only the fields the report shows, in one pass over the set.
     const QStringList campos = {"Codigo", "Banco", "NRCH",       "V_CH",        "Local",
-                                "Data",   "Favor", "Comentario", "Comentario1", "Comentario2"};
+                                "Data",   "Favor", "Comentario", "Comentario1", "Comentario2", "Index"};
+    const auto historico = ComHistorico ? historico_completo(s) : decltype(historico_completo(s)){};
     const QList<QStringList> linhas = rs.Colunas(campos);
     // A read that fails gives no rows at all.
     if (lido) *lido = bancosLidos && (!linhas.isEmpty() || rs.RecordCount() == 0);
@@ -58,6 +60,8 @@ QString texto_relatorio_geral(Sessao &s, bool *lido) {
         texto += u"Fav.: " % c[6] % Fim;
         for (int i = 7; i <= 9; ++i)
             if (!c[i].isEmpty()) texto += c[i] % Fim;
+        for (const EntradaHistorico &e : historico.value(c[10]))
+            texto += u"Hist.: " % linha_historico(e) % Fim;
         texto += estrelas;
     }
     return texto;
@@ -73,7 +77,10 @@ void cria_relatorio_geral(Sessao &s, Desktop &d) {
         return;
     }
     bool lido = false;
-    const QString texto = texto_relatorio_geral(s, &lido);
+    const bool historico = d.MsgBox("Incluir no relatório o histórico de cada cheque?",
+                                    Botoes::YesNo, "Relatório Geral", Icone::Pergunta,
+                                    Resposta::No) == Resposta::Yes;
+    const QString texto = texto_relatorio_geral(s, &lido, historico);
     if (!lido) return avisa_registro_ilegivel(s, d);
     if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", texto))
         d.MsgBox("O Relatório Foi Criado Com Sucesso, Poderá Abri-lo no Word ou Excel");

@@ -6,6 +6,7 @@
 #include "registers/cadastro.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
+#include "reports/historico.h"
 #include "reports/listas.h"
 #include "store/tabelas.h"
 
@@ -97,6 +98,7 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     registra("SSCommand5", SSCommand5);
     registra("SSCommand6", SSCommand6);
     registra("Elimina", Elimina);
+    registra("Historico", Historico);
     registra("FrameGeral", FrameGeral);
     registra("criar", criar);
     registra("Label3", Label3);
@@ -114,6 +116,7 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     liga("SSCommand5", Evento::Click, [this](int) { SSCommand5_Click(); });
     liga("SSCommand6", Evento::Click, [this](int) { SSCommand6_Click(); });
     liga("Elimina", Evento::Click, [this](int) { Elimina_Click(); });
+    liga("Historico", Evento::Click, [this](int) { Historico_Click(); });
     liga("criar", Evento::Click, [this](int) { criar_Click(); });
 }
 
@@ -312,6 +315,7 @@ void Relato::SSCommand3_Click() {
         m.Muda(m.Text1[4], Text1[4].Caption);
         m.Muda(m.Text1[6], Text1[6].Caption);
         m.CheckBox.Value = 0;
+        m.IndexReimpresso = Mostrado;
         m.SetFocus(m.CheckBox);
         for (int i = 0; i < 3; ++i)
             m.Muda(m.Text2[i], sessao.UltimoComentario.value(i));
@@ -327,6 +331,11 @@ void Relato::SSCommand5_Click() {
 
 void Relato::SSCommand6_Click() {
     abre_tela(sessao, desktop, telas::Filtro);
+}
+
+void Relato::Historico_Click() {
+    if (auto *h = dynamic_cast<HistoricoCheque *>(abre_tela(sessao, desktop, telas::HistoricoCheque)))
+        h->Mostra(Mostrado);
 }
 
 void Relato::Elimina_Click() {

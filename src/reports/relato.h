@@ -52,6 +52,7 @@ class Relato : public Tela {
     Botao SSCommand5{"&Lista Completa"};
     Botao SSCommand6{"F&iltro"};
     Botao Elimina{"E&xcluir Cheque"};
+    Botao Historico{"&Histórico"};
     Botao criar{"Criar &Agora"};
     Quadro FrameGeral{"Criar relatório Geral"};
     Rotulo Label3{"Compatível com "};
@@ -100,6 +101,7 @@ class Relato : public Tela {
     void SSCommand5_Click();
     void SSCommand6_Click();
     void Elimina_Click();
+    void Historico_Click();
     void criar_Click();
 
   private:

@@ -47,11 +47,12 @@ bool executa(QSqlQuery &q, const QString &sql, const QVariantList &valores = {})
 }
 
 // The row of Log of a cheque under the next Index, inside the caller's transaction.
-bool insere_log(Sessao &s, QSqlQuery &q, const ChequeImpresso &c) {
+bool insere_log(Sessao &s, QSqlQuery &q, const ChequeImpresso &c, QString *Registrado = nullptr) {
     // An instalment goes on from the last row of Log; a single cheque looks at the first.
     const QString Index =
         proximo_index(s, c.Parcela ? LinhaConferida::Ultima : LinhaConferida::Primeira);
     const QString Codigo = Index.right(5);
+    if (Registrado) *Registrado = Index;
     QString NRCH = c.Numero;
     if (NRCH.isEmpty()) NRCH = c.Parcela ? "SEQ:" + Codigo : QStringLiteral(" ");
     return executa(q,
@@ -135,7 +136,7 @@ QList<ChequePendente> cheques_pendentes(Sessao &s) {
     return pendentes;
 }
 
-bool registra_pendente(Sessao &s, qint64 Id) {
+bool registra_pendente(Sessao &s, qint64 Id, QString *Index) {
     ChequeImpresso cheque;
     bool achou = false;
     for (const ChequePendente &p : cheques_pendentes(s))
@@ -145,7 +146,7 @@ bool registra_pendente(Sessao &s, qint64 Id) {
         }
     if (!achou) return false;
     return transacao(s, [&](QSqlQuery &q) {
-               return insere_log(s, q, cheque) &&
+               return insere_log(s, q, cheque, Index) &&
                       executa(q, "DELETE FROM Pendente WHERE Id = ?", {Id});
            }) == EstadoRegistro::Gravado;
 }

@@ -36,8 +36,8 @@ enum class EstadoRegistro {
 EstadoRegistro grava_pendente(Sessao &s, const ChequeImpresso &Cheque, qint64 &Id);
 // The pending cheque becomes its row of Log under the next Index, in one transaction: the
 // pending row removed and the Log row added. False when the database refused (the pending
-// row then stays, to be asked about at the next start).
-bool registra_pendente(Sessao &s, qint64 Id);
+// row then stays, to be asked about at the next start). Index receives the row's Index.
+bool registra_pendente(Sessao &s, qint64 Id, QString *Index = nullptr);
 // Drops a pending cheque: the printer refused it, or the operator said it wasn't printed.
 bool descarta_pendente(Sessao &s, qint64 Id);
 

@@ -2,6 +2,7 @@
 
 #include "core/conversoes.h"
 #include "store/bancos_padrao.h"
+#include "store/historico.h"
 
 #include <QDir>
 #include <QFile>
@@ -177,7 +178,23 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
                        "INSERT INTO expurgo.Log (" + campos.join(',') + ", Expurgo) SELECT " +
                            campos.join(',') + ", ?" + v.onde,
                        QVariantList{dia.toString("dd/MM/yyyy")} + v.valores);
-    ok = ok && executa(q, "DELETE" + v.onde, v.valores);
+    // The history of the rows archived goes with them, their purge its last entry.
+    QStringList historico{"Id", "Quando", "Usuario", "Maquina", "Acao"};
+    for (const QString &c : campos_historico())
+        historico << '"' + c + '"';
+    {
+        const AcaoHistorico acao("Expurgo");
+        ok = ok && executa(q, "DELETE" + v.onde, v.valores);
+    }
+    ok = ok &&
+         q.exec("CREATE TABLE IF NOT EXISTS expurgo.Historico (" + historico.join(" TEXT, ") +
+                " TEXT)") &&
+         executa(q,
+                 "INSERT INTO expurgo.Historico SELECT " + historico.join(',') +
+                     " FROM main.Historico WHERE \"Index\" IN (SELECT \"Index\" FROM "
+                     "expurgo.Log WHERE Expurgo = ?) AND Id NOT IN (SELECT Id FROM "
+                     "expurgo.Historico)",
+                 {dia.toString("dd/MM/yyyy")});
     q.finish();
     if (ok)
         ok = db.commit();

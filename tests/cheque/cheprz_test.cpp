@@ -11,6 +11,7 @@
 #include "registers/pesquisa.h"
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
+#include "store/talao.h"
 
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -831,6 +832,30 @@ TEST_F(ImpressaoPrazo, RegistroTravadoNaoImprimeEDizPorque) {
     EXPECT_TRUE(imp().Chamadas().isEmpty());
     EXPECT_EQ(principal->Situacao.Caption,
               "Parcela 1 de 3: Cheque sem número de R$ 33,34 não foi impresso.");
+}
+
+TEST_F(ImpressaoPrazo, NumeroJaRegistradoParaASerieAntesDaPrimeiraFolha) {
+    registra_cheque(s, {"001", "10,00", "Ana", "Rio", "01/03/99", "000456"});
+    tres_parcelas();
+    p->Clica("Command3D1", 0);
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Parcela 2 de 3: O cheque nº 000456 deste banco"));
+    EXPECT_EQ(d.Mensagens[0].Padrao, Resposta::No);
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+    EXPECT_EQ(p->Foco().texto(), "Text4(1)");
+}
+
+TEST_F(ImpressaoPrazo, AsParcelasSeguemOTalaoDoBanco) {
+    grava_proximo_cheque(s, "001", "000200");
+    tres_parcelas();
+    p->Text4[1].Text.clear();
+    p->Digita("Text3", 0, "001");
+    p->SetFocus("Text3", 1);
+    EXPECT_EQ((QStringList{p->Text4[0].Text, p->Text4[1].Text, p->Text4[2].Text}),
+              (QStringList{"000200", "000201", "000202"}));
+    principal->CheckBox.Value = 1;
+    p->Clica("Command3D1", 0);
+    EXPECT_EQ(proximo_cheque(s, "001"), "000203");
 }
 
 } // namespace

@@ -17,7 +17,9 @@
 #include "reports/relato.h"
 #include "store/pasta_dados.h"
 #include "store/registro_cheques.h"
+#include "store/historico.h"
 #include "store/tabelas.h"
+#include "store/talao.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -947,6 +949,99 @@ TEST_F(TelaMain, ValorLongoDoPedidoCortadoPeloCampo) {
     m->RecebePedido(lidos);
     EXPECT_EQ(m->Text1[6].Text, QString(12, u'9'));
     EXPECT_EQ(m->Text1[3].Text, "Rio");
+}
+
+// --- the cheque book
+
+TEST_F(TelaMain, OTalaoPropoeONumeroEAvancaACadaImpressao) {
+    grava_proximo_cheque(s, "001", "000123");
+    abre();
+    preenche("", "1,00", "Ana", "Rio", "05/03/99", "");
+    digita_e_sai(0, "1");
+    EXPECT_EQ(m->Text1[6].Text, "000123");
+    m->CheckBox.Value = 1;
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(linhas_log().value(0).value("NRCH"), "000123");
+    EXPECT_EQ(m->Text1[6].Text, "000124");
+    // A number typed over the proposal is printed, and the book follows it.
+    m->Text1[6].Text = "000500";
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(proximo_cheque(s, "001"), "000501");
+    // Another bank without a book takes the proposal away; a typed number would stay.
+    digita_e_sai(0, "237");
+    EXPECT_EQ(m->Text1[6].Text, "");
+    m->Text1[6].Text = "777";
+    digita_e_sai(0, "1");
+    EXPECT_EQ(m->Text1[6].Text, "777");
+}
+
+struct Duplicado {
+    bool cancelado;
+    Resposta resposta;
+};
+class NumeroDuplicado : public TelaMain, public ::testing::WithParamInterface<Duplicado> {};
+
+TEST_P(NumeroDuplicado, ParaAntesDeImprimirENomeiaOAnterior) {
+    const Duplicado &c = GetParam();
+    ASSERT_EQ(registra_cheque(s, {"001", "10,00", "Ana", "Rio", "01/03/99", "000123"}),
+              EstadoRegistro::Gravado);
+    if (c.cancelado) MarcaCheque(s, d, "0000000001", "C");
+    abre();
+    preenche("001", "1,00", "Bia", "Rio", "05/03/99", "000123");
+    d.Respostas = {c.resposta, Resposta::Cancel};
+    m->Clica("Opcoes", 0);
+    ASSERT_GE(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto,
+              QString("O cheque nº 000123 deste banco já está no relatório") +
+                  (c.cancelado ? " (cancelado)" : "") +
+                  ":\n\nData: 01/03/99\nFavorecido: Ana\nValor: R$ 10,00\n\nImprimir assim mesmo?");
+    EXPECT_EQ(d.Mensagens[0].Padrao, Resposta::No);
+    // "Sim" goes on to the document; "Não" ends there, on the number.
+    EXPECT_EQ(d.Mensagens.size(), c.resposta == Resposta::Yes ? 2 : 1);
+    if (c.resposta == Resposta::No) EXPECT_EQ(m->Foco().texto(), "Text1(6)");
+}
+INSTANTIATE_TEST_SUITE_P(Talao, NumeroDuplicado,
+                         ::testing::Values(Duplicado{false, Resposta::No},
+                                           Duplicado{true, Resposta::No},
+                                           Duplicado{false, Resposta::Yes}));
+
+TEST_F(TelaMain, PedidoComNumeroJaRegistradoAvisaNaTela) {
+    registra_cheque(s, {"001", "10,00", "Ana", "Rio", "01/03/99", "000123"});
+    abre();
+    m->RecebePedido({{0, "001"}, {6, "000123"}});
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(d.Mensagens[0].Texto.endsWith("O pedido de outro programa trouxe este número: "
+                                              "confira-o antes de imprimir."));
+    EXPECT_EQ(m->Foco().texto(), "Text1(6)");
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+}
+
+TEST_F(TelaMain, FolhaInutilizadaFicaCanceladaEOChequeVaiNaProxima) {
+    grava_proximo_cheque(s, "001", "000123");
+    abre();
+    EXPECT_FALSE(m->Opcoes[8].Enabled);
+    m->Text2[0].Text = "Aluguel";
+    preenche("001", "1,00", "Ana", "Rio", "05/03/99", "000123");
+    m->CheckBox.Value = 1;
+    m->Clica("Opcoes", 0);
+    m->Text1[2].Text = "outro"; // the fields come back as the spoiled cheque had them
+    d.Mensagens.clear();
+    m->Clica("Opcoes", 8);
+    EXPECT_EQ(d.Mensagens.value(0).Padrao, Resposta::Yes);
+    const auto linha = linhas_log().value(0);
+    EXPECT_EQ(linha.value("StCancel"), "C");
+    EXPECT_EQ((QStringList{linha["Comentario"], linha["Comentario1"]}),
+              (QStringList{"Aluguel", "folha inutilizada"}));
+    const auto historico = historico_cheque(s, "0000000001");
+    ASSERT_EQ(historico.size(), 1);
+    EXPECT_EQ(historico[0].Acao, "Folha inutilizada");
+    EXPECT_EQ(historico[0].Linha.value("StCancel"), " ");
+    EXPECT_FALSE(m->Opcoes[8].Enabled);
+    EXPECT_EQ(m->Foco().texto(), "Opcoes(0)");
+    EXPECT_EQ(m->Text1[2].Text, "Ana");
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(linhas_log().value(1).value("NRCH"), "000124");
+    EXPECT_EQ(proximo_cheque(s, "001"), "000125");
 }
 
 } // namespace
