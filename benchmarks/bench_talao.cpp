@@ -31,8 +31,8 @@ void mede_duplicado() {
         "(?, ?, ?, ?, ?, ?, ?, ?)",
         [](int i) {
             const QString index = QStringLiteral("%1").arg(i, 10, 10, QChar('0'));
-            return QVariantList{index,  index.right(5), banco(i),  "10,5",
-                                "Maria", "01/01/24",    numero(i), " "};
+            return QVariantList{index,   index.right(5), banco(i),  "10,5",
+                                "Maria", "01/01/24",     numero(i), " "};
         },
         Linhas);
     QTemporaryDir pasta;

@@ -22,7 +22,6 @@ using namespace prazo;
 
 namespace {
 
-
 const std::vector<RefControle> ordem_text3 = {
     {"Text3", 0}, {"Text3", 1}, {"Text3", 2}, {"Command3D1", 0}};
 

@@ -143,8 +143,8 @@ void ImprimeFrente(Main &Tela, bool Valido) {
         Tela.Text1[2].Text,           Tela.Text1[3].Text,
         Tela.Text1[4].Text.trimmed(), QString()};
     const ChequeImpresso cheque = cheque_da_tela(Tela);
-    const Desfecho desfecho = imprime_e_registra(s, Tela.desktop, &Tela.Gauge1, textos, cheque,
-                                                 Tela.CheckBox.Value != 0);
+    const Desfecho desfecho =
+        imprime_e_registra(s, Tela.desktop, &Tela.Gauge1, textos, cheque, Tela.CheckBox.Value != 0);
     Tela.Situacao.Caption =
         situacao_cheque(numero, valor, desfecho.Impresso(), desfecho.Registrado);
     if (desfecho.Impresso()) {

@@ -347,7 +347,8 @@ void Main::comando(int Index) {
 
 void Main::PropoeNumero() {
     if (!Text1[6].Text.isEmpty() && Text1[6].Text != numeroProposto_) return;
-    const QString numero = Text1[0].Text.isEmpty() ? QString() : proximo_cheque(sessao, Text1[0].Text);
+    const QString numero =
+        Text1[0].Text.isEmpty() ? QString() : proximo_cheque(sessao, Text1[0].Text);
     if (numero.isEmpty() && numeroProposto_.isEmpty()) return;
     Muda(Text1[6], numero);
     numeroProposto_ = numero;
@@ -357,9 +358,12 @@ void Main::Impresso(const ChequeImpresso &Cheque, const QString &Index) {
     ultimo_ = Cheque;
     ultimoIndex_ = Index;
     Opcoes[8].Enabled = true;
-    // The printed number is no proposal the operator left: the next one takes its place.
-    numeroProposto_ = Text1[6].Text;
-    PropoeNumero();
+    // The book's next number takes the place of the printed one; without a book the field
+    // stays as it was.
+    const QString proximo = proximo_cheque(sessao, Cheque.Banco);
+    if (proximo.isEmpty()) return;
+    Muda(Text1[6], proximo);
+    numeroProposto_ = proximo;
 }
 
 void Main::InutilizaFolha() {
@@ -384,9 +388,10 @@ void Main::InutilizaFolha() {
         {0, c.Banco}, {1, c.Valor}, {2, c.Favorecido}, {3, c.Cidade}, {4, c.Data}};
     for (const auto &[i, texto] : campos)
         Muda(Text1[i], texto);
-    numeroProposto_ = c.Numero;
-    Muda(Text1[6], c.Numero);
-    PropoeNumero();
+    QString proximo = proximo_cheque(sessao, c.Banco);
+    if (proximo.isEmpty()) proximo = proximo_numero(c.Numero.trimmed()).value_or(QString());
+    Muda(Text1[6], proximo);
+    numeroProposto_ = proximo;
     Situacao.Caption = "Folha do cheque " + c.Numero.trimmed() + " inutilizada; o cheque " +
                        Text1[6].Text.trimmed() + " está pronto para a próxima folha.";
     SetFocus("Opcoes", 0);

@@ -54,8 +54,8 @@ class Main : public Tela {
     Imagem Image1;
     Temporizador Timer1{2500};
 
-    Matriz<Botao> Opcoes{"Imprime C&heque", "Imprime &Verso",       "&Relatório",
-                         "Limpa Cheq&ue",   "Limpa Ver&so",         "Cheque a Pra&zo",
+    Matriz<Botao> Opcoes{"Imprime C&heque", "Imprime &Verso",        "&Relatório",
+                         "Limpa Cheq&ue",   "Limpa Ver&so",          "Cheque a Pra&zo",
                          "Imprime Có&pia",  "Cheque &Transferência", "Inutilizar &Folha"};
 
     // --- menus

@@ -40,8 +40,9 @@ QString texto_relatorio_geral(Sessao &s, bool *lido, bool ComHistorico) {
         }
     }
     // Only the fields the report shows, in one pass over the set.
-    const QStringList campos = {"Codigo", "Banco", "NRCH",       "V_CH",        "Local",
-                                "Data",   "Favor", "Comentario", "Comentario1", "Comentario2", "Index"};
+    const QStringList campos = {"Codigo",      "Banco",       "NRCH",  "V_CH",
+                                "Local",       "Data",        "Favor", "Comentario",
+                                "Comentario1", "Comentario2", "Index"};
     const auto historico = ComHistorico ? historico_completo(s) : decltype(historico_completo(s)){};
     const QList<QStringList> linhas = rs.Colunas(campos);
     // A read that fails gives no rows at all.
@@ -77,9 +78,9 @@ void cria_relatorio_geral(Sessao &s, Desktop &d) {
         return;
     }
     bool lido = false;
-    const bool historico = d.MsgBox("Incluir no relatório o histórico de cada cheque?",
-                                    Botoes::YesNo, "Relatório Geral", Icone::Pergunta,
-                                    Resposta::No) == Resposta::Yes;
+    const bool historico =
+        d.MsgBox("Incluir no relatório o histórico de cada cheque?", Botoes::YesNo,
+                 "Relatório Geral", Icone::Pergunta, Resposta::No) == Resposta::Yes;
     const QString texto = texto_relatorio_geral(s, &lido, historico);
     if (!lido) return avisa_registro_ilegivel(s, d);
     if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", texto))

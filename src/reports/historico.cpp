@@ -6,7 +6,8 @@ namespace vexa {
 
 QString linha_historico(const EntradaHistorico &e) {
     const auto campo = [&e](const QString &nome) { return e.Linha.value(nome).trimmed(); };
-    const QString numero = campo("NRCH").isEmpty() ? QStringLiteral("sem número") : "nº " + campo("NRCH");
+    const QString numero =
+        campo("NRCH").isEmpty() ? QStringLiteral("sem número") : "nº " + campo("NRCH");
     return e.Quando + "  " + e.Acao.leftJustified(18) + "  " + e.Usuario + " (" + e.Maquina +
            ")  —  antes: " + numero + ", R$ " +
            mascara_valor(campo("V_CH"), "###,##0.00").trimmed() + ", " + campo("Favor") + ", " +

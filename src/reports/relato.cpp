@@ -334,7 +334,8 @@ void Relato::SSCommand6_Click() {
 }
 
 void Relato::Historico_Click() {
-    if (auto *h = dynamic_cast<HistoricoCheque *>(abre_tela(sessao, desktop, telas::HistoricoCheque)))
+    if (auto *h =
+            dynamic_cast<HistoricoCheque *>(abre_tela(sessao, desktop, telas::HistoricoCheque)))
         h->Mostra(Mostrado);
 }
 

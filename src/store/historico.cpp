@@ -55,8 +55,8 @@ QString insere_entrada(const QString &acao, const QString &origem) {
 } // namespace
 
 const QStringList &campos_historico() {
-    static const QStringList c = {"Index", "Codigo",     "Banco",       "V_CH",
-                                  "Favor", "Local",      "Data",        "NRCH",
+    static const QStringList c = {"Index",      "Codigo",      "Banco",       "V_CH",
+                                  "Favor",      "Local",       "Data",        "NRCH",
                                   "Comentario", "Comentario1", "Comentario2", "StCancel"};
     return c;
 }
@@ -124,8 +124,11 @@ QHash<QString, QList<EntradaHistorico>> le_entradas(Sessao &s, const QString &on
         q.addBindValue(v);
     if (!q.exec()) return entradas;
     while (q.next()) {
-        EntradaHistorico e{q.value("Quando").toString(), q.value("Usuario").toString(),
-                           q.value("Maquina").toString(), q.value("Acao").toString(), {}};
+        EntradaHistorico e{q.value("Quando").toString(),
+                           q.value("Usuario").toString(),
+                           q.value("Maquina").toString(),
+                           q.value("Acao").toString(),
+                           {}};
         for (const QString &c : campos_historico())
             e.Linha.insert(c, q.value(c).toString());
         entradas[e.Linha.value("Index")].append(e);

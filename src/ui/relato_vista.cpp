@@ -92,8 +92,8 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
     baixo->addLayout(opcoes);
 
     auto *comandos = new QVBoxLayout;
-    for (const char *nome : {"SSCommand6", "SSCommand5", "SSCommand3", "Elimina", "Historico", "SSCommand1",
-                             "SSCommand4", "SSCommand2"})
+    for (const char *nome : {"SSCommand6", "SSCommand5", "SSCommand3", "Elimina", "Historico",
+                             "SSCommand1", "SSCommand4", "SSCommand2"})
         comandos->addWidget(cria_botao(central, nome));
     comandos->addStretch(1);
     baixo->addLayout(comandos);

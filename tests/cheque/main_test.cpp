@@ -15,9 +15,9 @@
 #include "printer/simulador.h"
 #include "registers/pesquisa.h"
 #include "reports/relato.h"
+#include "store/historico.h"
 #include "store/pasta_dados.h"
 #include "store/registro_cheques.h"
-#include "store/historico.h"
 #include "store/tabelas.h"
 #include "store/talao.h"
 
