@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QMainWindow>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace vexa::ui {
