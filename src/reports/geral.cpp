@@ -1,6 +1,7 @@
 #include "reports/geral.h"
 
 #include "core/conversoes.h"
+#include "core/ini.h"
 #include "reports/arquivo_relatorio.h"
 #include "reports/historico.h"
 #include "reports/relato.h"
@@ -78,9 +79,8 @@ void cria_relatorio_geral(Sessao &s, Desktop &d) {
         return;
     }
     bool lido = false;
-    const bool historico =
-        d.MsgBox("Incluir no relatório o histórico de cada cheque?", Botoes::YesNo,
-                 "Relatório Geral", Icone::Pergunta, Resposta::No) == Resposta::Yes;
+    // The history of each cheque goes in when the settings ask for it.
+    const bool historico = LeGravaIni(s.CaminhoIni, "Opcoes", "HistoricoNoRelatorio", "") == "1";
     const QString texto = texto_relatorio_geral(s, &lido, historico);
     if (!lido) return avisa_registro_ilegivel(s, d);
     if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", texto))

@@ -47,7 +47,7 @@ QString insere_entrada(const QString &acao, const QString &origem) {
         colunas << '"' + c + '"';
         valores << origem + '"' + c + '"';
     }
-    return "INSERT INTO main.Historico (Quando, Usuario, Maquina, Acao, " + colunas.join(',') +
+    return "INSERT INTO Historico (Quando, Usuario, Maquina, Acao, " + colunas.join(',') +
            ") VALUES (historico_quando(), historico_usuario(), historico_maquina(), " +
            "historico_acao(" + acao + "), " + valores.join(',') + ")";
 }

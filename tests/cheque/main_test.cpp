@@ -506,6 +506,7 @@ TEST_P(Reimpressao, SoAReimpressaoFicaSemRegistro) {
         auto *r = static_cast<Relato *>(d.Abre(std::make_unique<Relato>(s, d)));
         r->List1.ListIndex = 0;
         r->List1_Click();
+        d.Respostas = {Resposta::Yes}; // "Confirma reimpressão?"
         r->Clica("SSCommand3");
         ASSERT_EQ(m->CheckBox.Value, 0);
     }
@@ -515,8 +516,11 @@ TEST_P(Reimpressao, SoAReimpressaoFicaSemRegistro) {
     else
         m->Clica("Opcoes", 0);
     EXPECT_EQ(linhas_log().size(), 1);
+    // The reprint brings its number back; the operator's next cheque has the book's next one.
     if (fim == FimReimpressao::Impressa || fim == FimReimpressao::CaixaDoOperador)
-        EXPECT_EQ(m->Situacao.Caption, "Cheque 7 de R$ 10,00 impresso e NÃO registrado.");
+        EXPECT_EQ(m->Situacao.Caption,
+                  QString("Cheque %1 de R$ 10,00 impresso e NÃO registrado.")
+                      .arg(fim == FimReimpressao::Impressa ? 7 : 8));
     const bool marcada = fim != FimReimpressao::CaixaDoOperador;
     EXPECT_EQ(m->CheckBox.Value, marcada ? 1 : 0);
 
@@ -783,7 +787,7 @@ TEST_F(TelaMain, PrimeiraVezSoNoSegundoTique) {
     d.Respostas = {Resposta::Cancel};
     m->Timer1_Timer();
     ASSERT_EQ(d.Mensagens.size(), 1);
-    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Para o correto funcionamento"));
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Bem-vindo ao Vexa Plus!"));
     EXPECT_EQ(s.FaseInicio, 0);
     EXPECT_EQ(m->Timer1.Interval, 10000);
     EXPECT_EQ(ini("Config", "FirstTime"), "1"); // Cancel: it comes again at the next start
@@ -842,6 +846,8 @@ TEST_F(TelaMain, ChequeDoPedidoImprimeERegistraComoODigitado) {
 
     m->Clica("Opcoes", 3);
     imp().LimpaChamadas();
+    // The same number again: told at the request, printed after "Sim".
+    d.Respostas = {Resposta::OK, Resposta::Yes};
     m->RecebePedido(pedido_da_linha("/B001/V1234,50/FMaria/LSantos/D050399/C000123"));
     m->Clica("Opcoes", 0);
     EXPECT_EQ(imp().Chamadas(), chamadasDigitado);
@@ -983,7 +989,7 @@ class NumeroDuplicado : public TelaMain, public ::testing::WithParamInterface<Du
 
 TEST_P(NumeroDuplicado, ParaAntesDeImprimirENomeiaOAnterior) {
     const Duplicado &c = GetParam();
-    ASSERT_EQ(registra_cheque(s, {"001", "10,00", "Ana", "Rio", "01/03/99", "000123"}),
+    ASSERT_EQ(registra_cheque(s, {"001", "10,00", "Ana", "Rio", "20/11/26", "000123"}),
               EstadoRegistro::Gravado);
     if (c.cancelado) MarcaCheque(s, d, "0000000001", "C");
     abre();
@@ -994,7 +1000,7 @@ TEST_P(NumeroDuplicado, ParaAntesDeImprimirENomeiaOAnterior) {
     EXPECT_EQ(d.Mensagens[0].Texto,
               QString("O cheque nº 000123 deste banco já está no relatório") +
                   (c.cancelado ? " (cancelado)" : "") +
-                  ":\n\nData: 01/03/99\nFavorecido: Ana\nValor: R$ 10,00\n\nImprimir assim mesmo?");
+                  ":\n\nData: 20/11/26\nFavorecido: Ana\nValor: R$ 10,00\n\nImprimir assim mesmo?");
     EXPECT_EQ(d.Mensagens[0].Padrao, Resposta::No);
     // "Sim" goes on to the document; "Não" ends there, on the number.
     EXPECT_EQ(d.Mensagens.size(), c.resposta == Resposta::Yes ? 2 : 1);
@@ -1006,7 +1012,7 @@ INSTANTIATE_TEST_SUITE_P(Talao, NumeroDuplicado,
                                            Duplicado{false, Resposta::Yes}));
 
 TEST_F(TelaMain, PedidoComNumeroJaRegistradoAvisaNaTela) {
-    registra_cheque(s, {"001", "10,00", "Ana", "Rio", "01/03/99", "000123"});
+    registra_cheque(s, {"001", "10,00", "Ana", "Rio", "20/11/26", "000123"});
     abre();
     m->RecebePedido({{0, "001"}, {6, "000123"}});
     ASSERT_EQ(d.Mensagens.size(), 1);
