@@ -518,9 +518,8 @@ TEST_P(Reimpressao, SoAReimpressaoFicaSemRegistro) {
     EXPECT_EQ(linhas_log().size(), 1);
     // The reprint brings its number back; the operator's next cheque has the book's next one.
     if (fim == FimReimpressao::Impressa || fim == FimReimpressao::CaixaDoOperador)
-        EXPECT_EQ(m->Situacao.Caption,
-                  QString("Cheque %1 de R$ 10,00 impresso e NÃO registrado.")
-                      .arg(fim == FimReimpressao::Impressa ? 7 : 8));
+        EXPECT_EQ(m->Situacao.Caption, QString("Cheque %1 de R$ 10,00 impresso e NÃO registrado.")
+                                           .arg(fim == FimReimpressao::Impressa ? 7 : 8));
     const bool marcada = fim != FimReimpressao::CaixaDoOperador;
     EXPECT_EQ(m->CheckBox.Value, marcada ? 1 : 0);
 

@@ -23,8 +23,8 @@ class Historico : public ::testing::Test {
         fixa_hoje(QDate(2024, 6, 1));
         cria_base_dados(s);
         ASSERT_EQ(AbreTabelas(s, d, 0, 0, 0, 1), 1);
-        for (const auto &[index, data, numero] : {std::tuple{"0000000001", "01/01/20", "000123"},
-                                                  {"0000000002", "", "000124"}}) {
+        for (const auto &[index, data, numero] :
+             {std::tuple{"0000000001", "01/01/20", "000123"}, {"0000000002", "", "000124"}}) {
             RecordSet &rs = Conjunto(s, TabLog);
             rs.AddNew();
             for (const auto &[campo, valor] : {std::pair<QString, QString>{"Index", index},
