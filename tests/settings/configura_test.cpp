@@ -126,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto &info) { return std::string(info.param.nome); });
 
 // Alt and a letter reach every button of the settings screens, no letter twice on a screen.
-TEST(TeclasDeAcessoConfig, CadaBotaoDasConfiguracoesTemASua) {
+TEST(TeclasDeAcesso, CadaBotaoDasConfiguracoesTemASua) {
     QTemporaryDir pasta;
     Sessao s{pasta.path()};
     DesktopRoteiro d;
