@@ -8,6 +8,7 @@
 #include "core/sessao.h"
 #include "printer/impressao.h"
 #include "registers/bancos.h"
+#include "settings/calibra.h"
 #include "registers/banctrans.h"
 #include "registers/cidade.h"
 #include "registers/favorec.h"
@@ -276,6 +277,10 @@ void captura_configuracoes(Sessao &sessao, ui::DesktopQt &desktop) {
     if (Tela *configura = desktop.Abre(cria_tela(telas::Configura, sessao, desktop))) {
         grava(desktop.Janela(*configura), "configura");
         configura->Unload();
+    }
+    if (Tela *calibra = desktop.Abre(cria_tela(telas::Calibra, sessao, desktop))) {
+        grava(desktop.Janela(*calibra), "calibra");
+        calibra->Unload();
     }
     if (Tela *opsoft = desktop.Abre(cria_tela(telas::OpSoft, sessao, desktop))) {
         grava(desktop.Janela(*opsoft), "opsoft");

@@ -18,6 +18,7 @@
 #include "reports/excluirel.h"
 #include "reports/filtro.h"
 #include "reports/relato.h"
+#include "settings/calibra.h"
 #include "settings/configura.h"
 #include "settings/opsoft.h"
 #include "settings/sobre.h"
@@ -58,6 +59,7 @@ const std::map<QString, FabricaTela> &fabricas_telas() {
         {telas::Configura, cria<Configura>},
         {telas::OpSoft, cria<OpSoft>},
         {telas::Sobre, cria<Sobre>},
+        {telas::Calibra, cria<Calibra>},
     };
     return fabricas;
 }

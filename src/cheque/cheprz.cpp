@@ -579,17 +579,19 @@ void ChePrz::ImprimeParcelas() {
         const TextosCheque textos{Text3[0].Text.trimmed(), valor, Text3[2].Text, Text3[1].Text,
                                   Text1[i + 13].Text,      valor};
         // A port that didn't open ends the run; a refused cheque, whatever its code, doesn't.
+        QString nota;
         const std::optional<qint16> resultado =
-            imprime_um_cheque(sessao, desktop, sessao.Gauge1, textos, true);
+            imprime_um_cheque(sessao, desktop, sessao.Gauge1, textos, true, &nota);
         if (!resultado) return;
-        if (*resultado == 1 && registra()) RegistraParcela(i);
+        if (*resultado == 1 && registra()) RegistraParcela(i, nota);
     }
 }
 
-int ChePrz::RegistraParcela(int Parcela) {
+int ChePrz::RegistraParcela(int Parcela, const QString &Nota) {
     ChequeImpresso cheque{Text3[0].Text, Text2[Parcela].Text,      Text3[2].Text,
                           Text3[1].Text, Text1[Parcela + 13].Text, Text4[Parcela].Text};
     cheque.Parcela = true;
+    cheque.Nota = Nota;
     return registra_cheque(sessao, desktop, cheque) == -2 ? -2 : 0;
 }
 

@@ -49,7 +49,7 @@ class ChePrz : public Tela {
     void ImprimeParcelas();
     // The row of Log of a printed instalment (0 to 11). -2 when the register couldn't be
     // opened, otherwise the closing of the tables' 0.
-    int RegistraParcela(int Parcela);
+    int RegistraParcela(int Parcela, const QString &Nota = QString());
 
     // --- handlers
     void Text1_Change(int Index);

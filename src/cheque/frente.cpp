@@ -20,14 +20,17 @@ void ImprimeFrente(Main &Tela, bool Valido) {
         Tela.Text1[0].Text.trimmed(), mascara_valor(Tela.Text1[1].Text, "###,##0.00").trimmed(),
         Tela.Text1[2].Text,           Tela.Text1[3].Text,
         Tela.Text1[4].Text.trimmed(), QString()};
-    if (imprime_um_cheque(s, Tela.desktop, &Tela.Gauge1, textos) == 1 && Tela.CheckBox.Value)
-        GravaCheque(Tela);
+    QString nota;
+    if (imprime_um_cheque(s, Tela.desktop, &Tela.Gauge1, textos, false, &nota) == 1 &&
+        Tela.CheckBox.Value)
+        GravaCheque(Tela, nota);
 }
 
-void GravaCheque(Main &Tela) {
+void GravaCheque(Main &Tela, const QString &Nota) {
     ChequeImpresso cheque{Tela.Text1[0].Text, Tela.Text1[1].Text, Tela.Text1[2].Text,
                           Tela.Text1[3].Text, Tela.Text1[4].Text, Tela.Text1[6].Text};
     cheque.Comentarios = {Tela.Text2[0].Text, Tela.Text2[1].Text, Tela.Text2[2].Text};
+    cheque.Nota = Nota;
     registra_cheque(Tela.sessao, Tela.desktop, cheque);
 }
 
@@ -44,10 +47,19 @@ int registra_cheque(Sessao &s, Desktop &d, const ChequeImpresso &Cheque) {
     bool gravou = log.Abre(s.Banco->db(), "Select * From Log Where (\"Index\"=?)", {Index});
     if (gravou) {
         log.AddNew();
-        log.Define("Comentario", Cheque.Comentarios.value(0));
-        log.Define("Comentario1", Cheque.Comentarios.value(1));
-        log.Define("Comentario2", Cheque.Comentarios.value(2));
-        log.Define("StCancel", " ");
+        // A cheque that came out wrong stays, cancelled, with its note in a free comment line.
+        QStringList comentarios = Cheque.Comentarios;
+        if (!Cheque.Nota.isEmpty()) {
+            const qsizetype livre = comentarios.indexOf(QString());
+            if (livre >= 0)
+                comentarios[livre] = Cheque.Nota;
+            else
+                comentarios[2] = Cheque.Nota + " - " + comentarios[2];
+        }
+        log.Define("Comentario", comentarios.value(0));
+        log.Define("Comentario1", comentarios.value(1));
+        log.Define("Comentario2", comentarios.value(2));
+        log.Define("StCancel", Cheque.Nota.isEmpty() ? " " : "C");
         log.Define("Codigo", Codigo);
         log.Define("Banco", Cheque.Banco);
         log.Define("V_CH", mascara_valor(Cheque.Valor, "###########.##").trimmed());

@@ -19,6 +19,8 @@ struct ChequeImpresso {
     // Codigo (a single cheque's is one blank), so that the instalments of one run can be told
     // apart in the register; and its Index goes on from the last row of Log.
     bool Parcela = false;
+    // Not empty for a cheque that came out wrong on paper: its row is cancelled with this note.
+    QString Nota = QString();
 };
 
 // Adds the row of a printed cheque to Log under the next Index: the amount in the register's
@@ -31,6 +33,6 @@ int registra_cheque(Sessao &s, Desktop &d, const ChequeImpresso &Cheque);
 void ImprimeFrente(Main &Tela, bool Valido);
 
 // The row of Log for the cheque on the screen, as the fields stand.
-void GravaCheque(Main &Tela);
+void GravaCheque(Main &Tela, const QString &Nota = QString());
 
 } // namespace vexa

@@ -3,6 +3,7 @@
 #include "core/conversoes.h"
 #include "core/ini.h"
 #include "core/tela.h"
+#include "printer/impressora_sistema.h"
 #include "printer/nativo.h"
 #include "printer/simulador.h"
 
@@ -177,7 +178,8 @@ qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo) {
 }
 
 std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
-                                        const TextosCheque &Textos, bool TestaPorta) {
+                                        const TextosCheque &Textos, bool TestaPorta,
+                                        QString *Nota) {
     if (!s.Impressora) return std::nullopt;
     // The printer can't take an empty payee or city.
     const auto para_impressora = [](const QString &texto) {
@@ -198,10 +200,16 @@ std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
                           para_impressora(Textos.Cidade), Textos.Data, Textos.Extra);
     imp.FechaPorta();
     if (Gauge) AnimaGauge(*Gauge, 0);
+    const auto *sistema = dynamic_cast<const ImpressoraSistema *>(&imp);
+    const QString motivo = sistema ? sistema->Motivo(resultado) : QString();
     if (resultado != 1)
-        d.MsgBox("Problemas com a impressao do cheque", Botoes::OK,
+        d.MsgBox(motivo.isEmpty() ? "Problemas com a impressao do cheque" : motivo, Botoes::OK,
                  "Impressão do Cheque (" + Format(QString::number(resultado), "000") + ")",
                  Icone::Exclamacao);
+    else if (sistema && sistema->ConfereNoPapel() && Nota &&
+             d.MsgBox(PerguntaChequeSaiu, Botoes::YesNo, "Impressão do Cheque", Icone::Pergunta,
+                      Resposta::Yes) == Resposta::No)
+        *Nota = NotaChequeErrado;
     return resultado;
 }
 
@@ -237,6 +245,8 @@ void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor) {
 std::unique_ptr<Vexa32> cria_impressora(Sessao &s) {
     const QString escolha = LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "").trimmed();
     if (escolha == "-2") LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "Simulador");
+    if (escolha.compare("Sistema", Qt::CaseInsensitive) == 0)
+        return std::make_unique<ImpressoraSistema>(s.CaminhoApp, s.CaminhoIni);
     if (escolha.compare("Nativo", Qt::CaseInsensitive) == 0) {
         // The library writes Extenso.ret in the current folder; MontaExtenso reads it from the
         // data folder.

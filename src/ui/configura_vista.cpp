@@ -63,6 +63,7 @@ void CriaVistaConfigura(Tela &tela, QMainWindow &janela) {
 
     auto *teste = painel(central, "Frame5", g);
     g->addWidget(cria_botao(teste, "Command3D9"), 0, 0, Qt::AlignLeft);
+    g->addWidget(cria_botao(teste, "Command3D10"), 0, 1, Qt::AlignRight);
     v->addWidget(teste);
 
     auto *comandos = new QHBoxLayout;

@@ -1,0 +1,142 @@
+// The system printer read back from what it printed: every job goes into a PDF through the same
+// painting as paper, and each field's first word is found in it by pdftotext -bbox.
+#include "core/desktop_roteiro.h"
+#include "core/ini.h"
+#include "core/relogio.h"
+#include "printer/impressao.h"
+#include "printer/impressora_sistema.h"
+#include "printer/pinta_sistema.h"
+#include "printer/palavras_pdf.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace vexa;
+
+namespace {
+
+struct Caso {
+    const char *nome = "";
+    QString banco = {}, posicoes = {}; // no positions: the bank as the factory left it
+    QString folha = {}, folhaX = {}, folhaY = {};
+    QString calibracao = {};
+};
+
+class ImpressoraSistemaPdf : public ::testing::TestWithParam<Caso> {
+  protected:
+    void SetUp() override {
+        define_impressor_sistema(imprime_sistema);
+        LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "Sistema");
+        LeGravaIni(s.CaminhoIni, "Sistema", "ImpressoraSistema", "Jato");
+        s.Impressora = cria_impressora(s);
+        imp().DefineArquivoPdf(pdf);
+    }
+    ImpressoraSistema &imp() { return static_cast<ImpressoraSistema &>(*s.Impressora); }
+    void configura(const Caso &c) {
+        for (auto [chave, valor] : {std::pair{"Folha", c.folha}, {"FolhaX", c.folhaX},
+                                    std::pair{"FolhaY", c.folhaY}})
+            if (!valor.isEmpty()) LeGravaIni(s.CaminhoIni, "ChequeSistema", chave, valor);
+        if (!c.calibracao.isEmpty()) LeGravaIni(s.CaminhoIni, "Calibracao", "Jato", c.calibracao);
+        imp().IniciaPorta("");
+        if (!c.posicoes.isEmpty()) imp().IncluiBanco(c.banco, c.posicoes);
+    }
+
+    QTemporaryDir pasta;
+    Sessao s{pasta.path()};
+    DesktopRoteiro d;
+    QString pdf = pasta.filePath("cheque.pdf");
+};
+
+TEST_P(ImpressoraSistemaPdf, CadaCampoOndeOLeiauteEACalibracaoOPoem) {
+    const Caso c = GetParam();
+    fixa_hoje(QDate(2025, 3, 7));
+    configura(c);
+    imp().ImprimeCampoX(1, 15, 60, "PAGAR SO EM CONTA");
+    ASSERT_EQ(imp().ImprimeCheque(c.banco, "1.234,56", "Fulano de Tal", "Santos", "07/03/25", {}),
+              1);
+    imp().FechaPorta();
+    fixa_hoje({});
+
+    const ConfiguracaoSistema &cfg = imp().Configuracao();
+    const QList<PalavraPdf> palavras = palavras_pdf(pdf);
+    const ModeloFace modelo{imp().Bancos().value(c.banco)};
+    const QList<CampoFace> campos = campos_face(modelo, "1.234,56", "Fulano de Tal", "Santos",
+                                                "07/03/25", {{1, {15, 60, "PAGAR SO EM CONTA"}}});
+    ASSERT_EQ(campos.size(), 9);
+    for (const CampoFace &campo : campos) {
+        const QString primeira = campo.Texto.section(u' ', 0, 0, QString::SectionSkipEmpty);
+        const double x = folha_x(cfg, cfg.OrigemX + (campo.Coluna - 1) * cfg.PassoColuna);
+        const double y = folha_y(cfg, cfg.OrigemY + (campo.Linha - 1) * cfg.PassoLinha);
+        const PalavraPdf *achada = nullptr;
+        for (const PalavraPdf &p : palavras)
+            if (p.Texto == primeira &&
+                (!achada || std::hypot(p.X - x, p.Base - y) <
+                                std::hypot(achada->X - x, achada->Base - y)))
+                achada = &p;
+        ASSERT_NE(achada, nullptr) << qPrintable(campo.Nome + ": " + primeira);
+        EXPECT_NEAR(achada->X, x, 0.3) << qPrintable(campo.Nome);
+        EXPECT_NEAR(achada->Base, y, 0.3) << qPrintable(campo.Nome);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    BancosFolhasCalibracoes, ImpressoraSistemaPdf,
+    ::testing::Values(
+        Caso{"FabricaFolhaDoCheque", "001", {}, {}, {}, {}, {}},
+        Caso{"OutroLeiauteEmA4", "237", "002,006,008,011,014,080,012,004,014,045,030,042,060",
+             "A4", "20", "30", {}},
+        Caso{"Calibrada", "341", "003,007,009,012,016,090,020,010,012,055,031,040,065", "A4",
+             "17,5", "20", "1.50;-0.80;1.0100;0.9900"},
+        Caso{"CalibradaNaFolhaDoCheque", "001", {}, "Cheque", {}, {}, "-1.00;2.00;0.9950;1.0050"}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+// Nothing prints in the magnetic band: the layout is refused with its reason, and no job goes.
+TEST_F(ImpressoraSistemaPdf, LeiauteNaFaixaMagneticaERecusadoAntesDeImprimir) {
+    configura({"", "777", "001,005,007,010,021,092,017,009,011,050,031,040,065"});
+    imp().FechaPorta();
+    const std::optional<qint16> r =
+        imprime_um_cheque(s, d, nullptr, {"777", "10,00", "Maria", "Santos", "07/03/25", {}});
+    EXPECT_EQ(r, ImpressoraSistema::FaixaMagnetica);
+    EXPECT_FALSE(QFile::exists(pdf));
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Titulo, "Impressão do Cheque (009)");
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith(
+        "O leiaute do banco põe o campo Cidade (linha 21) fora da área de impressão"));
+}
+
+// Lists and other running text go as pages; a line wider than the page makes letters smaller.
+TEST_F(ImpressoraSistemaPdf, TextoViraPaginasA4) {
+    configura({"", "", {}, "A4"});
+    imp().FechaPorta();
+    const QString larga = "Relatorio " + QString(130, u'x');
+    ASSERT_TRUE(EnviaTextoImpressora(s, d, "Lista de Cheques\r\n" + larga + "\r\n", 1));
+    const QList<PalavraPdf> palavras = palavras_pdf(pdf);
+    ASSERT_EQ(palavras.size(), 5);
+    EXPECT_EQ(palavras[0].Texto, "Lista");
+    EXPECT_NEAR(palavras[0].X, 10, 0.3);
+    EXPECT_LT(palavras[4].X + palavras[4].Largura, 200.3);
+}
+
+// With a spooler the operator says how the cheque came out; a bad one is noted for the register.
+TEST_F(ImpressoraSistemaPdf, ChequeNoSpoolerPerguntaComoSaiu) {
+    define_impressor_sistema([](const TrabalhoSistema &) { return 0; });
+    imp().DefineArquivoPdf({});
+    for (Resposta resposta : {Resposta::Yes, Resposta::No}) {
+        d.Respostas = {resposta};
+        QString nota;
+        EXPECT_EQ(imprime_um_cheque(s, d, nullptr,
+                                    {"001", "10,00", "Maria", "Santos", "07/03/25", {}}, false,
+                                    &nota),
+                  1);
+        EXPECT_EQ(d.Mensagens.last().Texto, PerguntaChequeSaiu);
+        EXPECT_EQ(nota, resposta == Resposta::No ? NotaChequeErrado : QString());
+    }
+    define_impressor_sistema([](const TrabalhoSistema &) { return 482; });
+    d.Mensagens.clear();
+    EXPECT_EQ(imprime_um_cheque(s, d, nullptr, {"001", "10,00", "M", "S", "07/03/25", {}}),
+              ImpressoraSistema::SemImpressora);
+    EXPECT_EQ(d.Textos(), QStringList{imp().Motivo(ImpressoraSistema::SemImpressora)});
+}
+
+} // namespace
