@@ -8,8 +8,16 @@
 #include "printer/pinta_sistema.h"
 #include "printer/palavras_pdf.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QThread>
+#include <cmath>
+#include <unistd.h>
 #include <gtest/gtest.h>
 
 using namespace vexa;
@@ -22,6 +30,27 @@ struct Caso {
     QString folha = {}, folhaX = {}, folhaY = {};
     QString calibracao = {};
 };
+
+// Each field's first word where the layout and the calibration put it, within 0.3 mm.
+void confere_campos(const QList<PalavraPdf> &palavras, const ConfiguracaoSistema &cfg,
+                    const QString &posicoes) {
+    const QList<CampoFace> campos =
+        campos_face({posicoes}, "1.234,56", "Fulano de Tal", "Santos", "07/03/25",
+                    {{1, {15, 60, "PAGAR SO EM CONTA"}}});
+    ASSERT_EQ(campos.size(), 9);
+    for (const CampoFace &campo : campos) {
+        const QString primeira = campo.Texto.section(u' ', 0, 0, QString::SectionSkipEmpty);
+        const double x = folha_x(cfg, cfg.OrigemX + (campo.Coluna - 1) * cfg.PassoColuna);
+        const double y = folha_y(cfg, cfg.OrigemY + (campo.Linha - 1) * cfg.PassoLinha);
+        const auto distancia = [&](const PalavraPdf &p) { return std::hypot(p.X - x, p.Base - y); };
+        const PalavraPdf *achada = nullptr;
+        for (const PalavraPdf &p : palavras)
+            if (p.Texto == primeira && (!achada || distancia(p) < distancia(*achada))) achada = &p;
+        ASSERT_NE(achada, nullptr) << qPrintable(campo.Nome + ": " + primeira);
+        EXPECT_NEAR(achada->X, x, 0.3) << qPrintable(campo.Nome);
+        EXPECT_NEAR(achada->Base, y, 0.3) << qPrintable(campo.Nome);
+    }
+}
 
 class ImpressoraSistemaPdf : public ::testing::TestWithParam<Caso> {
   protected:
@@ -58,26 +87,7 @@ TEST_P(ImpressoraSistemaPdf, CadaCampoOndeOLeiauteEACalibracaoOPoem) {
     imp().FechaPorta();
     fixa_hoje({});
 
-    const ConfiguracaoSistema &cfg = imp().Configuracao();
-    const QList<PalavraPdf> palavras = palavras_pdf(pdf);
-    const ModeloFace modelo{imp().Bancos().value(c.banco)};
-    const QList<CampoFace> campos = campos_face(modelo, "1.234,56", "Fulano de Tal", "Santos",
-                                                "07/03/25", {{1, {15, 60, "PAGAR SO EM CONTA"}}});
-    ASSERT_EQ(campos.size(), 9);
-    for (const CampoFace &campo : campos) {
-        const QString primeira = campo.Texto.section(u' ', 0, 0, QString::SectionSkipEmpty);
-        const double x = folha_x(cfg, cfg.OrigemX + (campo.Coluna - 1) * cfg.PassoColuna);
-        const double y = folha_y(cfg, cfg.OrigemY + (campo.Linha - 1) * cfg.PassoLinha);
-        const PalavraPdf *achada = nullptr;
-        for (const PalavraPdf &p : palavras)
-            if (p.Texto == primeira &&
-                (!achada || std::hypot(p.X - x, p.Base - y) <
-                                std::hypot(achada->X - x, achada->Base - y)))
-                achada = &p;
-        ASSERT_NE(achada, nullptr) << qPrintable(campo.Nome + ": " + primeira);
-        EXPECT_NEAR(achada->X, x, 0.3) << qPrintable(campo.Nome);
-        EXPECT_NEAR(achada->Base, y, 0.3) << qPrintable(campo.Nome);
-    }
+    confere_campos(palavras_pdf(pdf), imp().Configuracao(), imp().Bancos().value(c.banco));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -137,6 +147,87 @@ TEST_F(ImpressoraSistemaPdf, ChequeNoSpoolerPerguntaComoSaiu) {
     EXPECT_EQ(imprime_um_cheque(s, d, nullptr, {"001", "10,00", "M", "S", "07/03/25", {}}),
               ImpressoraSistema::SemImpressora);
     EXPECT_EQ(d.Textos(), QStringList{imp().Motivo(ImpressoraSistema::SemImpressora)});
+}
+
+// The real print queue: a CUPS server of its own on a private socket, with a PDF printer, and
+// the cheque printed to it by a copy of this program that talks to that server alone. The PDF
+// the queue wrote is read as the others.
+TEST(FilaCups, ChequeNaFilaSaiOndeOLeiauteOPoe) {
+    const QString filho = qEnvironmentVariable("VEXA_CUPS_FILHO");
+    if (!filho.isEmpty()) {
+        Sessao s{filho};
+        define_impressor_sistema(imprime_sistema);
+        ImpressoraSistema imp(s.CaminhoApp, s.CaminhoIni);
+        imp.IniciaPorta({});
+        imp.ImprimeCampoX(1, 15, 60, "PAGAR SO EM CONTA");
+        EXPECT_EQ(imp.ImprimeCheque("001", "1.234,56", "Fulano de Tal", "Santos", "07/03/25", {}),
+                  1);
+        imp.FechaPorta();
+        return;
+    }
+    const QString cupsd = QStandardPaths::findExecutable("cupsd", {"/usr/sbin", "/sbin"});
+    if (cupsd.isEmpty() || geteuid() != 0) GTEST_SKIP() << "sem cupsd, ou sem ser root";
+    QTemporaryDir pasta;
+    const QString d = pasta.path();
+    for (const char *sub : {"spool", "tmp", "cache", "state", "log", "pdf", "cpspool", "dados"})
+        QDir(d).mkpath(sub);
+    QFile::setPermissions(d + "/pdf", QFileDevice::Permissions(0x7777));
+    QFile::setPermissions(d + "/cpspool", QFileDevice::Permissions(0x7777));
+    const auto escreve = [](const QString &arquivo, const QString &texto) {
+        QFile f(arquivo);
+        return f.open(QIODevice::WriteOnly) && f.write(texto.toUtf8()) == texto.toUtf8().size();
+    };
+    ASSERT_TRUE(escreve(d + "/cupsd.conf", "Listen " + d + "/cups.sock\nBrowsing No\n"
+                                           "WebInterface No\nDefaultAuthType None\n"));
+    ASSERT_TRUE(escreve(d + "/cups-files.conf",
+                        QString("ServerRoot %1\nRequestRoot %1/spool\nTempDir %1/tmp\n"
+                                "CacheDir %1/cache\nStateDir %1/state\nErrorLog %1/log/error_log\n"
+                                "AccessLog %1/log/access_log\nPageLog %1/log/page_log\n"
+                                "ServerBin /usr/lib/cups\nDataDir /usr/share/cups\n")
+                            .arg(d)));
+    // The PDF printer reads its settings, by the name in its address, from the system's folder.
+    const QString fila = "vexateste" + QString::number(QCoreApplication::applicationPid());
+    const QString conf = "/etc/cups/cups-pdf-" + fila + ".conf";
+    ASSERT_TRUE(escreve(conf, QString("Out %1/pdf\nAnonDirName %1/pdf\nSpool %1/cpspool\n").arg(d)));
+    QProcess servidor;
+    servidor.start(cupsd, {"-f", "-c", d + "/cupsd.conf", "-s", d + "/cups-files.conf"});
+    ASSERT_TRUE(servidor.waitForStarted());
+    for (int i = 0; i < 100 && !QFile::exists(d + "/cups.sock"); ++i)
+        QThread::msleep(50);
+    QProcess::execute("lpadmin", {"-h", d + "/cups.sock", "-p", "VexaPDF", "-E", "-v",
+                                  "cups-pdf:/" + fila, "-P",
+                                  "/usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd"});
+
+    Sessao s{d + "/dados"};
+    LeGravaIni(s.CaminhoIni, "Sistema", "ImpressoraSistema", "VexaPDF");
+    LeGravaIni(s.CaminhoIni, "ChequeSistema", "Folha", "A4");
+    QProcess copia;
+    QProcessEnvironment amb = QProcessEnvironment::systemEnvironment();
+    amb.insert("VEXA_CUPS_FILHO", s.CaminhoApp);
+    amb.insert("CUPS_SERVER", d + "/cups.sock");
+    copia.setProcessEnvironment(amb);
+    copia.start(QCoreApplication::applicationFilePath(),
+                {"--gtest_filter=FilaCups.ChequeNaFilaSaiOndeOLeiauteOPoe"});
+    ASSERT_TRUE(copia.waitForFinished(60000));
+    EXPECT_EQ(copia.exitCode(), 0) << copia.readAllStandardOutput().toStdString();
+
+    QStringList pdfs;
+    for (int i = 0; i < 600 && pdfs.isEmpty(); ++i) {
+        QThread::msleep(100);
+        pdfs = QDir(d + "/pdf").entryList({"*.pdf"});
+    }
+    // The queue writes the file as it converts: wait until it stops growing.
+    for (qint64 antes = -1; !pdfs.isEmpty() && QFileInfo(d + "/pdf/" + pdfs[0]).size() != antes;
+         QThread::msleep(300))
+        antes = QFileInfo(d + "/pdf/" + pdfs[0]).size();
+    servidor.terminate();
+    servidor.waitForFinished();
+    QFile::remove(conf);
+    ASSERT_EQ(pdfs.size(), 1);
+    ImpressoraSistema imp(s.CaminhoApp, s.CaminhoIni);
+    imp.IniciaPorta({});
+    confere_campos(palavras_pdf(d + "/pdf/" + pdfs[0]), imp.Configuracao(),
+                   imp.Bancos().value("001"));
 }
 
 } // namespace
