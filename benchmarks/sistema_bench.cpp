@@ -26,8 +26,7 @@ void prepara() {
 
 qint16 cheque(ImpressoraSistema &imp, int i) {
     return imp.ImprimeCheque("001", "1.234,56", "Maria da Silva", "Santos",
-                             QStringLiteral("%1/03/25").arg(i + 1, 2, 10, QChar(u'0')),
-                             "1.234,56");
+                             QStringLiteral("%1/03/25").arg(i + 1, 2, 10, QChar(u'0')), "1.234,56");
 }
 
 void SistemaUmaFaceEmPdf(benchmark::State &state) {

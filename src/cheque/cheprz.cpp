@@ -1,5 +1,6 @@
 #include "cheque/cheprz.h"
 
+#include "catalogo/telas.h"
 #include "cheque/frente.h"
 #include "cheque/main.h"
 #include "cheque/parcelas.h"
@@ -9,7 +10,6 @@
 #include "core/relogio.h"
 #include "core/teclas.h"
 #include "printer/impressao.h"
-#include "catalogo/telas.h"
 #include "store/tabelas.h"
 
 #include <optional>

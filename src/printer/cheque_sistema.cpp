@@ -85,8 +85,8 @@ ConfiguracaoSistema le_configuracao_sistema(const QString &CaminhoIni) {
     const QString nome = LeGravaIni(CaminhoIni, "Sistema", "ImpressoraSistema", "");
     c.Impressora = nome == "-2" ? QString() : nome.trimmed();
     c.TipoFolha = LeGravaIni(CaminhoIni, "ChequeSistema", "Folha", "")
-                          .trimmed()
-                          .compare("A4", Qt::CaseInsensitive) == 0
+                              .trimmed()
+                              .compare("A4", Qt::CaseInsensitive) == 0
                       ? Folha::A4
                       : Folha::Cheque;
     c.FolhaX = numero(CaminhoIni, "FolhaX", c.FolhaX);
@@ -141,8 +141,7 @@ QList<PaginaSistema> paginas_texto_sistema(const ConfiguracaoSistema &c, const Q
 
     const bool grade = formulario == Formulario::Cheque || c.TipoFolha == Folha::Cheque;
     // On the cheque's grid: the lines above the band. On A4: the page within its margins.
-    const int porPagina =
-        grade ? int((LimiteImpressao - c.OrigemY) / c.PassoLinha) + 1 : LinhasA4;
+    const int porPagina = grade ? int((LimiteImpressao - c.OrigemY) / c.PassoLinha) + 1 : LinhasA4;
     QList<PaginaSistema> paginas;
     for (qsizetype inicio = 0; inicio == 0 || inicio < total; inicio += porPagina) {
         PaginaSistema p = pagina_vazia(c);
@@ -158,7 +157,8 @@ QList<PaginaSistema> paginas_texto_sistema(const ConfiguracaoSistema &c, const Q
             p.Passo = util / qMax(ColunasA4, largura);
             p.EscalaX = p.EscalaY = 1;
             for (qsizetype i = inicio; i < qMin(total, inicio + porPagina); ++i)
-                p.Escritos.append({MargemA4, MargemA4 + (i - inicio + 0.8) * passoLinha, linhas[i]});
+                p.Escritos.append(
+                    {MargemA4, MargemA4 + (i - inicio + 0.8) * passoLinha, linhas[i]});
         }
         paginas.append(p);
     }
@@ -179,18 +179,22 @@ PaginaSistema pagina_calibracao(const ConfiguracaoSistema &c) {
     const auto tamanho = [](int mm) { return mm % 10 == 0 ? 4.0 : mm % 5 == 0 ? 2.5 : 1.5; };
     for (int x = 1; x < LarguraCheque; ++x) {
         traco(c, p, x, 0, x, tamanho(x));
-        if (x % 10 == 0) p.Escritos.append({folha_x(c, x - 1.5), folha_y(c, 7.0), QString::number(x)});
+        if (x % 10 == 0)
+            p.Escritos.append({folha_x(c, x - 1.5), folha_y(c, 7.0), QString::number(x)});
     }
     for (int y = 1; y < AlturaCheque; ++y) {
         traco(c, p, 0, y, tamanho(y), y);
-        if (y % 10 == 0) p.Escritos.append({folha_x(c, 5.0), folha_y(c, y + 0.8), QString::number(y)});
+        if (y % 10 == 0)
+            p.Escritos.append({folha_x(c, 5.0), folha_y(c, y + 0.8), QString::number(y)});
     }
     // A cross at the baseline of line 1, column 1.
     traco(c, p, c.OrigemX - 3, c.OrigemY, c.OrigemX + 3, c.OrigemY);
     traco(c, p, c.OrigemX, c.OrigemY - 3, c.OrigemX, c.OrigemY + 3);
-    p.Escritos.append({folha_x(c, 40), folha_y(c, 40),
-                       "Calibração: " + (c.Impressora.isEmpty() ? "impressora padrão" : c.Impressora)});
-    p.Escritos.append({folha_x(c, 40), folha_y(c, 45), "Deslocamento " + texto_calibracao(c.Ajuste)});
+    p.Escritos.append(
+        {folha_x(c, 40), folha_y(c, 40),
+         "Calibração: " + (c.Impressora.isEmpty() ? "impressora padrão" : c.Impressora)});
+    p.Escritos.append(
+        {folha_x(c, 40), folha_y(c, 45), "Deslocamento " + texto_calibracao(c.Ajuste)});
     p.Escritos.append({folha_x(c, 40), folha_y(c, 61), "Faixa magnética: nada abaixo desta linha"});
     return p;
 }

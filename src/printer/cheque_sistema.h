@@ -5,6 +5,7 @@
 // pages it composes are painted by whoever installed the painter (impressora_sistema.h), on
 // paper, into a PDF or on the screen, from the same page.
 #include "printer/face_cheque.h"
+#include "printer/papel.h"
 
 #include <QList>
 #include <QRectF>

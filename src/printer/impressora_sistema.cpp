@@ -33,8 +33,8 @@ void define_previa_sistema(PreviaSistema previa) {
 }
 
 ImpressoraSistema::ImpressoraSistema(const QString &caminhoApp, const QString &caminhoIni)
-    : Simulador(caminhoApp), caminhoIni_(caminhoIni),
-      config_(le_configuracao_sistema(caminhoIni)) {}
+    : Simulador(caminhoApp), caminhoIni_(caminhoIni), config_(le_configuracao_sistema(caminhoIni)) {
+}
 
 QString ImpressoraSistema::Descricao() const {
     return "Impressora do sistema (" +
@@ -89,8 +89,8 @@ FaceSistema ImpressoraSistema::FaceCheque(const QString &Banco, const QString &V
                                           const QString &Favorecido, const QString &Cidade,
                                           const QString &Data,
                                           const QMap<int, CampoExtra> &extras) {
-    return compoe_face_sistema(
-        config_, campos_face(modelo(Banco), Valor, Favorecido, Cidade, Data, extras));
+    return compoe_face_sistema(config_,
+                               campos_face(modelo(Banco), Valor, Favorecido, Cidade, Data, extras));
 }
 
 qint16 ImpressoraSistema::ImprimeCheque(const QString &Banco, const QString &Valor,
@@ -117,8 +117,7 @@ qint16 ImpressoraSistema::ImprimeCheque(const QString &Banco, const QString &Val
 
 qint16 ImpressoraSistema::ImprimePaginas(const QString &titulo,
                                          const QList<PaginaSistema> &paginas) {
-    const int erro =
-        imprime_trabalho_sistema({titulo, config_.Impressora, arquivoPdf_, paginas});
+    const int erro = imprime_trabalho_sistema({titulo, config_.Impressora, arquivoPdf_, paginas});
     return erro == 0 ? qint16(Feito) : erro == 482 ? qint16(SemImpressora) : qint16(Recusou);
 }
 
@@ -138,8 +137,8 @@ qint16 ImpressoraSistema::encerra_texto() {
     return ImprimePaginas("Vexa Plus", paginas);
 }
 
-qint16 ImpressoraSistema::FormataTX(const QString &Texto, qint16 Modo, qint16 A, qint16 B,
-                                    qint16 C, qint16 D) {
+qint16 ImpressoraSistema::FormataTX(const QString &Texto, qint16 Modo, qint16 A, qint16 B, qint16 C,
+                                    qint16 D) {
     const QStringList args{Texto,
                            QString::number(Modo),
                            QString::number(A),

@@ -32,8 +32,8 @@ void pinta_pagina(QPainter &p, const PaginaSistema &pagina, double pxPorMm, bool
     if (contorno) {
         p.setPen(QPen(QColor(170, 170, 170), 0.3 * pxPorMm));
         const QRectF c = pagina.Cheque;
-        p.drawRect(QRectF(c.x() * pxPorMm, c.y() * pxPorMm, c.width() * pxPorMm,
-                          c.height() * pxPorMm));
+        p.drawRect(
+            QRectF(c.x() * pxPorMm, c.y() * pxPorMm, c.width() * pxPorMm, c.height() * pxPorMm));
         const double faixa = c.y() + (AlturaCheque - FaixaMagnetica) * pagina.EscalaY;
         p.fillRect(QRectF(c.x() * pxPorMm, faixa * pxPorMm, c.width() * pxPorMm,
                           FaixaMagnetica * pagina.EscalaY * pxPorMm),
@@ -41,7 +41,8 @@ void pinta_pagina(QPainter &p, const PaginaSistema &pagina, double pxPorMm, bool
     }
     p.setPen(QPen(Qt::black, 0.15 * pxPorMm));
     for (const TracoPagina &t : pagina.Tracos)
-        p.drawLine(QPointF(t.X1 * pxPorMm, t.Y1 * pxPorMm), QPointF(t.X2 * pxPorMm, t.Y2 * pxPorMm));
+        p.drawLine(QPointF(t.X1 * pxPorMm, t.Y1 * pxPorMm),
+                   QPointF(t.X2 * pxPorMm, t.Y2 * pxPorMm));
 
     const QFont f = fonte();
     p.setFont(f);
@@ -74,9 +75,8 @@ int imprime_sistema(const TrabalhoSistema &trabalho) {
     impressora.setFullPage(true);
     impressora.setPageMargins(QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter);
     const auto tamanho = [&](const PaginaSistema &p) {
-        impressora.setPageSize(
-            QPageSize(QSizeF(p.Largura, p.Altura), QPageSize::Millimeter, QString(),
-                      QPageSize::ExactMatch));
+        impressora.setPageSize(QPageSize(QSizeF(p.Largura, p.Altura), QPageSize::Millimeter,
+                                         QString(), QPageSize::ExactMatch));
         impressora.setPageOrientation(p.Largura > p.Altura ? QPageLayout::Landscape
                                                            : QPageLayout::Portrait);
     };

@@ -27,8 +27,7 @@ std::optional<double> le_numero(const QString &texto, double minimo, double maxi
 
 } // namespace
 
-Calibra::Calibra(Sessao &sessao, Desktop &desktop)
-    : Tela(telas::Calibra, Titulo, sessao, desktop) {
+Calibra::Calibra(Sessao &sessao, Desktop &desktop) : Tela(telas::Calibra, Titulo, sessao, desktop) {
     for (Controle *c : std::initializer_list<Controle *>{&OptFolha[0], &OptFolha[1], &Label2[0],
                                                          &Label2[1], &TxtFolha[0], &TxtFolha[1]})
         c->Container = &Frame1;
@@ -51,9 +50,9 @@ Calibra::Calibra(Sessao &sessao, Desktop &desktop)
 
 void Calibra::Form_Load() {
     const ConfiguracaoSistema c = le_configuracao_sistema(sessao.CaminhoIni);
-    CheckUsar.Value =
-        LeGravaIni(sessao.CaminhoIni, "Sistema", "Impressora", "").trimmed().compare(
-            "Sistema", Qt::CaseInsensitive) == 0;
+    CheckUsar.Value = LeGravaIni(sessao.CaminhoIni, "Sistema", "Impressora", "")
+                          .trimmed()
+                          .compare("Sistema", Qt::CaseInsensitive) == 0;
     for (const QString &nome : impressoras_conhecidas())
         cboImpressora.AddItem(nome);
     cboImpressora.Text = c.Impressora;
@@ -66,8 +65,8 @@ void Calibra::Form_Load() {
 }
 
 void Calibra::mostra_calibracao() {
-    const Calibracao a = calibracao_do_texto(LeGravaIni(
-        sessao.CaminhoIni, "Calibracao", chave_calibracao(cboImpressora.Text), ""));
+    const Calibracao a = calibracao_do_texto(
+        LeGravaIni(sessao.CaminhoIni, "Calibracao", chave_calibracao(cboImpressora.Text), ""));
     TxtAjuste[0].Text = mm(a.DeslocX);
     TxtAjuste[1].Text = mm(a.DeslocY);
     TxtAjuste[2].Text = mm(a.EscalaX * 100, 2);

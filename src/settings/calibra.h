@@ -31,8 +31,8 @@ class Calibra : public Tela {
                           "Escala horizontal (%):", "Escala vertical (%):"};
     Matriz<Texto> TxtAjuste{{0, Texto()}, {1, Texto()}, {2, Texto()}, {3, Texto()}};
 
-    Matriz<Botao> Command1{"Imprimir &página de calibração", "Imprimir cheque de &teste",
-                           "&Salvar", "Fecha&r"};
+    Matriz<Botao> Command1{"Imprimir &página de calibração", "Imprimir cheque de &teste", "&Salvar",
+                           "Fecha&r"};
 
     void Form_Load() override;
     // A printer chosen: its own calibration comes to the fields.

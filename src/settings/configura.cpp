@@ -1,12 +1,12 @@
 #include "settings/configura.h"
 
+#include "catalogo/telas.h"
 #include "core/conversoes.h"
 #include "core/ini.h"
-#include "catalogo/telas.h"
 #include "core/teclas.h"
-#include "settings/calibra.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
+#include "settings/calibra.h"
 
 namespace vexa {
 
@@ -72,7 +72,7 @@ Configura::Configura(Sessao &sessao, Desktop &desktop)
     liga("Command3D4", Evento::Click, [this](int) { Command3D4_Click(); });
     liga("Command3D9", Evento::Click, [this](int) { Command3D9_Click(); });
     liga("Command3D10", Evento::Click,
-         [this](int) { abre_tela(sessao, desktop, telas::Calibra); });
+         [this](int) { abre_tela(this->sessao, this->desktop, telas::Calibra); });
     liga("Option3D2", Evento::Click, [this](int) { Option3D2_Click(); });
     liga("SSCommand1", Evento::Click, [this](int) { Unload(); });
     liga("Text1", Evento::GotFocus, [this](int i) { Campo_GotFocus(Text1[i]); });

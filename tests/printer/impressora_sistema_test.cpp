@@ -5,8 +5,8 @@
 #include "core/relogio.h"
 #include "printer/impressao.h"
 #include "printer/impressora_sistema.h"
-#include "printer/pinta_sistema.h"
 #include "printer/palavras_pdf.h"
+#include "printer/pinta_sistema.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,8 +17,8 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <cmath>
-#include <unistd.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace vexa;
 
@@ -34,9 +34,8 @@ struct Caso {
 // Each field's first word where the layout and the calibration put it, within 0.3 mm.
 void confere_campos(const QList<PalavraPdf> &palavras, const ConfiguracaoSistema &cfg,
                     const QString &posicoes) {
-    const QList<CampoFace> campos =
-        campos_face({posicoes}, "1.234,56", "Fulano de Tal", "Santos", "07/03/25",
-                    {{1, {15, 60, "PAGAR SO EM CONTA"}}});
+    const QList<CampoFace> campos = campos_face({posicoes}, "1.234,56", "Fulano de Tal", "Santos",
+                                                "07/03/25", {{1, {15, 60, "PAGAR SO EM CONTA"}}});
     ASSERT_EQ(campos.size(), 9);
     for (const CampoFace &campo : campos) {
         const QString primeira = campo.Texto.section(u' ', 0, 0, QString::SectionSkipEmpty);
@@ -63,8 +62,8 @@ class ImpressoraSistemaPdf : public ::testing::TestWithParam<Caso> {
     }
     ImpressoraSistema &imp() { return static_cast<ImpressoraSistema &>(*s.Impressora); }
     void configura(const Caso &c) {
-        for (auto [chave, valor] : {std::pair{"Folha", c.folha}, {"FolhaX", c.folhaX},
-                                    std::pair{"FolhaY", c.folhaY}})
+        for (auto [chave, valor] :
+             {std::pair{"Folha", c.folha}, {"FolhaX", c.folhaX}, std::pair{"FolhaY", c.folhaY}})
             if (!valor.isEmpty()) LeGravaIni(s.CaminhoIni, "ChequeSistema", chave, valor);
         if (!c.calibracao.isEmpty()) LeGravaIni(s.CaminhoIni, "Calibracao", "Jato", c.calibracao);
         imp().IniciaPorta("");
@@ -94,8 +93,13 @@ INSTANTIATE_TEST_SUITE_P(
     BancosFolhasCalibracoes, ImpressoraSistemaPdf,
     ::testing::Values(
         Caso{"FabricaFolhaDoCheque", "001", {}, {}, {}, {}, {}},
-        Caso{"OutroLeiauteEmA4", "237", "002,006,008,011,014,080,012,004,014,045,030,042,060",
-             "A4", "20", "30", {}},
+        Caso{"OutroLeiauteEmA4",
+             "237",
+             "002,006,008,011,014,080,012,004,014,045,030,042,060",
+             "A4",
+             "20",
+             "30",
+             {}},
         Caso{"Calibrada", "341", "003,007,009,012,016,090,020,010,012,055,031,040,065", "A4",
              "17,5", "20", "1.50;-0.80;1.0100;0.9900"},
         Caso{"CalibradaNaFolhaDoCheque", "001", {}, "Cheque", {}, {}, "-1.00;2.00;0.9950;1.0050"}),
@@ -177,8 +181,9 @@ TEST(FilaCups, ChequeNaFilaSaiOndeOLeiauteOPoe) {
         QFile f(arquivo);
         return f.open(QIODevice::WriteOnly) && f.write(texto.toUtf8()) == texto.toUtf8().size();
     };
-    ASSERT_TRUE(escreve(d + "/cupsd.conf", "Listen " + d + "/cups.sock\nBrowsing No\n"
-                                           "WebInterface No\nDefaultAuthType None\n"));
+    ASSERT_TRUE(escreve(d + "/cupsd.conf", "Listen " + d +
+                                               "/cups.sock\nBrowsing No\n"
+                                               "WebInterface No\nDefaultAuthType None\n"));
     ASSERT_TRUE(escreve(d + "/cups-files.conf",
                         QString("ServerRoot %1\nRequestRoot %1/spool\nTempDir %1/tmp\n"
                                 "CacheDir %1/cache\nStateDir %1/state\nErrorLog %1/log/error_log\n"
@@ -188,15 +193,16 @@ TEST(FilaCups, ChequeNaFilaSaiOndeOLeiauteOPoe) {
     // The PDF printer reads its settings, by the name in its address, from the system's folder.
     const QString fila = "vexateste" + QString::number(QCoreApplication::applicationPid());
     const QString conf = "/etc/cups/cups-pdf-" + fila + ".conf";
-    ASSERT_TRUE(escreve(conf, QString("Out %1/pdf\nAnonDirName %1/pdf\nSpool %1/cpspool\n").arg(d)));
+    ASSERT_TRUE(
+        escreve(conf, QString("Out %1/pdf\nAnonDirName %1/pdf\nSpool %1/cpspool\n").arg(d)));
     QProcess servidor;
     servidor.start(cupsd, {"-f", "-c", d + "/cupsd.conf", "-s", d + "/cups-files.conf"});
     ASSERT_TRUE(servidor.waitForStarted());
     for (int i = 0; i < 100 && !QFile::exists(d + "/cups.sock"); ++i)
         QThread::msleep(50);
-    QProcess::execute("lpadmin", {"-h", d + "/cups.sock", "-p", "VexaPDF", "-E", "-v",
-                                  "cups-pdf:/" + fila, "-P",
-                                  "/usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd"});
+    QProcess::execute("lpadmin",
+                      {"-h", d + "/cups.sock", "-p", "VexaPDF", "-E", "-v", "cups-pdf:/" + fila,
+                       "-P", "/usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd"});
 
     Sessao s{d + "/dados"};
     LeGravaIni(s.CaminhoIni, "Sistema", "ImpressoraSistema", "VexaPDF");

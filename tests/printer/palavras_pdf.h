@@ -22,7 +22,7 @@ inline QList<PalavraPdf> palavras_pdf(const QString &arquivo) {
     // font's share of ascent in that height.
     constexpr double Subida = 1901.0 / (1901.0 + 483.0), Mm = 25.4 / 72.0;
     static const QRegularExpression palavra(
-        R"(<page |<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)</word>)");
+        R"re(<page |<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)</word>)re");
     QList<PalavraPdf> r;
     int pagina = 0;
     for (auto it = palavra.globalMatch(html); it.hasNext();) {
@@ -34,7 +34,10 @@ inline QList<PalavraPdf> palavras_pdf(const QString &arquivo) {
         const double x0 = m.captured(1).toDouble(), y0 = m.captured(2).toDouble();
         const double x1 = m.captured(3).toDouble(), y1 = m.captured(4).toDouble();
         QString texto = m.captured(5);
-        texto.replace("&amp;", "&").replace("&lt;", "<").replace("&gt;", ">").replace("&quot;", "\"");
+        texto.replace("&amp;", "&")
+            .replace("&lt;", "<")
+            .replace("&gt;", ">")
+            .replace("&quot;", "\"");
         r.append({texto, x0 * Mm, (y0 + (y1 - y0) * Subida) * Mm, (x1 - x0) * Mm, pagina});
     }
     return r;
