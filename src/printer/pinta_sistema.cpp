@@ -73,12 +73,13 @@ int imprime_sistema(const TrabalhoSistema &trabalho) {
     }
     impressora.setDocName(trabalho.Titulo);
     impressora.setFullPage(true);
-    impressora.setPageMargins(QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter);
+    // A page size is kept upright; a sheet wider than tall is that size turned.
     const auto tamanho = [&](const PaginaSistema &p) {
-        impressora.setPageSize(QPageSize(QSizeF(p.Largura, p.Altura), QPageSize::Millimeter,
-                                         QString(), QPageSize::ExactMatch));
-        impressora.setPageOrientation(p.Largura > p.Altura ? QPageLayout::Landscape
-                                                           : QPageLayout::Portrait);
+        const QPageSize folha(QSizeF(qMin(p.Largura, p.Altura), qMax(p.Largura, p.Altura)),
+                              QPageSize::Millimeter, QString(), QPageSize::ExactMatch);
+        impressora.setPageLayout(QPageLayout(
+            folha, p.Largura > p.Altura ? QPageLayout::Landscape : QPageLayout::Portrait,
+            QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter));
     };
     if (trabalho.Paginas.isEmpty()) return 0;
     tamanho(trabalho.Paginas.first());
