@@ -58,6 +58,8 @@ class Main : public Tela {
     MenuItem Arquivo{"&Arquivo"};
     MenuItem Conf_Vexa{"C&onfigurações"};
     MenuItem MOpSoft{"Opções do Sof&tware"};
+    MenuItem CopiaAgora{"Fazer cópia de segurança agora"};
+    MenuItem RestauraCopia{"Restaurar cópia de segurança..."};
     MenuItem Sair{"&Sair"};
     MenuItem Cadastro{"&Cadastro"};
     MenuItem Bank{"&Bancos"};
@@ -75,7 +77,7 @@ class Main : public Tela {
     MenuItem Verso{"&Verso do Cheque"};
     MenuItem Relat{"&Relatório"};
     MenuItem Ajuda{"Aju&da"};
-    MenuItem Topicos{"Aj&uda do Sofware Vexa Plus"};
+    MenuItem Topicos{"Aj&uda do Software Vexa Plus"};
     MenuItem Sobre_T{"&Sobre o Software Vexa Plus"};
 
     // The fields of a request, indexed as Text1; emptied as they reach the fields.

@@ -24,6 +24,7 @@ void CriaVistaCmpCopia(Tela &tela, QMainWindow &janela);
 void CriaVistaConfigura(Tela &tela, QMainWindow &janela);
 void CriaVistaOpSoft(Tela &tela, QMainWindow &janela);
 void CriaVistaSobre(Tela &tela, QMainWindow &janela);
+void CriaVistaCopias(Tela &tela, QMainWindow &janela);
 
 const std::map<QString, FabricaVista> &fabricas_vistas() {
     static const std::map<QString, FabricaVista> vistas = {
@@ -48,6 +49,7 @@ const std::map<QString, FabricaVista> &fabricas_vistas() {
         {telas::Configura, CriaVistaConfigura},
         {telas::OpSoft, CriaVistaOpSoft},
         {telas::Sobre, CriaVistaSobre},
+        {telas::Copias, CriaVistaCopias},
     };
     return vistas;
 }
