@@ -3,9 +3,9 @@ BUILD ?= build
 PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins libgl-dev \
            libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
            fonts-liberation fonts-dejavu-core clang-format poppler-utils ccache \
-           qt6-translations-l10n
+           qt6-translations-l10n dpkg-dev file
 # What the package and its checks need besides the build.
-PACOTES_DEB := dpkg-dev fakeroot file lintian appstream desktop-file-utils librsvg2-bin
+PACOTES_DEB := lintian appstream desktop-file-utils librsvg2-bin
 export QT_QPA_PLATFORM ?= offscreen
 
 .PHONY: all deps build run test deb icones bench capturas ensaios format format-check clean

@@ -29,8 +29,8 @@ int main(int argc, char *argv[]) {
     QApplication app(argc, argv);
     vexa::ui::prepara_aplicacao(app);
     vexa::define_pintor_pdf(vexa::pdf_face);
-    const QString pasta =
-        vexa::pasta_dados(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    const QString pasta = vexa::escolhe_pasta_dados(
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     if (const QString erro = vexa::verifica_pasta_dados(pasta); !erro.isEmpty()) {
         vexa::ui::DesktopQt().MsgBox(erro, vexa::Botoes::OK, "Erro", vexa::Icone::Critico);
         return 1;

@@ -99,10 +99,10 @@ std::optional<CopiaSeguranca> le_copia(const QFileInfo &pasta) {
 // Writes the backup in the locked folder: the parts under a temporary name, then the rename.
 QString escreve_copia(const Sessao &s, const QString &pasta, const ModoCopia &modo) {
     const QString nome = agora().toString(Formato) + (modo.AntesDeRestaurar ? SufixoAntes : "");
-    QString final = pasta + "/" + nome;
-    for (int n = 2; QFileInfo::exists(final); ++n)
-        final = pasta + "/" + nome + "-" + QString::number(n);
-    QDir parcial(pasta + "/" + Parcial + QFileInfo(final).fileName());
+    QString destino = pasta + "/" + nome;
+    for (int n = 2; QFileInfo::exists(destino); ++n)
+        destino = pasta + "/" + nome + "-" + QString::number(n);
+    QDir parcial(pasta + "/" + Parcial + QFileInfo(destino).fileName());
     if (!parcial.mkpath(".")) return QStringLiteral("a pasta %1 não pôde ser criada").arg(pasta);
 
     QString erro;
@@ -119,8 +119,8 @@ QString escreve_copia(const Sessao &s, const QString &pasta, const ModoCopia &mo
         erro = copia_arquivo(s.CaminhoIni, parcial.filePath("VEXA.INI"));
     if (erro.isEmpty())
         erro = copia_impressora(s.CaminhoApp + "/impressora", parcial.filePath("impressora"));
-    if (erro.isEmpty() && !QDir().rename(parcial.path(), final))
-        erro = QStringLiteral("a cópia não pôde receber o seu nome %1").arg(final);
+    if (erro.isEmpty() && !QDir().rename(parcial.path(), destino))
+        erro = QStringLiteral("a cópia não pôde receber o seu nome %1").arg(destino);
     if (!erro.isEmpty()) parcial.removeRecursively();
     return erro;
 }

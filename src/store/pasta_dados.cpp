@@ -10,7 +10,7 @@
 
 namespace vexa {
 
-QString pasta_dados(const QString &padrao) {
+QString escolhe_pasta_dados(const QString &padrao) {
     const QString ambiente = qEnvironmentVariable("VEXA_DADOS").trimmed();
     if (!ambiente.isEmpty()) return QDir::cleanPath(QFileInfo(ambiente).absoluteFilePath());
     QString chave = LeGravaIni(padrao + "/VEXA.INI", "Sistema", "PastaDados", "").trimmed();

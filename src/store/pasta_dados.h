@@ -9,7 +9,7 @@ namespace vexa {
 // the key PastaDados of section Sistema, in the VEXA.INI of the user's standard folder
 // (padrao), may name another one (a second disk, a synchronised folder); otherwise it is
 // padrao. A relative name in the key is taken from padrao, and "~/" is the home folder.
-QString pasta_dados(const QString &padrao);
+QString escolhe_pasta_dados(const QString &padrao);
 
 // Empty when the program can make the folder and write in it; otherwise the message that says
 // it can't. A folder that vanished (a disk not mounted) is told, never replaced by an empty one

@@ -112,7 +112,7 @@ TEST_P(LugarPastaDados, AmbienteChaveOuPadrao) {
         qunsetenv("VEXA_DADOS");
     QString esperado = c.esperado;
     esperado.replace(0, 1, esperado.startsWith('~') ? QDir::homePath() : padrao.path());
-    EXPECT_EQ(pasta_dados(padrao.path()), QDir::cleanPath(esperado));
+    EXPECT_EQ(escolhe_pasta_dados(padrao.path()), QDir::cleanPath(esperado));
     qunsetenv("VEXA_DADOS");
 }
 
