@@ -31,7 +31,7 @@ foreach(tamanho 16 32 48 64 128 256)
 endforeach()
 install(FILES ${VEXA_GERADO}/vexa.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${VEXA_PACOTE_DIR}/copyright ${VEXA_GERADO}/changelog.gz
-        DESTINATION ${CMAKE_INSTALL_DOCDIR})
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vexa-plus)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vexa-plus)
