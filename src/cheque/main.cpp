@@ -13,6 +13,7 @@
 #include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
+#include "settings/copias.h"
 #include "store/copia_seguranca.h"
 #include "store/tabelas.h"
 

@@ -27,6 +27,5 @@ inline const QString CmpCopia = QStringLiteral("CmpCopia");
 inline const QString Configura = QStringLiteral("Configura");
 inline const QString OpSoft = QStringLiteral("OpSoft");
 inline const QString Sobre = QStringLiteral("Sobre");
-inline const QString Copias = QStringLiteral("Copias");
 
 } // namespace vexa::telas

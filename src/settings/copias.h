@@ -6,6 +6,10 @@
 
 namespace vexa {
 
+namespace telas {
+inline const QString Copias = QStringLiteral("Copias");
+} // namespace telas
+
 class Copias : public Tela {
   public:
     Copias(Sessao &sessao, Desktop &desktop);

@@ -1,5 +1,7 @@
 #include "ui/vistas.h"
 
+#include "settings/copias.h"
+
 namespace vexa::ui {
 
 // Each view's builder, defined in its own file.
