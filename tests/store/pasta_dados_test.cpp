@@ -104,7 +104,8 @@ TEST_P(LugarPastaDados, AmbienteChaveOuPadrao) {
     if (c.chave) LeGravaIni(padrao.filePath("VEXA.INI"), "Sistema", "PastaDados", c.chave);
     c.ambiente ? qputenv("VEXA_DADOS", c.ambiente) : qunsetenv("VEXA_DADOS");
     QString esperado = c.esperado;
-    esperado.replace(0, 1, esperado.startsWith('~') ? QDir::homePath() : padrao.path());
+    if (esperado.startsWith('P')) esperado.replace(0, 1, padrao.path());
+    if (esperado.startsWith('~')) esperado.replace(0, 1, QDir::homePath());
     EXPECT_EQ(escolhe_pasta_dados(padrao.path()), QDir::cleanPath(esperado));
     qunsetenv("VEXA_DADOS");
 }
