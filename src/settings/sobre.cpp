@@ -21,7 +21,7 @@ void Sobre::Form_Load() {
     Label2.Caption = "Vexa Plus Document Printer versão " + VersaoPrograma();
     Label1.Caption = QString(6, u' ') + "Software de Impressão de Cheques\n" + QString(6, u' ') +
                      "Versão " + VersaoPrograma() + " - " + DataCompilacao();
-    Label5.Caption = "Pasta de dados: " + QDir::toNativeSeparators(sessao.CaminhoApp);
+    Label5.Caption = "Pasta de dados:\n" + QDir::toNativeSeparators(sessao.CaminhoApp);
     Command3D1.Visible = true;
     if (sessao.FaseInicio == 1) {
         Command3D1.Visible = false;

@@ -180,7 +180,7 @@ TEST_F(TelaConfigura, SobreNaPartidaEsperaSemBotao) {
     EXPECT_EQ(d.Mostradas, QStringList{"Sobre"});
     EXPECT_TRUE(
         sobre->Label1.Caption.endsWith("Versão " + VersaoPrograma() + " - " + DataCompilacao()));
-    EXPECT_EQ(sobre->Label5.Caption, "Pasta de dados: " + s.CaminhoApp);
+    EXPECT_EQ(sobre->Label5.Caption, "Pasta de dados:\n" + s.CaminhoApp);
     sobre->Unload();
     s.FaseInicio = 0;
     sobre = static_cast<Sobre *>(d.Abre(std::make_unique<Sobre>(s, d)));
