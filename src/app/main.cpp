@@ -3,25 +3,44 @@
 #include "core/sessao.h"
 #include "printer/papel.h"
 #include "printer/pdf_face.h"
+#include "settings/versao.h"
+#include "store/copia_seguranca.h"
 #include "store/pasta_dados.h"
 #include "ui/aplicacao.h"
 #include "ui/desktop_qt.h"
 
 #include <QApplication>
+#include <QStandardPaths>
+#include <cstdio>
 
 int main(int argc, char *argv[]) {
+    // --help and --version answer without a window; an unknown option is told, never taken
+    // for the fields of a cheque. Anything else is another program's request.
+    QStringList argumentos;
+    for (int i = 1; i < argc; ++i)
+        argumentos << QString::fromLocal8Bit(argv[i]);
+    const vexa::LinhaComando pedido = vexa::le_linha_comando(argumentos);
+    if (pedido.Acao != vexa::LinhaComando::Pedido::Abrir) {
+        const bool erro = pedido.Acao == vexa::LinhaComando::Pedido::Erro;
+        std::fputs(pedido.Resposta.toLocal8Bit().constData(), erro ? stderr : stdout);
+        return erro ? 2 : 0;
+    }
+
     QApplication app(argc, argv);
     vexa::ui::prepara_aplicacao(app);
     vexa::define_pintor_pdf(vexa::pdf_face);
-
-    // The arguments are another program's request: the fields of a cheque.
-    const QString linha = QCoreApplication::arguments().mid(1).join(' ');
-
-    vexa::Sessao sessao;
+    const QString pasta = vexa::escolhe_pasta_dados(
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    if (const QString erro = vexa::verifica_pasta_dados(pasta); !erro.isEmpty()) {
+        vexa::ui::DesktopQt().MsgBox(erro, vexa::Botoes::OK, "Erro", vexa::Icone::Critico);
+        return 1;
+    }
+    vexa::Sessao sessao(pasta);
     vexa::prepara_pasta_dados(sessao);
     vexa::ui::DesktopQt desktop;
-    desktop.Abre(std::make_unique<vexa::Main>(sessao, desktop, linha));
+    desktop.Abre(std::make_unique<vexa::Main>(sessao, desktop, pedido.Campos));
     // The entry screen closes itself in its load when another copy was running.
     if (!desktop.Aberta(vexa::telas::Main)) return 0;
+    vexa::copia_do_dia(sessao, desktop);
     return app.exec();
 }

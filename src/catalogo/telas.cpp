@@ -19,6 +19,7 @@
 #include "reports/filtro.h"
 #include "reports/relato.h"
 #include "settings/configura.h"
+#include "settings/copias.h"
 #include "settings/opsoft.h"
 #include "settings/sobre.h"
 
@@ -58,6 +59,7 @@ const std::map<QString, FabricaTela> &fabricas_telas() {
         {telas::Configura, cria<Configura>},
         {telas::OpSoft, cria<OpSoft>},
         {telas::Sobre, cria<Sobre>},
+        {telas::Copias, cria<Copias>},
     };
     return fabricas;
 }

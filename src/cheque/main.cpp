@@ -16,6 +16,8 @@
 #include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
+#include "settings/copias.h"
+#include "store/copia_seguranca.h"
 #include "store/tabelas.h"
 
 #include <QFileInfo>
@@ -76,6 +78,8 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     registra("Arquivo", Arquivo);
     registra("Conf_Vexa", Conf_Vexa);
     registra("MOpSoft", MOpSoft);
+    registra("CopiaAgora", CopiaAgora);
+    registra("RestauraCopia", RestauraCopia);
     registra("Sair", Sair);
     registra("Cadastro", Cadastro);
     registra("Bank", Bank);
@@ -134,6 +138,8 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     liga_tela(Cidad, telas::Cidade);
     liga_tela(Layout, telas::Script);
     liga_tela(Sobre_T, telas::Sobre);
+    liga_tela(RestauraCopia, telas::Copias);
+    liga("CopiaAgora", Evento::Click, [this](int) { copia_agora(this->sessao, this->desktop); });
     Opcoes[2].Enabled = Relat.Enabled;
     Opcoes[5].Enabled = ch_pr.Enabled;
     Opcoes[6].Enabled = CopiaCheque.Enabled;

@@ -60,6 +60,8 @@ class Main : public Tela {
     MenuItem Arquivo{"&Arquivo"};
     MenuItem Conf_Vexa{"C&onfigurações"};
     MenuItem MOpSoft{"Opções do Sof&tware"};
+    MenuItem CopiaAgora{"Fazer cópia de segurança agora"};
+    MenuItem RestauraCopia{"Restaurar cópia de segurança..."};
     MenuItem Sair{"&Sair"};
     MenuItem Cadastro{"&Cadastro"};
     MenuItem Bank{"&Bancos"};

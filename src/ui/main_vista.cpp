@@ -53,6 +53,9 @@ void cria_menus(QMainWindow &janela) {
     item(arquivo, "Conf_Vexa");
     item(arquivo, "MOpSoft");
     arquivo->addSeparator();
+    item(arquivo, "CopiaAgora");
+    item(arquivo, "RestauraCopia");
+    arquivo->addSeparator();
     item(arquivo, "Sair");
     QMenu *cadastro = menu(barra, "Cadastro");
     QMenu *bancos = menu(cadastro, "Bank");

@@ -5,6 +5,7 @@
 #include "settings/configura.h"
 #include "settings/opsoft.h"
 #include "settings/sobre.h"
+#include "settings/versao.h"
 
 #include <QDir>
 #include <QFile>
@@ -251,7 +252,9 @@ TEST_F(TelaConfigura, SobreNaPartidaEsperaSemBotao) {
     EXPECT_FALSE(sobre->Command3D1.Visible);
     EXPECT_EQ(sobre->Caption, "   Aguarde um instante...");
     EXPECT_EQ(d.Mostradas, QStringList{"Sobre"});
-    EXPECT_TRUE(sobre->Label1.Caption.contains("Versão 5.5 - Out/99"));
+    EXPECT_TRUE(
+        sobre->Label1.Caption.endsWith("Versão " + VersaoPrograma() + " - " + DataCompilacao()));
+    EXPECT_EQ(sobre->Label5.Caption, "Pasta de dados:\n" + s.CaminhoApp);
     sobre->Unload();
     s.FaseInicio = 0;
     sobre = static_cast<Sobre *>(d.Abre(std::make_unique<Sobre>(s, d)));
