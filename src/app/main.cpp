@@ -3,6 +3,7 @@
 #include "core/sessao.h"
 #include "printer/papel.h"
 #include "printer/pdf_face.h"
+#include "settings/importa.h"
 #include "store/pasta_dados.h"
 #include "ui/aplicacao.h"
 #include "ui/desktop_qt.h"
@@ -20,6 +21,11 @@ int main(int argc, char *argv[]) {
     vexa::Sessao sessao;
     vexa::prepara_pasta_dados(sessao);
     vexa::ui::DesktopQt desktop;
+    // "--importa PASTA": the old program's folder is imported, and the run ends there.
+    if (const qsizetype i = QCoreApplication::arguments().indexOf("--importa"); i > 0)
+        return vexa::importa_pasta(sessao, desktop, QCoreApplication::arguments().value(i + 1))
+                   ? 0
+                   : 1;
     desktop.Abre(std::make_unique<vexa::Main>(sessao, desktop, linha));
     // The entry screen closes itself in its load when another copy was running.
     if (!desktop.Aberta(vexa::telas::Main)) return 0;

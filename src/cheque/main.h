@@ -58,6 +58,7 @@ class Main : public Tela {
     MenuItem Arquivo{"&Arquivo"};
     MenuItem Conf_Vexa{"C&onfigurações"};
     MenuItem MOpSoft{"Opções do Sof&tware"};
+    MenuItem Importa{"&Importar do Vexa antigo..."};
     MenuItem Sair{"&Sair"};
     MenuItem Cadastro{"&Cadastro"};
     MenuItem Bank{"&Bancos"};
