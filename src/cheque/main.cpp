@@ -160,7 +160,7 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     liga("Option3", Evento::Click, [this](int) { Option_Click(4); });
     liga("Timer1", Evento::Timer, [this](int) { Timer1_Timer(); });
     liga("Sair", Evento::Click, [this](int) { Sair_Click(); });
-    liga("Importa", Evento::Click, [this](int) { ImportaVexaAntigo(sessao, this->desktop); });
+    liga("Importa", Evento::Click, [this](int) { ImportaVexaAntigo(this->sessao, this->desktop); });
     liga("Imp_Cheque", Evento::Click, [this](int) { Opcoes_Click(0); });
     liga("Verso", Evento::Click, [this](int) { Opcoes_Click(1); });
     liga("CpoX", Evento::Click, [this](int) { abre(telas::CmpExtra); });
