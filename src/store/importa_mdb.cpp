@@ -10,6 +10,7 @@
 #include <QSet>
 #include <QSqlQuery>
 #include <mdbtools.h>
+#include <optional>
 #include <sqlite3.h>
 #include <vector>
 
@@ -182,6 +183,23 @@ QStringList duvidas_do_registro(const LeituraTabela &l) {
     return d;
 }
 
+// Takes away the triggers that fold a table's name on insert, and gives back their statements;
+// empty when the database refused.
+std::optional<QStringList> suspende_gatilhos_chave(sqlite3 *db, const QSqlDatabase &qdb, const QString &tabela) {
+    QStringList nomes, sql;
+    for (LeituraDireta l(qdb,
+                         "SELECT name, sql FROM sqlite_master WHERE type = 'trigger' AND "
+                         "tbl_name = ? AND sql LIKE '%AFTER INSERT%' AND sql LIKE ?",
+                         {tabela, QString("%") + ColunaNomeChave + "%"});
+         l.Proxima();) {
+        nomes << l.Texto(0);
+        sql << l.Texto(1);
+    }
+    for (const QString &n : nomes)
+        if (!executa(db, "DROP TRIGGER " + aspas(n))) return std::nullopt;
+    return sql;
+}
+
 // The presets of a new store that the old file's banks replace: all rows of the other tables,
 // and the banks of the codes the old file has.
 bool esvazia(sqlite3 *db, bool tudo) {
@@ -264,10 +282,21 @@ ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb,
         QStringList colunas;
         for (const QString &c : e.campos)
             colunas << aspas(c);
+        // The folded name goes in with the row, made by the store's own fold, while the
+        // trigger that would make it row by row waits: a register of 99,999 payees goes in
+        // in seconds, not in minutes. The trigger is back before the transaction ends.
+        const auto suspensos = suspende_gatilhos_chave(db, qdb, nome);
+        if (!suspensos) {
+            gravou = false;
+            break;
+        }
+        const QStringList gatilhos = *suspensos;
+        const bool comChave = !gatilhos.isEmpty();
+        if (comChave) colunas << ColunaNomeChave;
         // The old file's bank replaces a preset of the same code.
         Comando insere(db, QString(nome == "Bancos" ? "INSERT OR REPLACE" : "INSERT") +
                                " INTO " + nome + " (" + colunas.join(',') + ") VALUES (" +
-                               QString("?,").repeated(e.campos.size()).chopped(1) + ")");
+                               QString("?,").repeated(colunas.size()).chopped(1) + ")");
         if (!insere.Preparado()) {
             gravou = false;
             break;
@@ -284,6 +313,8 @@ ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb,
             }
             for (int j = 0; j < e.campos.size(); ++j)
                 insere.Liga(j, l.Campo(j));
+            if (comChave)
+                insere.Liga(int(e.campos.size()), chave_texto(QString::fromUtf8(l.Campo(1))).toUtf8());
             if (!insere.Executa()) {
                 gravou = false;
                 break;
@@ -302,6 +333,8 @@ ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb,
                 }
             }
         }
+        for (const QString &g : gatilhos)
+            gravou = gravou && executa(db, g);
         if (!gravou || cancelado) break;
         progresso.Valor(lidas);
         r.linhas << qMakePair(nome, lidas);

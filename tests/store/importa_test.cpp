@@ -120,6 +120,11 @@ TEST_F(Importa, PequenoEntraInteiroETudoEContado) {
         EXPECT_EQ(lidas, esperadas) << tabela.toStdString();
     }
 
+    // Names are found as the program's own: by their folded key.
+    FiltraTabela(s, "joão d'", TabFavorecido);
+    Conjunto(s, TabFavorecido).MoveFirst();
+    EXPECT_EQ(Conjunto(s, TabFavorecido).Campo("Nome"), "João D'Ângelo Neto");
+
     // Told: the progress, the message and the report.
     EXPECT_EQ(d.Progressos, QStringList({Titulo, Titulo + ": Lendo a tabela Bancos...",
                                          Titulo + ": Lendo a tabela Transferencia...",
