@@ -40,7 +40,8 @@ void mede_importacao() {
     if (!QFile::copy(Grande, velha + "/VEXA.MDB")) return;
     QElapsedTimer relogio;
     relogio.start();
-    for (const char *tabela : {"Bancos", "Transferencia", "Script", "Favorecido", "Cidade", "Log"}) {
+    for (const char *tabela :
+         {"Bancos", "Transferencia", "Script", "Favorecido", "Cidade", "Log"}) {
         QProcess p;
         p.setStandardOutputFile(QProcess::nullDevice());
         p.start("mdb-export", {Grande, tabela});
@@ -57,7 +58,7 @@ void mede_importacao() {
     std::printf("  pico de memória   %8ld KiB (meta: abaixo de 300 MB)\n\n", r.value(2).toLong());
 }
 
-const bool registrada = registra_filho("importa", importa_filho) &&
-                        registra_medida("7 importacao", mede_importacao);
+const bool registrada =
+    registra_filho("importa", importa_filho) && registra_medida("7 importacao", mede_importacao);
 
 } // namespace

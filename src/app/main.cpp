@@ -22,10 +22,9 @@ int main(int argc, char *argv[]) {
     vexa::prepara_pasta_dados(sessao);
     vexa::ui::DesktopQt desktop;
     // "--importa PASTA": the old program's folder is imported, and the run ends there.
-    if (const qsizetype i = QCoreApplication::arguments().indexOf("--importa"); i > 0)
-        return vexa::importa_pasta(sessao, desktop, QCoreApplication::arguments().value(i + 1))
-                   ? 0
-                   : 1;
+    const QStringList argumentos = QCoreApplication::arguments();
+    if (const qsizetype i = argumentos.indexOf("--importa"); i > 0)
+        return vexa::importa_pasta(sessao, desktop, argumentos.value(i + 1)) ? 0 : 1;
     desktop.Abre(std::make_unique<vexa::Main>(sessao, desktop, linha));
     // The entry screen closes itself in its load when another copy was running.
     if (!desktop.Aberta(vexa::telas::Main)) return 0;

@@ -38,7 +38,10 @@ QList<QPair<QString, QStringList>> chaves_fixas() {
                << QString("Campo0%1Col").arg(i);
     for (int i = 0; i < 10; ++i)
         verso << QString("Linha%1").arg(i, 2, 10, QChar('0'));
-    prazo << "Codigo" << "Banco" << "Cidade" << "Favorecido";
+    prazo << "Codigo"
+          << "Banco"
+          << "Cidade"
+          << "Favorecido";
     for (int i = 1; i <= 12; ++i)
         prazo << QString("prazo%1").arg(i);
     for (int i = 1; i <= 4; ++i)
@@ -81,8 +84,7 @@ struct Configuracao {
     int linhas_lista = 0;
 };
 
-Configuracao prepara_configuracao(Sessao &s, const QString &pasta,
-                                  const ImportacaoMdb &r) {
+Configuracao prepara_configuracao(Sessao &s, const QString &pasta, const ImportacaoMdb &r) {
     Configuracao c;
     const QString velho = arquivo_da_pasta(pasta, "VEXA.INI");
     const QString velhaLista = arquivo_da_pasta(pasta, "ChequeTransf.txt");
@@ -154,7 +156,8 @@ Configuracao prepara_configuracao(Sessao &s, const QString &pasta,
 QString relatorio(const QString &pasta, const ImportacaoMdb &r, const Configuracao *c,
                   const QString &copia) {
     QStringList t;
-    t << "Importação do Vexa antigo" << "Data: " + agora().toString("dd/MM/yyyy hh:mm")
+    t << "Importação do Vexa antigo"
+      << "Data: " + agora().toString("dd/MM/yyyy hh:mm")
       << "Pasta: " + QDir::toNativeSeparators(pasta) << QString();
     if (r.fim == ImportacaoMdb::Fim::Importado)
         t << "Resultado: importado.";
@@ -169,22 +172,28 @@ QString relatorio(const QString &pasta, const ImportacaoMdb &r, const Configurac
     if (r.predefinidos_mantidos > 0)
         t << "  Bancos predefinidos mantidos (o arquivo não os tem): " +
                  formata_numero(r.predefinidos_mantidos, "#,##0");
-    t << QString() << "Linhas com valores duvidosos, importadas como estavam: " +
-                          formata_numero(r.duvidosas.size(), "#,##0");
+    t << QString()
+      << "Linhas com valores duvidosos, importadas como estavam: " +
+             formata_numero(r.duvidosas.size(), "#,##0");
     for (const QString &l : r.duvidosas)
         t << "  " + l;
-    t << QString() << "Bancos usados no registro sem leiaute em Bancos: " +
-                          formata_numero(r.bancos_sem_leiaute.size(), "#,##0");
+    t << QString()
+      << "Bancos usados no registro sem leiaute em Bancos: " +
+             formata_numero(r.bancos_sem_leiaute.size(), "#,##0");
     for (const QString &l : r.bancos_sem_leiaute)
         t << "  " + l;
     if (!r.ignorados.isEmpty())
-        t << QString() << "Campos do arquivo sem lugar neste programa, não importados: " +
-                              r.ignorados.join(", ");
+        t << QString()
+          << "Campos do arquivo sem lugar neste programa, não importados: " +
+                 r.ignorados.join(", ");
     if (c) {
-        t << QString() << "Tomado do VEXA.INI: " + formata_numero(c->tomadas.size(), "#,##0") + " chaves";
+        t << QString()
+          << "Tomado do VEXA.INI: " + formata_numero(c->tomadas.size(), "#,##0") + " chaves";
         for (const QString &l : c->tomadas)
             t << "  " + l;
-        t << QString() << "ChequeTransf.txt: " + formata_numero(c->linhas_lista, "#,##0") + " bancos acrescentados";
+        t << QString()
+          << "ChequeTransf.txt: " + formata_numero(c->linhas_lista, "#,##0") +
+                 " bancos acrescentados";
     }
     return t.join("\r\n") + "\r\n";
 }
@@ -213,8 +222,8 @@ bool importa_pasta(Sessao &s, Desktop &d, const QString &pasta) {
             "substituí-la?",
             Botoes::YesNo, Titulo, Icone::Exclamacao, Resposta::No);
         if (r != Resposta::Yes) return false;
-        copia = s.CaminhoApp + "/VEXA-antes-da-importacao-" +
-                agora().toString("yyyyMMdd-hhmmss") + ".db";
+        copia = s.CaminhoApp + "/VEXA-antes-da-importacao-" + agora().toString("yyyyMMdd-hhmmss") +
+                ".db";
         if (!copia_base(s, copia)) {
             d.MsgBox("Não foi possível fazer a cópia de segurança da base de dados em \"" +
                          QDir::toNativeSeparators(copia) +
@@ -241,8 +250,8 @@ bool importa_pasta(Sessao &s, Desktop &d, const QString &pasta) {
     }
     const bool importado = r.fim == ImportacaoMdb::Fim::Importado;
     QString avisoConfiguracao;
-    if (importado && (!grava_inteiro(s.CaminhoIni, c.ini) ||
-                      !grava_inteiro(arquivo_lista_transf(s), c.lista)))
+    if (importado &&
+        (!grava_inteiro(s.CaminhoIni, c.ini) || !grava_inteiro(arquivo_lista_transf(s), c.lista)))
         avisoConfiguracao = "\n\nAs configurações do VEXA.INI e a lista ChequeTransf.txt não "
                             "foram gravadas: o disco está cheio ou os arquivos não aceitam "
                             "gravação.";
@@ -250,9 +259,9 @@ bool importa_pasta(Sessao &s, Desktop &d, const QString &pasta) {
     const QString arquivo =
         s.CaminhoApp + "/Importacao-" + agora().toString("yyyyMMdd-hhmmss") + ".txt";
     const bool gravado = grava_inteiro(arquivo, "\xEF\xBB\xBF" + texto.toUtf8());
-    const QString onde = gravado ? "\n\nO relatório completo está em \"" +
-                                       QDir::toNativeSeparators(arquivo) + "\"."
-                                 : QString("\n\nO relatório não pôde ser gravado.");
+    const QString onde =
+        gravado ? "\n\nO relatório completo está em \"" + QDir::toNativeSeparators(arquivo) + "\"."
+                : QString("\n\nO relatório não pôde ser gravado.");
     if (!importado) {
         d.MsgBox("A importação não foi feita e a base de dados ficou como estava:\n\n" +
                      r.problemas.join("\n") + onde,
@@ -262,14 +271,15 @@ bool importa_pasta(Sessao &s, Desktop &d, const QString &pasta) {
     QStringList resumo;
     for (const auto &[tabela, n] : r.linhas)
         resumo << tabela + ": " + formata_numero(n, "#,##0");
-    d.MsgBox("Importação concluída.\n\n" + resumo.join("\n") +
-                 "\n\nLinhas com valores duvidosos: " + formata_numero(r.duvidosas.size(), "#,##0") +
-                 "\nBancos do registro sem leiaute: " + formata_numero(r.bancos_sem_leiaute.size(), "#,##0") +
-                 "\nChaves tomadas do VEXA.INI: " + formata_numero(c.tomadas.size(), "#,##0") +
-                 "\n\nAs configurações importadas valem a partir da próxima abertura do "
-                 "programa." +
-                 avisoConfiguracao + onde,
-             Botoes::OK, Titulo, Icone::Informacao);
+    d.MsgBox(
+        "Importação concluída.\n\n" + resumo.join("\n") + "\n\nLinhas com valores duvidosos: " +
+            formata_numero(r.duvidosas.size(), "#,##0") + "\nBancos do registro sem leiaute: " +
+            formata_numero(r.bancos_sem_leiaute.size(), "#,##0") +
+            "\nChaves tomadas do VEXA.INI: " + formata_numero(c.tomadas.size(), "#,##0") +
+            "\n\nAs configurações importadas valem a partir da próxima abertura do "
+            "programa." +
+            avisoConfiguracao + onde,
+        Botoes::OK, Titulo, Icone::Informacao);
     return true;
 }
 

@@ -139,7 +139,9 @@ class LeituraTabela {
 // table, with no QVariant between the file and the database.
 class Comando {
   public:
-    Comando(sqlite3 *db, const QString &sql) { sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &st_, nullptr); }
+    Comando(sqlite3 *db, const QString &sql) {
+        sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &st_, nullptr);
+    }
     ~Comando() { sqlite3_finalize(st_); }
     Comando(const Comando &) = delete;
     Comando &operator=(const Comando &) = delete;
@@ -176,8 +178,7 @@ QStringList duvidas_do_registro(const LeituraTabela &l) {
     QStringList d;
     const QString indice = QString::fromUtf8(l.Campo(0));
     const QString valor = QString::fromUtf8(l.Campo(3)), data = QString::fromUtf8(l.Campo(6));
-    if (!centavos(valor))
-        d << "Log, Index " + indice + ": V_CH \"" + valor + "\" não é um valor.";
+    if (!centavos(valor)) d << "Log, Index " + indice + ": V_CH \"" + valor + "\" não é um valor.";
     if (!data.trimmed().isEmpty() && !le_data(data))
         d << "Log, Index " + indice + ": Data \"" + data + "\" não é uma data.";
     return d;
@@ -185,7 +186,8 @@ QStringList duvidas_do_registro(const LeituraTabela &l) {
 
 // Takes away the triggers that fold a table's name on insert, and gives back their statements;
 // empty when the database refused.
-std::optional<QStringList> suspende_gatilhos_chave(sqlite3 *db, const QSqlDatabase &qdb, const QString &tabela) {
+std::optional<QStringList> suspende_gatilhos_chave(sqlite3 *db, const QSqlDatabase &qdb,
+                                                   const QString &tabela) {
     QStringList nomes, sql;
     for (LeituraDireta l(qdb,
                          "SELECT name, sql FROM sqlite_master WHERE type = 'trigger' AND "
@@ -230,8 +232,8 @@ bool copia_base(Sessao &s, const QString &destino) {
     return q.exec("VACUUM INTO " + literal_sql(destino));
 }
 
-ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb,
-                          Progresso &progresso, bool substitui) {
+ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb, Progresso &progresso,
+                          bool substitui) {
     ImportacaoMdb r;
     const auto recusa = [&r](const QString &motivo) {
         r.fim = ImportacaoMdb::Fim::Recusado;
@@ -245,8 +247,7 @@ ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb,
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2)
         return recusa("A base de dados \"" + s.NomeMDB + "\" não pôde ser aberta.");
     const bool tem_dados = base_tem_dados(s, d);
-    if (tem_dados && !substitui)
-        return recusa("A base de dados já tem cheques ou cadastros.");
+    if (tem_dados && !substitui) return recusa("A base de dados já tem cheques ou cadastros.");
     // The shared record sets read the tables that are about to change; they are opened again
     // by whoever needs them.
     for (const int t : {TabBancos, TabFavorecido, TabCidade, TabLog, TabTransferencia, TabScript})
@@ -294,8 +295,8 @@ ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb,
         const bool comChave = !gatilhos.isEmpty();
         if (comChave) colunas << ColunaNomeChave;
         // The old file's bank replaces a preset of the same code.
-        Comando insere(db, QString(nome == "Bancos" ? "INSERT OR REPLACE" : "INSERT") +
-                               " INTO " + nome + " (" + colunas.join(',') + ") VALUES (" +
+        Comando insere(db, QString(nome == "Bancos" ? "INSERT OR REPLACE" : "INSERT") + " INTO " +
+                               nome + " (" + colunas.join(',') + ") VALUES (" +
                                QString("?,").repeated(colunas.size()).chopped(1) + ")");
         if (!insere.Preparado()) {
             gravou = false;
@@ -314,7 +315,8 @@ ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb,
             for (int j = 0; j < e.campos.size(); ++j)
                 insere.Liga(j, l.Campo(j));
             if (comChave)
-                insere.Liga(int(e.campos.size()), chave_texto(QString::fromUtf8(l.Campo(1))).toUtf8());
+                insere.Liga(int(e.campos.size()),
+                            chave_texto(QString::fromUtf8(l.Campo(1))).toUtf8());
             if (!insere.Executa()) {
                 gravou = false;
                 break;
@@ -361,7 +363,7 @@ ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb,
 
     if (gravou && !cancelado) {
         LeituraDireta sem(qdb, "SELECT Banco, count(*) FROM Log WHERE Banco NOT IN (SELECT Codigo "
-                          "FROM Bancos) GROUP BY Banco ORDER BY Banco");
+                               "FROM Bancos) GROUP BY Banco ORDER BY Banco");
         while (sem.Proxima())
             r.bancos_sem_leiaute << sem.Texto(0) + " (" + numero(sem.Inteiro(1)) + " cheques)";
     }

@@ -43,7 +43,7 @@ bool copia_base(Sessao &s, const QString &destino);
 // (base_tem_dados) is emptied first when substitui, and refused otherwise. The preset banks of
 // a new store stay where the old file has no bank of their code. Nothing is kept unless the
 // result is Importado.
-ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb,
-                          Progresso &progresso, bool substitui);
+ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb, Progresso &progresso,
+                          bool substitui);
 
 } // namespace vexa

@@ -64,7 +64,8 @@ class Importa : public teste::Registros {
     QString retrato() {
         EXPECT_NE(AbreTabelas(s, d, 0, 0, 0, 0), -2);
         QString t;
-        for (const char *tabela : {"Bancos", "Transferencia", "Script", "Favorecido", "Cidade", "Log"})
+        for (const char *tabela :
+             {"Bancos", "Transferencia", "Script", "Favorecido", "Cidade", "Log"})
             for (LeituraDireta l(s.Banco->db(), QString("SELECT * FROM ") + tabela); l.Proxima();)
                 t += l.Texto(0) + l.Texto(1) + "\n";
         QFile ini(s.CaminhoIni);
@@ -88,14 +89,17 @@ TEST_F(Importa, PequenoEntraInteiroETudoEContado) {
     prepara_velha("VEXA-pequeno.MDB");
     ASSERT_TRUE(importa_pasta(s, d, velha)) << d.Textos().join('|').toStdString();
     const QString esperado = Legado + "esperado/VEXA-pequeno.MDB/";
-    for (const QString tabela : {"Bancos", "Transferencia", "Script", "Favorecido", "Cidade", "Log"}) {
-        const QStringList linhas = teste::le_utf8(esperado + tabela + ".tsv").split('\n', Qt::SkipEmptyParts);
+    for (const QString tabela :
+         {"Bancos", "Transferencia", "Script", "Favorecido", "Cidade", "Log"}) {
+        const QStringList linhas =
+            teste::le_utf8(esperado + tabela + ".tsv").split('\n', Qt::SkipEmptyParts);
         QStringList campos = linhas[0].split('\t');
         for (QString &c : campos)
             c = '"' + c + '"';
         QStringList lidas;
-        const QString sql = "SELECT " + campos.join(',') + " FROM " + tabela + " WHERE " + campos[0] +
-                            " IN (SELECT " + campos[0] + " FROM " + tabela + ") ORDER BY " + campos[0];
+        const QString sql = "SELECT " + campos.join(',') + " FROM " + tabela + " WHERE " +
+                            campos[0] + " IN (SELECT " + campos[0] + " FROM " + tabela +
+                            ") ORDER BY " + campos[0];
         for (LeituraDireta l(s.Banco->db(), sql); l.Proxima();) {
             QStringList f;
             for (int i = 0; i < campos.size(); ++i)
@@ -126,13 +130,13 @@ TEST_F(Importa, PequenoEntraInteiroETudoEContado) {
     EXPECT_EQ(Conjunto(s, TabFavorecido).Campo("Nome"), "João D'Ângelo Neto");
 
     // Told: the progress, the message and the report.
-    EXPECT_EQ(d.Progressos, QStringList({Titulo, Titulo + ": Lendo a tabela Bancos...",
-                                         Titulo + ": Lendo a tabela Transferencia...",
-                                         Titulo + ": Lendo a tabela Script...",
-                                         Titulo + ": Lendo a tabela Favorecido...",
-                                         Titulo + ": Lendo a tabela Cidade...",
-                                         Titulo + ": Lendo a tabela Log...",
-                                         Titulo + ": Lendo VEXA.INI e ChequeTransf.txt..."}));
+    EXPECT_EQ(d.Progressos,
+              QStringList(
+                  {Titulo, Titulo + ": Lendo a tabela Bancos...",
+                   Titulo + ": Lendo a tabela Transferencia...",
+                   Titulo + ": Lendo a tabela Script...", Titulo + ": Lendo a tabela Favorecido...",
+                   Titulo + ": Lendo a tabela Cidade...", Titulo + ": Lendo a tabela Log...",
+                   Titulo + ": Lendo VEXA.INI e ChequeTransf.txt..."}));
     ASSERT_EQ(d.Mensagens.size(), 1);
     EXPECT_EQ(d.Mensagens[0].Titulo, Titulo);
     EXPECT_TRUE(d.Mensagens[0].Texto.startsWith(
@@ -168,7 +172,8 @@ TEST_F(Importa, PequenoEntraInteiroETudoEContado) {
 // The imported register is the report screen's: the list and the filter find the old cheques.
 struct Busca {
     const char *caso;
-    QStringList campos; // Banco, DataIni, DataFim, ValorIni, ValorFim, Favorecido, Cidade, Comentario
+    QStringList
+        campos; // Banco, DataIni, DataFim, ValorIni, ValorFim, Favorecido, Cidade, Comentario
     int quantos;
     QString primeiro;
 };
@@ -191,14 +196,21 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         Busca{"banco_fora_dos_leiautes", {"409", "", "", "", "", "", "", ""}, 77, "0000000050"},
         Busca{"favorecido_com_apostrofo",
-              {"", "", "", "", "", "D'Ávila Materiais de Construção Ltda.", "", ""}, 6,
+              {"", "", "", "", "", "D'Ávila Materiais de Construção Ltda.", "", ""},
+              6,
               "0000000098"},
-        Busca{"dia_29_de_fevereiro", {"", "29/02/24", "29/02/24", "", "", "", "", ""}, 3,
+        Busca{"dia_29_de_fevereiro",
+              {"", "29/02/24", "29/02/24", "", "", "", "", ""},
+              3,
               "0000001065"},
         Busca{"centavos_sem_inteiro", {"", "", "", "0,75", "0,75", "", "", ""}, 1, "0000000392"},
-        Busca{"parcela_agrupada", {"", "", "", "11.608,86", "11.608,86", "", "", ""}, 3,
+        Busca{"parcela_agrupada",
+              {"", "", "", "11.608,86", "11.608,86", "", "", ""},
+              3,
               "0000000045"},
-        Busca{"inteiro_com_virgula", {"", "", "", "1.250.000,00", "1.250.000,00", "", "", ""}, 1,
+        Busca{"inteiro_com_virgula",
+              {"", "", "", "1.250.000,00", "1.250.000,00", "", "", ""},
+              1,
               "0000000580"}),
     [](const auto &i) { return std::string(i.param.caso); });
 
@@ -218,8 +230,7 @@ TEST_P(ImportaRecusa, NadaMudaEOOperadorSabePorque) {
     const Recusa &c = GetParam();
     prepara_velha(c.mdb);
     ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 0), -2);
-    if (c.tipo == Caso::BaseEmUso)
-        inclui(TabFavorecido, {{"00001", "Pagador de hoje"}});
+    if (c.tipo == Caso::BaseEmUso) inclui(TabFavorecido, {{"00001", "Pagador de hoje"}});
     if (c.tipo == Caso::DiscoCheio) {
         // The database takes a few pages more, as a disk that fills up halfway.
         QSqlQuery q(s.Banco->db());
@@ -263,8 +274,11 @@ INSTANTIATE_TEST_SUITE_P(
                "do arquivo tem 2.000 linhas, e só 721 puderam ser lidas (23 linhas vazias): o "
                "arquivo está danificado ou incompleto.\n\n",
                {}},
-        Recusa{"cancelar_no_meio", Caso::Cancelado, "VEXA-pequeno.MDB",
-               "Importação cancelada. A base de dados ficou como estava.", {}},
+        Recusa{"cancelar_no_meio",
+               Caso::Cancelado,
+               "VEXA-pequeno.MDB",
+               "Importação cancelada. A base de dados ficou como estava.",
+               {}},
         Recusa{"disco_cheio",
                Caso::DiscoCheio,
                "VEXA-pequeno.MDB",
@@ -272,7 +286,9 @@ INSTANTIATE_TEST_SUITE_P(
                "dados não aceitou a gravação: o disco está cheio ou o arquivo não aceita "
                "gravação.\n\n",
                {}},
-        Recusa{"base_em_uso_e_nao_ao_substituir", Caso::BaseEmUso, "VEXA-pequeno.MDB",
+        Recusa{"base_em_uso_e_nao_ao_substituir",
+               Caso::BaseEmUso,
+               "VEXA-pequeno.MDB",
                "A base de dados deste programa já tem cheques ou cadastros, e a importação os "
                "substitui pelos do Vexa antigo.\n\nFazer uma cópia de segurança da base atual e "
                "substituí-la?",
