@@ -3,7 +3,7 @@ BUILD ?= build
 PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins libgl-dev \
            libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
            fonts-liberation fonts-dejavu-core clang-format poppler-utils ccache \
-           qt6-translations-l10n dpkg-dev file
+           qt6-translations-l10n dpkg-dev file mdbtools-dev mdbtools
 # What the package and its checks need besides the build.
 PACOTES_DEB := lintian appstream desktop-file-utils librsvg2-bin
 export QT_QPA_PLATFORM ?= offscreen

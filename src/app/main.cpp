@@ -3,6 +3,7 @@
 #include "core/sessao.h"
 #include "printer/papel.h"
 #include "printer/pdf_face.h"
+#include "settings/importa.h"
 #include "settings/versao.h"
 #include "store/copia_seguranca.h"
 #include "store/pasta_dados.h"
@@ -20,7 +21,9 @@ int main(int argc, char *argv[]) {
     for (int i = 1; i < argc; ++i)
         argumentos << QString::fromLocal8Bit(argv[i]);
     const vexa::LinhaComando pedido = vexa::le_linha_comando(argumentos);
-    if (pedido.Acao != vexa::LinhaComando::Pedido::Abrir) {
+    if (pedido.Acao == vexa::LinhaComando::Pedido::Ajuda ||
+        pedido.Acao == vexa::LinhaComando::Pedido::Versao ||
+        pedido.Acao == vexa::LinhaComando::Pedido::Erro) {
         const bool erro = pedido.Acao == vexa::LinhaComando::Pedido::Erro;
         std::fputs(pedido.Resposta.toLocal8Bit().constData(), erro ? stderr : stdout);
         return erro ? 2 : 0;
@@ -38,6 +41,9 @@ int main(int argc, char *argv[]) {
     vexa::Sessao sessao(pasta);
     vexa::prepara_pasta_dados(sessao);
     vexa::ui::DesktopQt desktop;
+    // "--importa PASTA": the old program's folder is imported, and the run ends there.
+    if (pedido.Acao == vexa::LinhaComando::Pedido::Importar)
+        return vexa::importa_pasta(sessao, desktop, pedido.Parametros.value(0)) ? 0 : 1;
     desktop.Abre(std::make_unique<vexa::Main>(sessao, desktop, pedido.Campos));
     // The entry screen closes itself in its load when another copy was running.
     if (!desktop.Aberta(vexa::telas::Main)) return 0;

@@ -18,6 +18,9 @@
 #include "printer/vexa32.h"
 #include "settings/copias.h"
 #include "store/copia_seguranca.h"
+
+#include "settings/importa.h"
+#include "catalogo/telas.h"
 #include "store/tabelas.h"
 
 #include <QFileInfo>
@@ -80,6 +83,8 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     registra("MOpSoft", MOpSoft);
     registra("CopiaAgora", CopiaAgora);
     registra("RestauraCopia", RestauraCopia);
+
+    registra("Importa", Importa);
     registra("Sair", Sair);
     registra("Cadastro", Cadastro);
     registra("Bank", Bank);
@@ -120,6 +125,8 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     liga("Timer1", Evento::Timer, [this](int) { Timer1_Timer(); });
     liga("Sair", Evento::Click, [this](int) { Sair_Click(); });
     liga("CheckBox", Evento::Click, [this](int) { CheckBox_Click(); });
+
+    liga("Importa", Evento::Click, [this](int) { ImportaVexaAntigo(this->sessao, this->desktop); });
     liga("Imp_Cheque", Evento::Click, [this](int) { Opcoes_Click(0); });
     liga("Verso", Evento::Click, [this](int) { Opcoes_Click(1); });
     liga("CpoX", Evento::Click, [this](int) { abre(telas::CmpExtra); });

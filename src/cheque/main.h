@@ -62,6 +62,8 @@ class Main : public Tela {
     MenuItem MOpSoft{"Opções do Sof&tware"};
     MenuItem CopiaAgora{"Fazer cópia de segurança agora"};
     MenuItem RestauraCopia{"Restaurar cópia de segurança..."};
+
+    MenuItem Importa{"&Importar do Vexa antigo..."};
     MenuItem Sair{"&Sair"};
     MenuItem Cadastro{"&Cadastro"};
     MenuItem Bank{"&Bancos"};

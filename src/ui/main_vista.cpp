@@ -52,6 +52,7 @@ void cria_menus(QMainWindow &janela) {
     QMenu *arquivo = menu(barra, "Arquivo");
     item(arquivo, "Conf_Vexa");
     item(arquivo, "MOpSoft");
+    item(arquivo, "Importa");
     arquivo->addSeparator();
     item(arquivo, "CopiaAgora");
     item(arquivo, "RestauraCopia");
