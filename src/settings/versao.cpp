@@ -20,10 +20,9 @@ LinhaComando le_linha_comando(const QStringList &argumentos) {
             continue;
         }
         // The options that do one job and end: what follows them is theirs.
-        if ((a == "--importa" || a == "--cheque-teste") && i + 1 < argumentos.size()) {
-            l.Acao = a == "--importa" ? LinhaComando::Pedido::Importar
-                                      : LinhaComando::Pedido::ChequeTeste;
-            l.Parametros = argumentos.mid(i + 1, a == "--importa" ? 1 : 2);
+        if (a == "--importa" && i + 1 < argumentos.size()) {
+            l.Acao = LinhaComando::Pedido::Importar;
+            l.Parametros = {argumentos[i + 1]};
             return l;
         }
         if (a == "--help" || a == "--ajuda") {
@@ -39,12 +38,10 @@ LinhaComando le_linha_comando(const QStringList &argumentos) {
                 "Com o programa já aberto, o pedido vai para a cópia aberta.\n"
                 "\n"
                 "Opções:\n"
-                "  --help                         mostra esta ajuda e termina\n"
-                "  --version                      mostra a versão e termina\n"
-                "  --importa PASTA                importa o VEXA.MDB, o VEXA.INI e o\n"
-                "                                 ChequeTransf.txt do programa antigo e termina\n"
-                "  --cheque-teste ARQUIVO [BANCO] imprime o cheque de teste da impressora do\n"
-                "                                 sistema no PDF ARQUIVO e termina\n"
+                "  --help           mostra esta ajuda e termina\n"
+                "  --version        mostra a versão e termina\n"
+                "  --importa PASTA  importa o VEXA.MDB, o VEXA.INI e o ChequeTransf.txt do\n"
+                "                   programa antigo e termina\n"
                 "\n"
                 "A pasta de dados é a do usuário; a variável de ambiente VEXA_DADOS, ou a\n"
                 "chave PastaDados da seção Sistema do VEXA.INI dessa pasta, indica outra.\n");

@@ -13,10 +13,10 @@ QString DataCompilacao();
 // What the command line asks. The arguments are otherwise another program's request, the
 // fields of a cheque ("/B001/V1234,50"); an option begins with "--".
 struct LinhaComando {
-    enum class Pedido { Abrir, Ajuda, Versao, Importar, ChequeTeste, Erro } Acao = Pedido::Abrir;
+    enum class Pedido { Abrir, Ajuda, Versao, Importar, Erro } Acao = Pedido::Abrir;
     QString Campos;         // the request, for Abrir
     QString Resposta;       // what the program prints and then ends with, for Ajuda, Versao, Erro
-    QStringList Parametros; // the old program's folder (Importar); the PDF and the bank (ChequeTeste)
+    QStringList Parametros; // the old program's folder, for Importar
 };
 LinhaComando le_linha_comando(const QStringList &argumentos);
 
