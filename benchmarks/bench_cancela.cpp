@@ -31,6 +31,7 @@ void mede_cancelamento() {
     auto *e = static_cast<ExcluiRel *>(d.Aberta("ExcluiRel"));
     if (!e) return;
     e->Clica("RadioBox01", 1);
+    d.Respostas = {Resposta::Yes}; // "Confirma o cancelamento?"
     e->Clica("BtnCmd", 0);
     const double ms = relogio.nsecsElapsed() / 1e6;
     relato->ListaCompletaLog();

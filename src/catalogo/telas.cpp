@@ -20,6 +20,7 @@
 #include "reports/relato.h"
 #include "settings/calibra.h"
 #include "settings/configura.h"
+#include "settings/copias.h"
 #include "settings/opsoft.h"
 #include "settings/sobre.h"
 
@@ -60,6 +61,7 @@ const std::map<QString, FabricaTela> &fabricas_telas() {
         {telas::OpSoft, cria<OpSoft>},
         {telas::Sobre, cria<Sobre>},
         {telas::Calibra, cria<Calibra>},
+        {telas::Copias, cria<Copias>},
     };
     return fabricas;
 }

@@ -38,26 +38,32 @@ class Main : public Tela {
 
     // --- the year's digits on the cheque
     Quadro Frame2{"Formato de Data"};
-    Opcao Option1{"1 Digito 199_"};
-    Opcao Option2{"2 Digitos 20__"};
-    Opcao Option3{"4 Digitos ____"};
+    Opcao Option1{"1 Dígito 199_"};
+    Opcao Option2{"2 Dígitos 20__"};
+    Opcao Option3{"4 Dígitos ____"};
 
     Painel Panel3D2{"F3 - Pesquisa  |  F8 - Limpa Campo  |  F4 - Grava Linha"};
     Medidor Gauge1;
     Rotulo Label3{"Impressão:"};
+    // What became of the last print: printed, registered or not.
+    Rotulo Situacao;
     // Which printer the program talks to, so the simulator is never taken for the printer.
     Rotulo RotuloImpressora;
     Imagem Image1;
     Temporizador Timer1{2500};
 
-    Matriz<Botao> Opcoes{"Imprime C&heque", "Imprime &Verso",      "&Relatório",
-                         "Limpa Cheq&ue",   "Limpa Ver&so",        "Cheque a Pra&zo",
-                         "Imprime Có&pia",  "Cheque Transferência"};
+    Matriz<Botao> Opcoes{"Imprime C&heque", "Imprime &Verso",       "&Relatório",
+                         "Limpa Cheq&ue",   "Limpa Ver&so",         "Cheque a Pra&zo",
+                         "Imprime Có&pia",  "Cheque &Transferência"};
 
     // --- menus
     MenuItem Arquivo{"&Arquivo"};
     MenuItem Conf_Vexa{"C&onfigurações"};
     MenuItem MOpSoft{"Opções do Sof&tware"};
+    MenuItem CopiaAgora{"Fazer cópia de segurança agora"};
+    MenuItem RestauraCopia{"Restaurar cópia de segurança..."};
+
+    MenuItem Importa{"&Importar do Vexa antigo..."};
     MenuItem Sair{"&Sair"};
     MenuItem Cadastro{"&Cadastro"};
     MenuItem Bank{"&Bancos"};
@@ -75,7 +81,7 @@ class Main : public Tela {
     MenuItem Verso{"&Verso do Cheque"};
     MenuItem Relat{"&Relatório"};
     MenuItem Ajuda{"Aju&da"};
-    MenuItem Topicos{"Aj&uda do Sofware Vexa Plus"};
+    MenuItem Topicos{"Aj&uda do Software Vexa Plus"};
     MenuItem Sobre_T{"&Sobre o Software Vexa Plus"};
 
     // The fields of a request, indexed as Text1; emptied as they reach the fields.
@@ -94,6 +100,9 @@ class Main : public Tela {
     void CarregaFrente();
     void LimpaVerso();
     bool ValidaCheque();
+    // The report box back as the operator left it: a reprint from the report unticks it for
+    // that one cheque, which is printed or abandoned.
+    void DevolveCaixa();
     // The texts of the extra fields, in order.
     QStringList TextosExtras() const;
 
@@ -113,6 +122,7 @@ class Main : public Tela {
     void Option_Click(int Digitos);
     void Timer1_Timer();
     void Sair_Click();
+    void CheckBox_Click();
 
     // A request that reached this running copy: the fields take their texts as if typed and
     // left, and the window comes forward. A request that comes while a command runs (a print
@@ -143,6 +153,7 @@ class Main : public Tela {
     // Serves the waiting requests one after the other, never inside one another.
     void atende_pedidos();
     void abre_campo_extra(int campo);
+    void grava_caixa();
 
     QString linhaComando_;
     std::unique_ptr<Instancia> instancia_;
@@ -152,6 +163,8 @@ class Main : public Tela {
     int ocupado_ = 0;
     QMap<int, QString> pedido_;
     bool temPedido_ = false;
+    // The report box as the operator set it: at start from the settings, then by its clicks.
+    int caixaEscolhida_ = 1;
 };
 
 } // namespace vexa

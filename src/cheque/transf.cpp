@@ -21,6 +21,11 @@ constexpr int FimLinha = 96;
 // A line of the copy on a plain sheet.
 constexpr int LinhaCopia = 80;
 
+// The adjust grid's 120 columns span the printer's line of 96 characters.
+double coluna_impressa(double ColunaGrade) {
+    return ColunaGrade * 8 / 10;
+}
+
 // Columns and widths come in fractions of a character; a blank is a whole one.
 int inteiro(double valor) {
     return int(std::lround(valor));
@@ -63,9 +68,10 @@ QPair<QString, QString> divide_extenso_transf(const QString &Extenso, int Largur
 QString monta_bloco_transf(const QStringList &Posicoes, const FaceTransf &Face) {
     const auto n = [&](int i) { return Val(Posicoes.value(i)); };
     const int L1 = int(n(0)), L2 = int(n(1)), L3 = int(n(2)), L4 = int(n(3)), L6 = int(n(5));
-    // The first column is taken as stored; the others are read in tenths.
-    const double C1 = n(7), C2 = n(8) / 10, C3 = n(9) / 10, C4 = n(10) / 10, C5 = n(11) / 10,
-                 C6 = n(12) / 10, C7 = n(13) / 10;
+    // Every column is one of the adjust grid's, so the face prints where the adjust shows it.
+    const double C1 = coluna_impressa(n(7)), C2 = coluna_impressa(n(8)), C3 = coluna_impressa(n(9)),
+                 C4 = coluna_impressa(n(10)), C5 = coluna_impressa(n(11)),
+                 C6 = coluna_impressa(n(12)), C7 = coluna_impressa(n(13));
     const auto [linha1, linha2] =
         divide_extenso_transf(Face.Extenso, inteiro(FimLinha - C2), inteiro(FimLinha - C3));
 
@@ -86,15 +92,15 @@ QString monta_bloco_transf(const QStringList &Posicoes, const FaceTransf &Face) 
     for (int linha = 1; linha <= 21; ++linha) {
         QString T;
         if (L1 == linha) {
-            ate_coluna(T, C1 * 8 / 10);
+            ate_coluna(T, C1);
             T += "(" + Face.Valor + ")";
         }
         if (L2 == linha) {
-            ate_coluna(T, C2 * 8 / 10);
+            ate_coluna(T, C2);
             T += linha1;
         }
         if (L3 == linha) {
-            ate_coluna(T, C3 * 8 / 10);
+            ate_coluna(T, C3);
             T += linha2;
         }
         if (L4 == linha && L6 == linha)
@@ -254,16 +260,19 @@ void ChequeTransf::ImprimeTransf() {
     imp.TravaDoc(1);
     qint16 ultimo = 0;
     if (Copia) {
-        const auto coluna = [&](int i) { return inteiro(Val(layout->Posicoes.value(i)) / 10); };
+        // On the plain sheet the branch and the account stand apart from what comes before
+        // them by a tenth of their column: the line keeps within the sheet's 80 characters.
+        const auto distancia = [&](int i) { return inteiro(Val(layout->Posicoes.value(i)) / 10); };
         QString extenso = face.Extenso;
         const int linhas = qMax(1, int((extenso.size() + LinhaCopia - 1) / LinhaCopia));
         extenso += QString(linhas * LinhaCopia - extenso.size(), u'*');
-        const QString copia =
-            "\n\n\n" + banco + " - " + layout->Nome + "\n" + "Nº " +
-            txtNumeroCheque.Text.trimmed() + " " + face.Valor + "\n\n\n\n" + extenso + "\n\n\n\n" +
-            QString(24, u' ') + face.Cidade + " " + face.Data + QString(coluna(12), u' ') +
-            face.Agencia + QString(coluna(13), u' ') + face.Conta + "\n\n\n" + txtComentario.Text;
-        imp.FormataTX(ConverteTexto("          CóPIA DE CHEQUE TRANSFERÊNCIA") + "\r\n", 2, 0, 0, 1,
+        const QString copia = "\n\n\n" + banco + " - " + layout->Nome + "\n" + "Nº " +
+                              txtNumeroCheque.Text.trimmed() + " " + face.Valor + "\n\n\n\n" +
+                              extenso + "\n\n\n\n" + QString(24, u' ') + face.Cidade + " " +
+                              face.Data + QString(distancia(12), u' ') + face.Agencia +
+                              QString(distancia(13), u' ') + face.Conta + "\n\n\n" +
+                              txtComentario.Text;
+        imp.FormataTX(ConverteTexto("          CÓPIA DE CHEQUE TRANSFERÊNCIA") + "\r\n", 2, 0, 0, 1,
                       0);
         ultimo = imp.FormataTX(ConverteTexto(copia.toUpper()) + "\r\n", 2, 0, 0, 0, 0);
         imp.TravaDoc(0);

@@ -15,14 +15,15 @@ struct FaceTransf {
     QString Cidade, Data, Agencia, Conta;
 };
 
-// The two lines of the words: each line's width is 96 less its column; words shorter than
+// The two lines of the words: each line's width is 96 less its printed column; words shorter than
 // both together are filled with "*" to the end of the second line, and a break may fall
 // inside a word.
 QPair<QString, QString> divide_extenso_transf(const QString &Extenso, int Largura1, int Largura2);
 
 // The face of the cheque as it goes to the printer, before the printer's characters: 21 lines
 // each ended by LF, then CR LF ESC "@", in capitals. Posicoes: L1..L7, C1..C7 as stored, the
-// columns in tenths of a character.
+// columns those of the graphic adjust's grid, each item printed at 8/10 of its column (the
+// grid's 120 columns over the printer's line of 96).
 QString monta_bloco_transf(const QStringList &Posicoes, const FaceTransf &Face);
 
 class ChequeTransf : public Tela {

@@ -3,6 +3,7 @@
 #include "cheque/main.h"
 #include "core/arquivo.h"
 #include "core/conversoes.h"
+#include "core/entrada.h"
 #include "core/ini.h"
 #include "printer/impressao.h"
 #include "printer/sistema.h"
@@ -21,7 +22,7 @@ const QString TituloCopia = QStringLiteral("Cópia do Cheque");
 // with no title.
 const QString ErroMontagem =
     QStringLiteral("Houve Problemas Ao Montar o Layout de Cheque!!\r"
-                   "Favor Revisar o Layout de Cópia que foi Montado,ou Escolha Outro Layout");
+                   "Favor Revisar o Layout de Cópia que foi Montado, ou Escolha Outro Layout");
 // What a file write that didn't reach the disk reports, as the other run-time errors.
 constexpr int ErroArquivo = 75;
 
@@ -122,7 +123,7 @@ std::optional<QString> MontaPagina(const LayoutCopia &layout, const ChequeCopia 
     ok = ok && p.poe_item(l[2], c[2], extenso1, int(extenso1.size()));
     if (!extenso2.isEmpty()) ok = ok && p.poe_item(l[3], c[3], extenso2, int(extenso2.size()));
     if (cheque.Numero.isEmpty()) {
-        ok = ok && p.poe(l[7], c[10], QStringLiteral("Nº(Sem Numero)"));
+        ok = ok && p.poe(l[7], c[10], QStringLiteral("Nº(Sem Número)"));
     } else {
         const int n = int(cheque.Numero.size());
         ok = ok &&
@@ -204,11 +205,15 @@ void CmpCopia::Form_Load() {
         return;
     }
     const QString escolhido = LeGravaIni(sessao.CaminhoIni, "Opcoes", "Script", "").left(3);
-    int indice = -1;
+    int indice = -1, doBanco = -1;
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
-        if (rs.Campo("Codigo").left(3) == escolhido) indice = Combo1.ListCount();
+        const QString codigo = rs.Campo("Codigo").left(3);
+        if (codigo == escolhido) indice = Combo1.ListCount();
+        if (!cheque_.Banco.isEmpty() && codigo == cheque_.Banco) doBanco = Combo1.ListCount();
         Combo1.AddItem(rs.Campo("Nome"));
     }
+    // Until the operator chooses one, the copy takes the layout of the cheque's own bank.
+    if (indice < 0) indice = doBanco;
 
     const QString envio = LeGravaIni(sessao.CaminhoIni, "Opcoes", "EnvioCopia", "");
     envioLido_ = OpEnvio.contains(int(Val(envio))) && envio != "-2" ? int(Val(envio)) : 1;
@@ -221,6 +226,7 @@ void CmpCopia::Form_Load() {
 
     Caption = tituloBase_ + " [01-001]";
     NomeArq.Caption = nome_arquivo_copia(sessao.Hoje6);
+    atualiza_posicao();
 
     if (indice >= 0) {
         Combo1.ListIndex = indice;
@@ -305,10 +311,18 @@ void CmpCopia::atualiza_posicao() {
     const int coluna = int(antes.size() - (antes.lastIndexOf(u'\n') + 1)) + 1;
     Caption = tituloBase_ + " [" + QStringLiteral("%1").arg(linha, 2, 10, QChar(u'0')) + "-" +
               QStringLiteral("%1").arg(coluna, 3, 10, QChar(u'0')) + "]";
-    const QString aviso = aviso_linhas(CopiaTxt.Text);
+    const QString aviso = falta_layout() + aviso_linhas(CopiaTxt.Text);
     if (Info.Caption != aviso) Info.Caption = aviso;
     Info.Visible = !aviso.isEmpty();
     BtnCmd[0].Enabled = aviso.isEmpty();
+}
+
+QString CmpCopia::falta_layout() const {
+    if (Combo1.ListIndex >= 0 || !CopiaTxt.Text.trimmed().isEmpty()) return {};
+    if (Combo1.ListCount() == 0)
+        return QStringLiteral("Não há layout de cópia cadastrado: cadastre um em Cadastro, "
+                              "Layout de Cópia.");
+    return QStringLiteral("Escolha o layout da cópia em \"Layout / Script\".");
 }
 
 QStringList CmpCopia::LinhasCopia() const {
@@ -317,6 +331,11 @@ QStringList CmpCopia::LinhasCopia() const {
 
 void CmpCopia::BtnCmd_Click(int Index) {
     if (Index == 1) return Unload();
+    if (CopiaTxt.Text.trimmed().isEmpty()) {
+        desktop.MsgBox("A cópia está vazia: não há o que enviar.", Botoes::OK, TituloCopia,
+                       Icone::Exclamacao);
+        return;
+    }
     switch (envio()) {
     case 1:
         EnviaCopia();
@@ -339,6 +358,7 @@ void CmpCopia::EnviaCopia() {
                        TituloCopia, Icone::Exclamacao);
         return;
     }
+    if (!pede_documento(desktop, TituloCopia)) return;
     Vexa32 &imp = *sessao.Impressora;
     if (imp.IniciaPorta(sessao.PortaImpressora) != 1) {
         desktop.MsgBox("Problemas na abertura da porta de comunicacao", Botoes::OK, TituloCopia,

@@ -55,13 +55,13 @@ class CmpCopia : public Tela {
     Combo Combo1;
     Quadro Frame1{"Enviar para"};
     Matriz<Opcao> OpEnvio{
-        {1, Opcao("Vexa")}, {2, Opcao("Impressora do Win")}, {0, Opcao("Arquivo:")}};
+        {1, Opcao("Vexa")}, {2, Opcao("Impressora do sistema")}, {0, Opcao("Arquivo:")}};
     Rotulo NomeArq;
     Caixa CheckImpMai{"Usar impressão em\nletras maiúsculas"};
     Caixa CheckImpInv{"Usar impressão\ninvertida com este\ndocumento!"};
     Texto CopiaTxt;
     Rotulo Info;
-    std::map<int, Botao> BtnCmd{{0, Botao("&Enviar")}, {1, Botao("Fechar")}};
+    std::map<int, Botao> BtnCmd{{0, Botao("&Enviar")}, {1, Botao("&Fechar")}};
 
     void Form_Load() override;
     void Form_Unload() override;
@@ -86,7 +86,10 @@ class CmpCopia : public Tela {
 
   private:
     void registra_controles();
+    // The cursor's place in the title; the warnings in Info, which hold Enviar back.
     void atualiza_posicao();
+    // What the empty page lacks when no layout is chosen; empty otherwise.
+    QString falta_layout() const;
     // The chosen target: the index of the option set.
     int envio() const;
 

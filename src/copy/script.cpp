@@ -162,7 +162,7 @@ void Script::Text1_KeyDown(int Index, int &KeyCode, int) {
         const RecordSet &rs = conjunto();
         if (rs.Aberto() && rs.RecordCount() > 0 && localiza(codigo.Text)) {
             localiza(QString());
-            desktop.MsgBox("Este Codigo Já Existe");
+            desktop.MsgBox("Este Código Já Existe");
             codigo.Text.clear();
             return;
         }

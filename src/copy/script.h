@@ -13,7 +13,7 @@ class Script : public Cadastro {
   public:
     Script(Sessao &sessao, Desktop &desktop);
 
-    Botao Command3D2{"Ajuste Gráfico"};
+    Botao Command3D2{"Ajuste &Gráfico"};
 
     void Form_Load() override;
     void Form_Unload() override;

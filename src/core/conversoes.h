@@ -58,7 +58,9 @@ double Val(const QString &texto);
 // The numeric test of typed amounts, by the Brazilian format: blanks around, an optional
 // sign, an optional "R$", digits with points between them ("1.234"), and an optional comma
 // with decimals. "1.234,56", "1234,56", ",5", "12," and " 12 " are numbers; "", "12x",
-// "1,2,3" and "1 234" are not.
+// "1,2,3" and "1 234" are not. A text without a comma that ends in a point and one or two
+// digits has its decimals after that point, as typed on a keyboard of another country:
+// "1234.56" is 1.234,56 and "0.5" is 0,50, while "1.234" and "1.234.567" group thousands.
 bool eh_numerico(const QString &texto);
 // The amount of a typed text in centavos, rounded half away from zero; empty when the text
 // fails eh_numerico or is too large.

@@ -223,4 +223,19 @@ QString LeGravaIni(const QString &CaminhoIni, const QString &Secao, const QStrin
     return grava(CaminhoIni, secao, chave, Valor == QLatin1String("*%*") ? QString() : Valor);
 }
 
+QStringList ChavesIni(const QString &CaminhoIni, const QString &Secao) {
+    QFile arquivo(CaminhoIni);
+    if (!arquivo.open(QIODevice::ReadOnly)) return {};
+    const Arquivo arq = interpreta(arquivo.readAll());
+    const qsizetype s = acha_secao(arq, Secao.trimmed());
+    QStringList chaves;
+    for (size_t i = size_t(s) + 1; s >= 0 && i < arq.linhas.size(); ++i) {
+        const Linha &l = arq.linhas[i];
+        if (l.tipo == TipoLinha::Secao) break;
+        if (l.tipo == TipoLinha::Chave && !chaves.contains(l.nome, Qt::CaseInsensitive))
+            chaves.append(l.nome);
+    }
+    return chaves;
+}
+
 } // namespace vexa

@@ -1,6 +1,7 @@
 #pragma once
 // VEXA.INI, read and written as the classic private-profile routines do.
 #include <QString>
+#include <QStringList>
 
 namespace vexa {
 
@@ -11,5 +12,9 @@ namespace vexa {
 // byte for byte as it was.
 QString LeGravaIni(const QString &CaminhoIni, const QString &Secao, const QString &Chave,
                    const QString &Valor);
+
+// The keys of a section, in the file's order (the first of two equal keys); none when the
+// file or the section is missing.
+QStringList ChavesIni(const QString &CaminhoIni, const QString &Secao);
 
 } // namespace vexa

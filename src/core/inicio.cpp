@@ -1,15 +1,15 @@
 #include "core/inicio.h"
 
 #include "core/conversoes.h"
+#include "core/grava_ini.h"
 #include "core/ini.h"
-
-#include <QCoreApplication>
-#include <QFileInfo>
-#include <QProcess>
+#include "core/restos.h"
 
 namespace vexa {
 
 bool inicia_configuracoes(Sessao &s) {
+    // This copy holds the folder now: what a write cut short left in it is put right first.
+    recupera_restos(s);
     s.TituloCfg = "0";
     s.MostraLogo = 1;
 
@@ -47,33 +47,15 @@ void le_opcoes_numericas(Sessao &s) {
 
 void PrimeiraVez(Sessao &s, Desktop &d, const AbreConfiguracao &abreConfiguracao) {
     if (Val(LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "")) != 1) return;
-    const Resposta r = d.MsgBox("Para o correto funcionamento entre a impressora e o aplicativo,\n"
-                                "verifique o cabo de conexão e pressione <ok> para acertar a "
-                                "configuração!",
-                                Botoes::OKCancel);
+    const Resposta r = d.MsgBox(
+        "Bem-vindo ao Vexa Plus!\n\n"
+        "Antes do primeiro cheque, ligue a impressora de cheques ao computador e escolha a "
+        "porta em que ela está ligada.\n\n"
+        "Pressione OK para abrir a configuração da impressora.",
+        Botoes::OKCancel, "Bem-vindo ao Vexa Plus", Icone::Informacao, Resposta::OK);
     if (r != Resposta::OK) return;
-    d.MsgBox("Obs.: Caso altere a porta de comunicação, favor reiniciar aplicativo!", Botoes::OK,
-             "Configuração da Vexa");
-    ExecutaConfiguracao(s, d, abreConfiguracao);
-    LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "*%*");
-}
-
-int ExecutaConfiguracao(Sessao &s, Desktop &d, const AbreConfiguracao &abreConfiguracao) {
-    // The configuration program is the printer maker's own; it is looked for beside the
-    // data and beside the program, and started in a window of its own.
-    const QStringList lugares = {s.CaminhoApp, QCoreApplication::applicationDirPath()};
-    for (const QString &pasta : lugares) {
-        const QFileInfo programa(pasta + "/" + ProgramaConfiguracao);
-        if (programa.exists() && QProcess::startDetached(programa.absoluteFilePath(), {}, pasta))
-            return 1;
-    }
-    const Resposta r =
-        d.MsgBox(QStringLiteral("Aplicativo \"%1\" não encontrado!\n").arg(ProgramaConfiguracao),
-                 Botoes::OKCancel, "Vexa not found!", Icone::Informacao);
-    // Without the maker's program the operator still gets to the port and the printer's
-    // settings: the program's own screen for them.
-    if (r == Resposta::OK && abreConfiguracao) abreConfiguracao();
-    return 1;
+    if (abreConfiguracao) abreConfiguracao();
+    GravaIni(s, d, "Config", "FirstTime", "*%*");
 }
 
 void grava_in_rel(Sessao &s, bool marcado) {

@@ -4,10 +4,12 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QThread>
 #include <QTimer>
+#include <memory>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -22,6 +24,11 @@ namespace {
 constexpr char Cabecalho[] = "VEXA-PLUS/1";
 constexpr int TamanhoMaximo = 8192;
 constexpr int CampoMaximo = 200;
+// Requests served at once. The rest wait in the system's queue, so that a flood of
+// connections never takes every descriptor the process has: the link would be lost with them.
+constexpr int ConexoesMaximas = 32;
+// A client that never finishes its request is dropped.
+constexpr int EsperaPedidoMs = 3000;
 bool indice_valido(int i) {
     return i >= 0 && i <= 6 && i != 5;
 }
@@ -171,37 +178,64 @@ bool Instancia::EntregaAoPrimeiro(const QMap<int, QString> &campos, int esperaMs
 
 bool Instancia::Escuta() {
     if (!tranca() || nome_.isEmpty()) return false;
-    // With the lock ours no copy runs: a socket left here is a dead copy's.
-    QLocalServer::removeServer(nome_);
-    servidor_ = new QLocalServer(this);
-    servidor_->setSocketOptions(QLocalServer::UserAccessOption);
-    if (!servidor_->listen(nome_)) return false;
-    connect(servidor_, &QLocalServer::newConnection, this, &Instancia::nova_conexao);
+    if (!abre_link()) return false;
+    // The link is looked after for the whole run: should it ever close (the system refused a
+    // connection) or its file go, it is made again, since the lock is still ours.
+    auto *vigia = new QTimer(this);
+    connect(vigia, &QTimer::timeout, this, [this] {
+        if (!servidor_->isListening() || !QFileInfo::exists(nome_)) abre_link();
+    });
+    vigia->start(1000);
     return true;
 }
 
+bool Instancia::abre_link() {
+    // With the lock ours no copy runs: a socket left here is a dead copy's, or our own lost one.
+    if (servidor_) servidor_->close();
+    QLocalServer::removeServer(nome_);
+    if (!servidor_) {
+        servidor_ = new QLocalServer(this);
+        servidor_->setSocketOptions(QLocalServer::UserAccessOption);
+        connect(servidor_, &QLocalServer::newConnection, this, &Instancia::nova_conexao);
+    }
+    return servidor_->listen(nome_);
+}
+
 void Instancia::nova_conexao() {
-    while (QLocalSocket *s = servidor_->nextPendingConnection()) {
+    while (atendendo_ < ConexoesMaximas) {
+        QLocalSocket *s = servidor_->nextPendingConnection();
+        if (!s) return;
         if (!mesmo_usuario(s->socketDescriptor())) {
             s->abort();
             s->deleteLater();
             continue;
         }
-        auto *dados = new QByteArray;
-        // A client that never finishes its request is dropped.
-        QTimer::singleShot(3000, s, [s] { s->abort(); });
-        connect(s, &QLocalSocket::disconnected, s, [s, dados] {
-            delete dados;
-            s->deleteLater();
+        ++atendendo_;
+        connect(s, &QObject::destroyed, this, [this] {
+            --atendendo_;
+            // A place is free: the next connection waiting is taken.
+            QTimer::singleShot(0, this, &Instancia::nova_conexao);
         });
-        connect(s, &QLocalSocket::readyRead, this, [this, s, dados] {
+        auto dados = std::make_shared<QByteArray>();
+        const auto le = [this, s, dados] {
             *dados += s->readAll();
             if (dados->size() > TamanhoMaximo) return s->abort();
-            if (!dados->endsWith("FIM\n")) return;
+            // Only the line FIM ends a request: a field's line may end in those letters too,
+            // and its next piece may still be on the way.
+            if (!dados->endsWith("\nFIM\n")) return;
             QMap<int, QString> campos;
             const bool ok = Decodifica(*dados, campos);
+            dados->clear();
             s->disconnectFromServer();
             if (ok && aoReceber) aoReceber(campos);
+        };
+        connect(s, &QLocalSocket::readyRead, this, le);
+        connect(s, &QLocalSocket::disconnected, s, &QObject::deleteLater);
+        QTimer::singleShot(EsperaPedidoMs, s, [s] {
+            // What arrived while this copy was busy is read before the client is dropped.
+            s->waitForReadyRead(0);
+            s->abort();
+            s->deleteLater();
         });
     }
 }

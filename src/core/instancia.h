@@ -48,6 +48,8 @@ class Instancia : public QObject {
 
   private:
     bool tranca();
+    // Listens on the socket, made anew.
+    bool abre_link();
     void nova_conexao();
 
     QString caminhoApp_;
@@ -55,6 +57,7 @@ class Instancia : public QObject {
     int trava_ = -1;       // the lock file's descriptor while the lock is held
     bool travada_ = false; // this copy runs: the lock is held, or the folder can't have one
     QLocalServer *servidor_ = nullptr;
+    int atendendo_ = 0; // connections taken and not yet ended
 };
 
 } // namespace vexa

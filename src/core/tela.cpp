@@ -184,6 +184,29 @@ void Tela::Clica(const QString &nome, int index) {
     Dispara(r, Evento::Click);
 }
 
+RefControle Tela::BotaoFechar() const {
+    static const QStringList ordem = {"Cancelar", "Fechar", "Sair"};
+    RefControle melhor;
+    qsizetype posicao = ordem.size();
+    for (const auto &[r, c] : ordem_) {
+        if (c->Tipo != TipoControle::Botao) continue;
+        const qsizetype p = ordem.indexOf(QString(c->Caption).remove(u'&').trimmed());
+        if (p >= 0 && p < posicao) {
+            melhor = r;
+            posicao = p;
+        }
+    }
+    return melhor;
+}
+
+bool Tela::TeclaEsc() {
+    const RefControle r = BotaoFechar();
+    const Controle *c = controle(r);
+    if (!c || !c->Enabled || !c->Visible) return false;
+    Clica(r.Nome, r.Index);
+    return true;
+}
+
 void Tela::Digita(const QString &nome, int index, const QString &texto) {
     const RefControle r{nome, index};
     Controle *c = controle(r);

@@ -284,6 +284,13 @@ class Tela {
     // handlers (0 when swallowed).
     int Tecla(int keyCode, int shift = 0);
 
+    // The button that leaves the screen without acting: its Cancelar, or else its Fechar or
+    // Sair; an invalid reference when it has none.
+    RefControle BotaoFechar() const;
+    // Escape: presses that button as a click does, so the screen's own close runs. False when
+    // the screen has no such button or it can't be pressed now.
+    bool TeclaEsc();
+
     // Sets a control's text from the program and runs its Change handler, as assigning the
     // text of a text box does.
     void Muda(Controle &c, const QString &texto);

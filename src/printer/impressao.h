@@ -63,9 +63,14 @@ struct TextosCheque {
     QString Banco, Valor, Favorecido, Cidade, Data, Extra;
 };
 
+// What a result of ImprimeCheque other than 1 means, and what the operator does about it: the
+// port (2) is the cable and the port in the settings; no paper (4) is to put the cheque in.
+QString causa_erro_cheque(const Sessao &s, qint16 Codigo);
+
 // One cheque between IniciaPorta and FechaPorta, with the gauge's sweep ahead of it (no gauge:
 // none). Returns the result of ImprimeCheque: 1 printed; any other, -1 included, is shown as
-// "Problemas com a impressao do cheque" with the code in the title. The single cheque doesn't
+// "Problemas com a impressão do cheque." with the cause in words (causa_erro_cheque) and the code
+// in the title. The single cheque doesn't
 // look at the port: the cheque's own code tells the failure. With TestaPorta a port that doesn't
 // open stops the print with its own message, and there is no result; nor is there without a
 // printer.
@@ -81,7 +86,7 @@ inline const QString PerguntaChequeSaiu =
                    "manchado ou incompleto: ele fica no relatório como cancelado.");
 inline const QString NotaChequeErrado = QStringLiteral("Saiu errado na impressora; cancelado");
 
-// The short colour sweep of a gauge ahead of a print; a zero Ligado does nothing.
+// The short colour sweep of a gauge ahead of a print; a zero Ligado puts it back to rest.
 void AnimaGauge(Medidor &Gauge, qint16 Ligado);
 
 // The amount in words, made by the printer and read back from Extenso.ret into

@@ -1,11 +1,11 @@
 #include "registers/bancos.h"
 
+#include "catalogo/telas.h"
 #include "core/conversoes.h"
 #include "core/ini.h"
 #include "printer/impressao.h"
 #include "registers/ajusta.h"
 #include "registers/regras.h"
-#include "catalogo/telas.h"
 #include "store/bancos_padrao.h"
 #include "store/tabelas.h"
 

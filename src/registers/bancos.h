@@ -9,8 +9,8 @@ class Bancos : public Cadastro {
   public:
     Bancos(Sessao &sessao, Desktop &desktop);
 
-    Botao Command3D2{"Ajuste Gráfico"};
-    Botao SSCommand1{"Imprimir Lista"};
+    Botao Command3D2{"Ajuste &Gráfico"};
+    Botao SSCommand1{"Imprimir &Lista"};
 
     int TemCampoVazio() const;
     int VerificaCodigo(int Modo) { return verifica_campos(Modo); }

@@ -52,21 +52,6 @@ bool so_digitos(const QString &texto) {
 
 } // namespace
 
-QStringList posicoes_padrao_transf() {
-    return {"002", "005", "007", "012", "012", "015", "015",
-            "091", "023", "008", "060", "093", "060", "093"};
-}
-
-QString linha_transf(const QStringList &Posicoes, const QString &Nome) {
-    QStringList valores;
-    for (const QString &v : Posicoes) {
-        // Three characters each, so that the transfer cheque reads the line by position.
-        const double n = Val(v);
-        valores.append(n < 100 ? Format(QString::number(n, 'f', 0), "000") : v);
-    }
-    return valores.join(',') + "    ; " + Nome.left(30);
-}
-
 std::optional<LayoutTransf> le_layout_transf(const Sessao &s, const QString &Codigo) {
     if (Codigo.trimmed().isEmpty()) return std::nullopt;
     const QString v = LeGravaIni(s.CaminhoIni, Secao, Codigo.trimmed(), "");
@@ -113,6 +98,15 @@ QStringList BancTrans::acerta_arquivo() {
         if (!layout) continue;
         codigos.append(codigo);
         linhas.append(codigo + " - " + layout->Nome);
+    }
+    // A layout whose line never reached the file (the program stopped between the two
+    // writes, or the file refused its line) is in force all the same: it is listed again.
+    for (const QString &codigo : ChavesIni(sessao.CaminhoIni, Secao)) {
+        if (codigos.contains(codigo)) continue;
+        if (const auto layout = le_layout_transf(sessao, codigo)) {
+            codigos.append(codigo);
+            linhas.append(codigo + " - " + layout->Nome);
+        }
     }
     if (linhas != antes) regrava_arquivo(linhas);
     return linhas;
@@ -200,7 +194,7 @@ int BancTrans::VerificaBancoTransf(int Modo) {
         return 1;
     }
     if (!existe && Modo == 0) {
-        desktop.MsgBox("Banco nao encontrado.", Botoes::OK, TituloAlteracao, Icone::Exclamacao);
+        desktop.MsgBox("Banco não encontrado.", Botoes::OK, TituloAlteracao, Icone::Exclamacao);
         return 1;
     }
     return 0;

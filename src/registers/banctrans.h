@@ -4,6 +4,7 @@
 // transfer cheque reads by position; the list ChequeTransf.txt and the table Transferencia
 // follow it, so that the list, the search and the printed list show what is registered.
 #include "registers/cadastro.h"
+#include "store/bancos_padrao.h"
 
 #include <QList>
 #include <optional>
@@ -16,13 +17,6 @@ struct LayoutTransf {
     QString Nome;
 };
 
-// The layout a new bank starts from in the graphic adjust: L1..L7, C1..C7.
-QStringList posicoes_padrao_transf();
-
-// The line of section ChequeTransf: the fourteen positions, three characters each (below 100
-// through the mask "000", from 100 on as typed), joined by commas, then "    ; " and the first
-// 30 characters of the name.
-QString linha_transf(const QStringList &Posicoes, const QString &Nome);
 // The line read back by position; empty when the bank has none (a missing key, or one that an
 // exclusion left without a value).
 std::optional<LayoutTransf> le_layout_transf(const Sessao &s, const QString &Codigo);
@@ -33,8 +27,8 @@ class BancTrans : public Cadastro {
   public:
     BancTrans(Sessao &sessao, Desktop &desktop);
 
-    Botao Command3D2{"Ajuste Gráfico"};
-    Botao SSCommand1{"Imprimir Lista"};
+    Botao Command3D2{"Ajuste &Gráfico"};
+    Botao SSCommand1{"Imprimir &Lista"};
 
     void Form_Load() override;
     void Form_Unload() override;
@@ -70,8 +64,9 @@ class BancTrans : public Cadastro {
     void altera();
     void exclui();
     // The list follows the section: a line whose bank has no layout goes, a bank listed twice
-    // (renamed before Alterar rewrote its line) keeps its first line, and each line takes the
-    // section's name. The file is rewritten only when that changes it. Gives its lines.
+    // (renamed before Alterar rewrote its line) keeps its first line, each line takes the
+    // section's name, and a layout the file misses is added at its end. The file is rewritten
+    // only when that changes it. Gives its lines.
     QStringList acerta_arquivo();
     // The table takes the section's layouts of the listed banks and loses the rows of banks
     // with no layout.

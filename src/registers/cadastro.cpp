@@ -1,9 +1,9 @@
 #include "registers/cadastro.h"
 
+#include "catalogo/telas.h"
 #include "core/conversoes.h"
 #include "core/teclas.h"
 #include "registers/saida.h"
-#include "catalogo/telas.h"
 #include "store/basedados.h"
 #include "store/tabelas.h"
 

@@ -8,7 +8,7 @@ class Cidade : public CadastroSimples {
   public:
     Cidade(Sessao &sessao, Desktop &desktop);
 
-    Botao Imprime{"Imprimir "};
+    Botao Imprime{"Im&primir"};
 
   protected:
     PedidoLista pedido_lista() const override { return {"Cidade", 0, " Cidades Cadastradas"}; }

@@ -9,7 +9,7 @@ class Favorec : public CadastroSimples {
   public:
     Favorec(Sessao &sessao, Desktop &desktop);
 
-    Botao Imprimirfav{"Imprimir"};
+    Botao Imprimirfav{"Im&primir"};
 
     // The code the printer's memory keeps: the fourth and fifth of the five digits.
     static QString codigo_impressora(const QString &Codigo) { return Codigo.mid(3, 2); }

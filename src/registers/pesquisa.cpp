@@ -1,8 +1,8 @@
 #include "registers/pesquisa.h"
 
+#include "catalogo/telas.h"
 #include "core/teclas.h"
 #include "registers/cadastro.h"
-#include "catalogo/telas.h"
 #include "store/tabelas.h"
 
 namespace vexa {

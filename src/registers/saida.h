@@ -22,14 +22,16 @@ class Saida : public Tela {
     Saida(Sessao &sessao, Desktop &desktop);
 
     // In "Ordem" 4 "Nome" and 3 "Código" order the list; in "Saída" 0 "Vexa" and 1
-    // "Impressora Win" choose the printer.
+    // "Impressora do sistema" choose the printer.
     Quadro Frame1{"Ordem"};
     Quadro Frame2{"Saída"};
-    Matriz<Opcao> Option1{
-        {0, Opcao("Vexa")}, {1, Opcao("Impressora Win")}, {3, Opcao("Código")}, {4, Opcao("Nome")}};
+    Matriz<Opcao> Option1{{0, Opcao("Vexa")},
+                          {1, Opcao("Impressora do sistema")},
+                          {3, Opcao("Código")},
+                          {4, Opcao("Nome")}};
     Painel SSPanel1;
-    Botao Command1{"Imprimir"};
-    Botao Command2{"Sair"};
+    Botao Command1{"&Imprimir"};
+    Botao Command2{"&Sair"};
 
     void Command1_Click();
 };

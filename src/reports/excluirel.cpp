@@ -69,38 +69,63 @@ void ExcluiRel::cancela_na_impressora(const QString &Opcao) {
     imp.FechaPorta();
 }
 
+bool ExcluiRel::confirma(const Relato *r, const std::set<int> &linhas,
+                         const QString &naImpressora) {
+    QStringList partes;
+    if (linhas.size() == 1)
+        partes << "Este cheque será marcado como cancelado no banco de dados:\n\n" +
+                      descreve_linha(r->List1.List(*linhas.begin()));
+    else if (linhas.size() > 1)
+        partes << QString("Os %1 cheques %2 serão marcados como cancelados no banco de dados.")
+                      .arg(linhas.size())
+                      .arg(QString(RadioBox01[1].Value ? "da lista" : "escolhidos"));
+    if (naImpressora == "u")
+        partes << "O último cheque do relatório da impressora será cancelado.";
+    else if (naImpressora == "*")
+        partes << "Todo o relatório da impressora será cancelado.";
+    if (partes.isEmpty()) return true;
+    return desktop.MsgBox(partes.join("\n\n") + "\n\nConfirma o cancelamento?", Botoes::YesNo,
+                          "Opções de Cancelamento", Icone::Pergunta, Resposta::No) == Resposta::Yes;
+}
+
 void ExcluiRel::BtnCmd_Click(int Index) {
     if (Index != 0) return Unload();
     Relato *r = relato();
-    const bool banco = CheckBox01[1].Value != 0, impressora = CheckBox01[0].Value != 0;
+    const bool banco = CheckBox01[1].Value != 0 && r, impressora = CheckBox01[0].Value != 0;
+    std::set<int> linhas;
+    QString naImpressora;
+    // "Cheque selecionado" ends with the complete list; the others with the current set.
+    bool completa = false;
     if (RadioBox01[2].Value) {
-        if (banco && r && r->List1.ListIndex >= 0) {
-            std::set<int> escolhidas;
+        if (banco && r->List1.ListIndex >= 0) {
+            completa = true;
             for (int i = 0; i < r->List1.ListCount(); ++i)
-                if (r->List1.Selected(i)) escolhidas.insert(escolhidas.end(), i);
-            cancela_linhas(*r, escolhidas);
-            r->ListaCompletaLog();
-            r->LimpaDetalhe(true);
+                if (r->List1.Selected(i)) linhas.insert(linhas.end(), i);
         }
     } else if (RadioBox01[0].Value) {
-        if (impressora) cancela_na_impressora("u");
-        if (banco && r && r->List1.ListCount() > 0) cancela_linhas(*r, {r->List1.ListCount() - 1});
+        if (impressora) naImpressora = "u";
+        if (banco && r->List1.ListCount() > 0) linhas.insert(r->List1.ListCount() - 1);
     } else if (RadioBox01[1].Value) {
-        if (impressora) cancela_na_impressora("*");
-        if (banco && r) {
-            std::set<int> todas;
+        if (impressora) naImpressora = "*";
+        if (banco)
             for (int i = 0; i < r->List1.ListCount(); ++i)
-                todas.insert(todas.end(), i);
-            cancela_linhas(*r, todas);
-        }
+                linhas.insert(linhas.end(), i);
     }
+    // No leaves the options open, nothing done.
+    if (!confirma(r, linhas, naImpressora)) return;
+    if (!naImpressora.isEmpty()) cancela_na_impressora(naImpressora);
+    if (!linhas.empty()) cancela_linhas(*r, linhas);
     Unload();
-    // The list shows the current set of the register again: after the last or every cheque
-    // marked, that set is the cheque marked last.
-    if (r) {
+    // The list shows the register again: the whole of it after "Cheque selecionado"; after
+    // the last or every cheque marked, the current set, which is the cheque marked last.
+    if (!r) return;
+    if (completa) {
+        r->ListaCompletaLog();
+        r->LimpaDetalhe();
+    } else {
         r->CarregaListaLog();
-        r->Refresh();
     }
+    r->Refresh();
 }
 
 } // namespace vexa

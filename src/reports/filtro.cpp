@@ -5,6 +5,8 @@
 #include "reports/relato.h"
 #include "store/tabelas.h"
 
+#include <QRegularExpression>
+
 namespace vexa {
 
 namespace {
@@ -55,17 +57,21 @@ SelecaoLog selecao_filtro_log(const QString &Banco, const QString &DataIni, cons
     return s;
 }
 
-void MontaFiltroLog(Sessao &s, Desktop &d, const QString &Banco, const QString &DataIni,
+bool MontaFiltroLog(Sessao &s, Desktop &d, const QString &Banco, const QString &DataIni,
                     const QString &DataFim, const QString &ValorIni, const QString &ValorFim,
                     const QString &Favorecido, const QString &Cidade, const QString &Comentario) {
-    if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return;
+    if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return false;
     const SelecaoLog selecao = selecao_filtro_log(Banco, DataIni, DataFim, ValorIni, ValorFim,
                                                   Favorecido, Cidade, Comentario);
-    Conjunto(s, TabLog).Abre(s.Banco->db(), selecao.Sql, selecao.Valores);
+    if (!Conjunto(s, TabLog).Abre(s.Banco->db(), selecao.Sql, selecao.Valores)) {
+        avisa_registro_ilegivel(s, d);
+        return false;
+    }
     if (auto *relato = dynamic_cast<Relato *>(d.Aberta(telas::Relato))) {
         relato->CarregaListaLog();
         relato->Refresh();
     }
+    return true;
 }
 
 Filtro::Filtro(Sessao &sessao, Desktop &desktop) : Tela(telas::Filtro, "Filtro", sessao, desktop) {
@@ -113,7 +119,12 @@ void Filtro::Text1_LostFocus(int Index) {
         }
         texto = Format(QString::number(Val(texto), 'f', 0), "000");
         Text1[0].Text = texto;
-        if (ExisteCodigo(sessao, texto, TabBancos) == 0) return recusa(0, "Banco Inválido...");
+        if (ExisteCodigo(sessao, texto, TabBancos) == 0) {
+            // A bank table that could not be read says nothing of the code typed.
+            if (!Conjunto(sessao, TabBancos).Aberto())
+                return avisa_registro_ilegivel(sessao, desktop);
+            return recusa(0, "Banco Inválido...");
+        }
         Label2.Caption = NomeBanco(sessao, texto);
         return;
     }
@@ -121,7 +132,11 @@ void Filtro::Text1_LostFocus(int Index) {
     case 2: {
         if (texto.size() < 3)
             texto = Format(QString::number(Val(texto), 'f', 0), "00") + sessao.MesAno;
-        if (texto.size() != 6) return recusa(Index, "Voce deve entrar com (ddmmaa) diamesano...");
+        // Six digits: "1/1/26" has six characters too, and the mask would show it as
+        // "1//1//26", a date that finds nothing.
+        static const QRegularExpression ddmmaa(QStringLiteral("^[0-9]{6}$"));
+        if (!ddmmaa.match(texto).hasMatch())
+            return recusa(Index, "Voce deve entrar com (ddmmaa) diamesano...");
         if (!DataValida(texto)) return recusa(Index, "Data Inválida...");
         Text1[Index].Text = Format(texto, "@@/@@/@@");
         return;
@@ -147,9 +162,12 @@ void Filtro::Text1_KeyDown(int Index, int &KeyCode, int) {
 }
 
 void Filtro::Command3D1_Click(int Index) {
-    if (Index == 0)
-        MontaFiltroLog(sessao, desktop, Text1[0].Text, Text1[1].Text, Text1[2].Text, Text1[3].Text,
-                       Text1[4].Text, Text1[5].Text, Text1[6].Text, Text1[7].Text);
+    // A filter the register could not answer leaves the screen open with its criteria, to be
+    // tried again.
+    if (Index == 0 &&
+        !MontaFiltroLog(sessao, desktop, Text1[0].Text, Text1[1].Text, Text1[2].Text, Text1[3].Text,
+                        Text1[4].Text, Text1[5].Text, Text1[6].Text, Text1[7].Text))
+        return;
     Unload();
 }
 

@@ -24,8 +24,9 @@ SelecaoLog selecao_filtro_log(const QString &Banco, const QString &DataIni, cons
                               const QString &Comentario);
 
 // Opens the criteria's select as the current set of Log rows, and has the report's list
-// filled from it.
-void MontaFiltroLog(Sessao &s, Desktop &d, const QString &Banco, const QString &DataIni,
+// filled from it. False when the register could not be read (the operator is told, the
+// report's list stays as it was) or the database is missing.
+bool MontaFiltroLog(Sessao &s, Desktop &d, const QString &Banco, const QString &DataIni,
                     const QString &DataFim, const QString &ValorIni, const QString &ValorFim,
                     const QString &Favorecido, const QString &Cidade, const QString &Comentario);
 

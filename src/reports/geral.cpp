@@ -20,16 +20,18 @@ struct Banco {
 
 } // namespace
 
-QString texto_relatorio_geral(Sessao &s) {
+QString texto_relatorio_geral(Sessao &s, bool *lido) {
     QString texto = "Relatório Geral de Cheques Emitidos" + Fim;
     RecordSet &rs = Conjunto(s, TabLog);
+    if (lido) *lido = rs.Aberto();
     if (!rs.Aberto()) return texto;
 
     // The banks are few: read once, in the order of their table.
     QHash<QString, Banco> bancos;
     Banco atual;
     RecordSet rb;
-    if (rb.Abre(s.Banco->db(), "Select * From Bancos")) {
+    const bool bancosLidos = rb.Abre(s.Banco->db(), "Select * From Bancos");
+    if (bancosLidos) {
         for (rb.MoveFirst(); !rb.Eof(); rb.MoveNext()) {
             const Banco b{rb.Campo("Codigo"), rb.Campo("Nome")};
             if (bancos.isEmpty()) atual = b;
@@ -40,6 +42,8 @@ QString texto_relatorio_geral(Sessao &s) {
     const QStringList campos = {"Codigo", "Banco", "NRCH",       "V_CH",        "Local",
                                 "Data",   "Favor", "Comentario", "Comentario1", "Comentario2"};
     const QList<QStringList> linhas = rs.Colunas(campos);
+    // A read that fails gives no rows at all.
+    if (lido) *lido = bancosLidos && (!linhas.isEmpty() || rs.RecordCount() == 0);
     // About 200 characters a cheque: the text grows in place, without a copy per line.
     texto.reserve(texto.size() + linhas.size() * 224);
     const QString estrelas = QString(56, u'*') + Fim;
@@ -61,12 +65,17 @@ QString texto_relatorio_geral(Sessao &s) {
 
 void cria_relatorio_geral(Sessao &s, Desktop &d) {
     RecordSet &rs = Conjunto(s, TabLog);
+    // A set closed while the database is open is a select that failed.
+    if (!rs.Aberto() && s.Banco && s.Banco->Aberta()) return avisa_registro_ilegivel(s, d);
     if (!rs.Aberto() || rs.RecordCount() == 0) {
         d.MsgBox("Não há cheques na lista para criar o relatório.", Botoes::OK, "Relatório Geral",
                  Icone::Exclamacao);
         return;
     }
-    if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", texto_relatorio_geral(s)))
+    bool lido = false;
+    const QString texto = texto_relatorio_geral(s, &lido);
+    if (!lido) return avisa_registro_ilegivel(s, d);
+    if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", texto))
         d.MsgBox("O Relatório Foi Criado Com Sucesso, Poderá Abri-lo no Word ou Excel");
 }
 

@@ -1,14 +1,15 @@
 #include "reports/relato.h"
 
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "core/conversoes.h"
 #include "registers/cadastro.h"
-#include "catalogo/telas.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
 #include "reports/listas.h"
 #include "store/tabelas.h"
 
+#include <QStringBuilder>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -47,6 +48,34 @@ QString LinhaRelatorio(const QMap<QString, QString> &registro) {
     linha += em_colunas(campo(registro, "Favor"), favorecido, 74);
     linha += em_colunas(campo(registro, "Index"), "@@@@@@@@@@", 10);
     return linha;
+}
+
+QString CabecalhoRelatorio() {
+    return u"St|" % QStringLiteral("Nº Cheque").rightJustified(12) % u" | Bco | " %
+           QStringLiteral("Valor").rightJustified(16) % u" | " %
+           QStringLiteral("Data").leftJustified(8) % u" | " %
+           QStringLiteral("Favorecido").leftJustified(74) %
+           QStringLiteral("Registro").rightJustified(10);
+}
+
+QString descreve_cheque(const QString &banco, const QString &numero, const QString &valor,
+                        const QString &favorecido, const QString &data) {
+    return u"Banco: " % banco.trimmed() % u"\nNúmero: " % numero.trimmed() % u"\nValor: " %
+           valor.trimmed() % u"\nFavorecido: " % favorecido.trimmed() % u"\nData: " %
+           data.trimmed();
+}
+
+QString descreve_linha(const QString &linha) {
+    return descreve_cheque(linha.mid(18, 3), linha.mid(3, 12), linha.mid(24, 16), linha.mid(54, 74),
+                           linha.mid(43, 8));
+}
+
+void avisa_registro_ilegivel(Sessao &s, Desktop &d) {
+    d.MsgBox("Não foi possível ler o registro de cheques: o banco de dados \"" + s.CaminhoApp +
+                 "/" + s.NomeMDB +
+                 "\" está bloqueado por outro programa.\nFeche o outro "
+                 "programa e tente de novo.",
+             Botoes::OK, "Erro", Icone::Exclamacao);
 }
 
 Relato::Relato(Sessao &sessao, Desktop &desktop)
@@ -89,8 +118,11 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
 }
 
 void Relato::Form_Load() {
-    Text1[5].Caption = formata_centavos(0, "###,###,###,###,##0.00");
     if (AbreTabelas(sessao, desktop, 0, 0, 0, 1) == -2) {
+        // A database held locked from the start has been told as such when it was opened;
+        // its register is not an empty one.
+        Ilegivel = sessao.Banco && sessao.Banco->Travada();
+        if (!Ilegivel) Text1[5].Caption = formata_centavos(0, "###,###,###,###,##0.00");
         avisa_base_ausente(sessao, desktop);
         return;
     }
@@ -102,33 +134,50 @@ void Relato::Form_Unload() {
     if (aberta_) FechaTabelas(sessao, 0, 0, 0, 1);
 }
 
-void Relato::CarregaListaLog() {
+bool Relato::CarregaListaLog() {
     List1.Clear();
     Total = 0;
+    if (!aberta_) return false;
+    // The list keeps its own copy of the rows: a click narrows the shared set to one cheque
+    // while the list still shows them all. Its texts are made as they are shown.
     RecordSet &rs = Conjunto(sessao, TabLog);
-    if (rs.Aberto()) {
-        // The list keeps its own copy of the rows: a click narrows the shared set to one
-        // cheque while the list still shows them all. Its texts are made as they are shown.
-        auto linhas = std::make_shared<RecordSet>(rs.Copia());
-        const QStringList campos = linhas->Campos();
-        const int n = linhas->RecordCount();
-        for (const QStringList &f : linhas->Colunas({"V_CH", "StCancel"}))
-            if (f.value(1) != "C") Total += centavos(f.value(0)).value_or(0);
-        List1.Itens.fonte(n, [linhas, campos](int i) {
-            const QStringList f = linhas->Linha(i);
-            QMap<QString, QString> registro;
-            for (int c = 0; c < campos.size(); ++c)
-                registro.insert(campos[c], f.value(c));
-            return LinhaRelatorio(registro);
-        });
+    auto linhas = std::make_shared<RecordSet>(rs.Aberto() ? rs.Copia() : RecordSet());
+    const QList<QStringList> valores = linhas->Colunas({"V_CH", "StCancel", "Index"});
+    // A select that failed, or rows that could not be read, is a register held by another
+    // program, not an empty one.
+    Ilegivel = !linhas->Aberto() || valores.size() != linhas->RecordCount();
+    if (Ilegivel) {
+        Text1[5].Caption.clear();
+        LimpaDetalhe();
+        avisa_registro_ilegivel(sessao, desktop);
+        return false;
     }
+    bool mostrado = false;
+    for (const QStringList &f : valores) {
+        if (f[1] != "C") Total += centavos(f[0]).value_or(0);
+        mostrado = mostrado || (!Mostrado.isEmpty() && f[2] == Mostrado);
+    }
+    // The commands on the shown cheque act only on a cheque the operator can see in the list.
+    if (!mostrado) LimpaDetalhe();
+    const QStringList campos = linhas->Campos();
+    List1.Itens.fonte(linhas->RecordCount(), [linhas, campos](int i) {
+        const QStringList f = linhas->Linha(i);
+        // A row that could not be read stays empty rather than pose as a cheque of blanks.
+        if (f.isEmpty()) return QString();
+        QMap<QString, QString> registro;
+        for (int c = 0; c < campos.size(); ++c)
+            registro.insert(campos[c], f.value(c));
+        return LinhaRelatorio(registro);
+    });
     Text1[5].Caption = formata_centavos(Total, "###,###,###,###,##0.00");
+    return true;
 }
 
 void Relato::CarregaDetalhe(const QString &Index) {
     if (Index.isEmpty()) return;
     ExisteCodigo(sessao, Index, TabLog);
     RecordSet &rs = Conjunto(sessao, TabLog);
+    if (!rs.Aberto()) return avisa_registro_ilegivel(sessao, desktop);
     rs.MoveFirst();
     if (rs.Eof()) return;
     const auto ou_branco = [](const QString &t) { return t.isEmpty() ? QStringLiteral(" ") : t; };
@@ -161,10 +210,15 @@ void Relato::ListaCompletaLog() {
     CarregaListaLog();
 }
 
-void Relato::LimpaDetalhe(bool comNumero) {
-    for (int i = 0; i <= 4; ++i)
-        Text1[i].Caption.clear();
-    if (comNumero) Text1[6].Caption.clear();
+void Relato::LimpaDetalhe() {
+    for (auto &[i, t] : Text1)
+        if (i != 5) t.Caption.clear();
+    Mostrado.clear();
+}
+
+QString Relato::DescricaoCheque() const {
+    return descreve_cheque(Text1[0].Caption, Text1[6].Caption, Text1[1].Caption, Text1[2].Caption,
+                           Text1[4].Caption);
 }
 
 void Relato::List1_Click() {
@@ -174,6 +228,7 @@ void Relato::List1_Click() {
 }
 
 void Relato::SSCommand1_Click() {
+    if (Ilegivel) return avisa_registro_ilegivel(sessao, desktop);
     if (List1.ListCount() == 0) {
         desktop.MsgBox("Não é possivel enviar relatório!\rNenhum registro encontrado!", Botoes::OK,
                        "    Relatório sem registros");
@@ -192,10 +247,14 @@ void Relato::SSCommand1_Click() {
     else if (OpCmd02[0].Value)
         destino = DestinoLista::Windows;
     if (!formato || !destino) return;
+    // The rows are read from the register as they are reached; one that could not be read
+    // would print as a gap.
+    const QStringList linhas = List1.Itens.lista();
+    if (linhas.contains(QString())) return avisa_registro_ilegivel(sessao, desktop);
     // The lists print the rows as the list shows them; the walk moves the chosen row along,
     // from a list where the row current at the start is no longer chosen.
     List1.SetSelected(List1.ListIndex, false);
-    envia_lista(sessao, desktop, List1.Itens.lista(), *formato, *destino, [this](int i) {
+    envia_lista(sessao, desktop, linhas, *formato, *destino, [this](int i) {
         List1.SetSelected(i, true);
         List1.SetSelected(i - 1, false);
         List1.ListIndex = i;
@@ -229,18 +288,20 @@ void Relato::SSCommand2_Click() {
 
 void Relato::SSCommand3_Click() {
     if (Text1[0].Caption.isEmpty()) return;
+    // The bank of the cheque shown, which the question names.
     const QString codigo = Text1[0].Caption.left(3);
-    const QString linha = List1.List(List1.ListIndex);
-    const bool existe = ExisteCodigo(sessao, linha.mid(18, 3), TabBancos) == 1;
-    if (Text1[7].Caption == "C" &&
-        desktop.MsgBox("O cheque atual possui status de cancelado!\nConfirma reimpressao?",
-                       Botoes::OKCancel) == Resposta::Cancel)
-        return;
-    if (!existe) {
+    if (ExisteCodigo(sessao, codigo, TabBancos) == 0) {
+        if (!Conjunto(sessao, TabBancos).Aberto()) return avisa_registro_ilegivel(sessao, desktop);
         desktop.MsgBox("Banco inexistente, não é possível re-imprimir!", Botoes::OK, "Erro",
                        Icone::Exclamacao);
         return;
     }
+    const QString cancelado = Text1[7].Caption == "C"
+                                  ? QStringLiteral("O cheque atual possui status de cancelado!\n")
+                                  : QString();
+    if (desktop.MsgBox(cancelado + "Confirma reimpressão?\n\n" + DescricaoCheque(), Botoes::YesNo,
+                       QString(), Icone::Pergunta, Resposta::No) != Resposta::Yes)
+        return;
     if (auto *principal = dynamic_cast<Main *>(desktop.Aberta(telas::Main))) {
         Main &m = *principal;
         m.Muda(m.Text1[0], codigo);
@@ -261,7 +322,7 @@ void Relato::SSCommand3_Click() {
 
 void Relato::SSCommand5_Click() {
     ListaCompletaLog();
-    LimpaDetalhe(false);
+    LimpaDetalhe();
 }
 
 void Relato::SSCommand6_Click() {
@@ -270,18 +331,20 @@ void Relato::SSCommand6_Click() {
 
 void Relato::Elimina_Click() {
     if (Text1[0].Caption.isEmpty()) return;
-    if (desktop.MsgBox("Este Cheque Será Eliminado Da Base de Dados de seu computador!Tem Certeza "
-                       "que deseja Eliminá-lo?",
-                       Botoes::YesNo, "Atenção", Icone::Pergunta) != Resposta::Yes)
+    if (desktop.MsgBox("Este Cheque Será Eliminado Da Base de Dados de seu computador!\n\n" +
+                           DescricaoCheque() + "\n\nTem Certeza que deseja Eliminá-lo?",
+                       Botoes::YesNo, "Atenção", Icone::Pergunta, Resposta::No) != Resposta::Yes)
         return;
     // The cheque shown, whatever the current set became since it was chosen.
+    RecordSet &rs = Conjunto(sessao, TabLog);
     if (ExisteCodigo(sessao, Mostrado, TabLog) == 1) {
-        RecordSet &rs = Conjunto(sessao, TabLog);
         rs.MoveFirst();
-        rs.Delete();
+        if (!rs.Delete()) avisa_registro_nao_gravado(desktop, true);
+    } else if (!rs.Aberto()) {
+        return avisa_registro_ilegivel(sessao, desktop);
     }
     ListaCompletaLog();
-    LimpaDetalhe(true);
+    LimpaDetalhe();
 }
 
 void Relato::criar_Click() {

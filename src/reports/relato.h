@@ -16,6 +16,18 @@ class RecordSet;
 // and the record's key, each in its fixed columns. registro holds the fields of a Log row by
 // their names (compared without case).
 QString LinhaRelatorio(const QMap<QString, QString> &registro);
+// The list's heading, each title over its column of LinhaRelatorio.
+QString CabecalhoRelatorio();
+
+// A cheque named for a question, one field a line: bank, number, amount, payee, date.
+QString descreve_cheque(const QString &banco, const QString &numero, const QString &valor,
+                        const QString &favorecido, const QString &data);
+// The same from a row of the list.
+QString descreve_linha(const QString &linha);
+
+// The register could not be read after the database was opened (another program holds it
+// locked): told in place of an empty list or an empty report, never shown as one.
+void avisa_registro_ilegivel(Sessao &s, Desktop &d);
 
 class Relato : public Tela {
   public:
@@ -23,8 +35,7 @@ class Relato : public Tela {
 
     // The list of cheques; several rows can be chosen at once.
     Lista List1;
-    Rotulo Label2{"Status    Nº Cheque |  Bco  |  Valor                        | Data          | "
-                  "Favorecido"};
+    Rotulo Label2{CabecalhoRelatorio()};
     // The details of the chosen cheque: 0 bank, 1 amount, 2 payee, 3 city, 4 date, 5 the
     // total, 6 number, 7 status, 8 to 10 the comments.
     Matriz<Rotulo> Text1 = Matriz<Rotulo>::comTamanho(11);
@@ -34,14 +45,14 @@ class Relato : public Tela {
         {3, Rotulo("Cidade:")}, {4, Rotulo("Data:")},   {5, Rotulo("Total em cheques")},
         {6, Rotulo("Número:")}, {7, Rotulo("Status:")}, {8, Rotulo("Comentarios:")}};
 
-    Botao SSCommand1{"Enviar Lista"};
-    Botao SSCommand2{"Fechar"};
-    Botao SSCommand3{"Re-Imprimir"};
-    Botao SSCommand4{"Cancelar Cheque"};
-    Botao SSCommand5{"Lista Completa"};
-    Botao SSCommand6{"Filtro"};
-    Botao Elimina{"Excluir Cheque"};
-    Botao criar{"Criar Agora"};
+    Botao SSCommand1{"&Enviar Lista"};
+    Botao SSCommand2{"&Fechar"};
+    Botao SSCommand3{"&Re-Imprimir"};
+    Botao SSCommand4{"&Cancelar Cheque"};
+    Botao SSCommand5{"&Lista Completa"};
+    Botao SSCommand6{"F&iltro"};
+    Botao Elimina{"E&xcluir Cheque"};
+    Botao criar{"Criar &Agora"};
     Quadro FrameGeral{"Criar relatório Geral"};
     Rotulo Label3{"Compatível com "};
     Rotulo Label4{"Word e Excel"};
@@ -49,27 +60,35 @@ class Relato : public Tela {
     // The list's format and its target.
     Quadro FrameFormato{"Formato"};
     Quadro FrameEnvio{"Opções de Envio"};
-    Matriz<Opcao> OpCmd{{0, Opcao("Vexa")}, {1, Opcao("Normal")}};
-    Matriz<Opcao> OpCmd01{{0, Opcao("Arquivo")}, {1, Opcao("Compacto")}};
-    Matriz<Opcao> OpCmd02{{0, Opcao("Impressora do Win")}};
+    Matriz<Opcao> OpCmd{{0, Opcao("&Vexa")}, {1, Opcao("&Normal")}};
+    Matriz<Opcao> OpCmd01{{0, Opcao("Ar&quivo")}, {1, Opcao("Com&pacto")}};
+    Matriz<Opcao> OpCmd02{{0, Opcao("Impressora do &sistema")}};
 
     // The sum of the amounts of the cheques listed that are not cancelled, in centavos.
     qint64 Total = 0;
-    // The key of the cheque whose details are shown.
+    // The key of the cheque whose details are shown; empty when none is.
     QString Mostrado;
+    // The last fill of the list could not read the register: the list is empty for that
+    // reason, not because the register is.
+    bool Ilegivel = false;
 
     void Form_Load() override;
     void Form_Unload() override;
 
-    // Fills the list from the current set of Log rows, first to last, with the total.
-    void CarregaListaLog();
+    // Fills the list from the current set of Log rows, first to last, with the total. The
+    // cheque shown stays only when the list still holds it. False, after telling the operator,
+    // when the register could not be read: the list is then empty and the total blank.
+    bool CarregaListaLog();
     // Shows one cheque: the current set becomes that cheque alone. Nothing for an empty key.
     void CarregaDetalhe(const QString &Index);
     // Drops any filter: the current set is every row of Log again, and the list is refilled.
     void ListaCompletaLog();
 
-    // Empties the shown cheque's bank, amount, payee, city and date, and its number too.
-    void LimpaDetalhe(bool comNumero);
+    // No cheque shown: the details are emptied, and the commands on the shown cheque have
+    // nothing to act on.
+    void LimpaDetalhe();
+    // The shown cheque named for a question.
+    QString DescricaoCheque() const;
     // Takes these rows out of the list in one go; the rows after them move up.
     void RemoveLinhas(const std::set<int> &linhas);
 

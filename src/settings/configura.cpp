@@ -2,6 +2,7 @@
 
 #include "catalogo/telas.h"
 #include "core/conversoes.h"
+#include "core/grava_ini.h"
 #include "core/ini.h"
 #include "core/teclas.h"
 #include "printer/impressao.h"
@@ -64,7 +65,7 @@ Configura::Configura(Sessao &sessao, Desktop &desktop)
     registra("SSCommand1", SSCommand1);
     ordem_ = {"cboPorta",   "Command3D7", "Text1(0)",   "Text1(1)", "Command3D1",
               "Text2(0)",   "Text2(1)",   "Command3D2", "Text3",    "Option3D2",
-              "Command3D4", "Command3D9", "SSCommand1"};
+              "Command3D4", "Command3D9", "Command3D10", "SSCommand1"};
 
     liga("Command3D7", Evento::Click, [this](int) { Command3D7_Click(); });
     liga("Command3D1", Evento::Click, [this](int) { Command3D1_Click(); });
@@ -124,10 +125,12 @@ void Configura::Command3D7_Click() {
         desktop.MsgBox("Erro na configuração da porta de comunicação.", Botoes::OK, "Configurações",
                        Icone::Critico);
     } else {
-        LeGravaIni(sessao.CaminhoIni, "Sistema", "port", porta);
+        // The port answered: this run prints through it even when the file refuses to keep
+        // it, and only a kept port is a success.
         sessao.PortaImpressora = porta;
-        desktop.MsgBox("Porta configurada com sucesso.", Botoes::OK,
-                       "Configuração da Porta Serial");
+        if (GravaIni(sessao, desktop, "Sistema", "port", porta))
+            desktop.MsgBox("Porta configurada com sucesso.", Botoes::OK,
+                           "Configuração da Porta Serial");
     }
     imp.FechaPorta();
 }
@@ -143,7 +146,7 @@ void Configura::Command3D1_Click() {
         return recusa("O nome da moeda no singular não pode ser vazio.", titulo, Text1[0]);
     if (Text1[1].Text.isEmpty())
         return recusa("O nome da moeda no plural não pode ser vazio.", titulo, Text1[1]);
-    Qorn_CMD(sessao, desktop, 3, {Text1[0].Text, Text1[1].Text, {}});
+    Qorn_CMD(sessao, desktop, 3, {Text1[0].Text.trimmed(), Text1[1].Text.trimmed(), {}});
 }
 
 void Configura::Command3D2_Click() {
@@ -152,7 +155,8 @@ void Configura::Command3D2_Click() {
         return recusa("O código do favorecido não pode ser vazio.", titulo, Text2[0]);
     if (Text2[1].Text.isEmpty())
         return recusa("O nome do favorecido não pode ser vazio.", titulo, Text2[1]);
-    Qorn_CMD(sessao, desktop, 1, {Text2[0].Text, ConverteTexto(Text2[1].Text), {}});
+    Qorn_CMD(sessao, desktop, 1,
+             {Text2[0].Text, ConverteTexto(Text2[1].Text.left(48).trimmed()), {}});
 }
 
 void Configura::Command3D4_Click() {

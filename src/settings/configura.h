@@ -24,14 +24,14 @@ class Configura : public Tela {
     Botao Command3D1{"&Atualizar"};
 
     Quadro Frame3{"Cadastro de Favorecidos na Impressora"};
-    Matriz<Rotulo> Label3{"Codigo:", "Favorecido:"};
+    Matriz<Rotulo> Label3{"Código:", "Favorecido:"};
     Matriz<Texto> Text2{{0, Texto()}, {1, Texto()}};
     Botao Command3D2{"A&tualizar"};
 
     Quadro Frame4{"Exclusão de Favorecidos da Impressora"};
-    Rotulo Label4{"Codigo:"};
+    Rotulo Label4{"Código:"};
     Texto Text3;
-    Opcao Option3D2{"Todos"};
+    Opcao Option3D2{"To&dos"};
     Botao Command3D4{"At&ualizar"};
 
     Quadro Frame5{"Auto-Teste"};

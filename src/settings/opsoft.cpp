@@ -2,6 +2,7 @@
 
 #include "core/conversoes.h"
 #include "core/entrada.h"
+#include "core/grava_ini.h"
 #include "core/ini.h"
 
 namespace vexa {
@@ -95,18 +96,24 @@ void OpSoft::VScroll01_Change(int Index) {
 
 void OpSoft::BtnCmd_Click(int Index) {
     if (Index != 0) return Unload();
+    // Every option is taken for this run; a file that refuses any of them is told once.
+    bool gravado = true;
+    const auto grava = [&](const char *chave, const QString &valor) {
+        gravado = LeGravaIni(sessao.CaminhoIni, "Opcoes", chave, valor) == "1" && gravado;
+    };
     for (auto &[i, campo] : Text01) {
         const int valor = dentro_da_faixa(campo.Text);
         if (valor == valor_sessao(i)) continue;
-        LeGravaIni(sessao.CaminhoIni, "Opcoes", ChaveOpcao[i], QString::number(valor));
+        grava(ChaveOpcao[i], QString::number(valor));
         valor_sessao(i) = qint16(valor);
     }
-    const auto grava_caixa = [this](const Caixa &caixa, const char *chave, qint16 &destino) {
+    const auto grava_caixa = [&](const Caixa &caixa, const char *chave, qint16 &destino) {
         destino = caixa.Value ? 1 : 0;
-        LeGravaIni(sessao.CaminhoIni, "Opcoes", chave, destino ? "1" : "0");
+        grava(chave, destino ? "1" : "0");
     };
     grava_caixa(CheckImpInv, "UsarImpInv", sessao.UsaInvertida);
     grava_caixa(CheckUsarNum, "NumCObrig", sessao.NumeroObrigatorio);
+    if (!gravado) AvisaIniNaoGravado(desktop);
     Unload();
 }
 

@@ -20,16 +20,16 @@ class OpSoft : public Tela {
                           "dia(s), a partir",
                           "da data de apresentação.",
                           "Excluir arquivos de cópia com mais de",
-                          "dias(s).",
+                          "dia(s).",
                           "Enviar",
                           "cheques por página no relatório.",
-                          "(para impressora padrão do win)"};
+                          "(para a impressora padrão do sistema)"};
     Matriz<Texto> Text01{{0, Texto()}, {1, Texto()}, {2, Texto()}};
     Matriz<Rolagem> VScroll01{{0, Rolagem(OpcaoMinima, OpcaoMaxima)},
                               {1, Rolagem(OpcaoMinima, OpcaoMaxima)},
                               {2, Rolagem(OpcaoMinima, OpcaoMaxima)}};
-    Caixa CheckImpInv{"Usar impressão invertida para cópias"};
-    Caixa CheckUsarNum{"Solicitar número de cheque para impressão."};
+    Caixa CheckImpInv{"&Usar impressão invertida para cópias"};
+    Caixa CheckUsarNum{"&Solicitar número de cheque para impressão."};
     Matriz<Botao> BtnCmd{"C&onfirmar", "&Cancelar"};
 
     void Form_Load() override;

@@ -1,10 +1,35 @@
 #include "store/bancos_padrao.h"
 
+#include "core/arquivo.h"
+#include "core/conversoes.h"
+
 namespace vexa {
 
 QStringList posicoes_padrao() {
     return {"001", "005", "007", "010", "013", "092", "017",
             "009", "011", "050", "031", "040", "065"};
+}
+
+QStringList posicoes_padrao_transf() {
+    return {"002", "005", "007", "012", "012", "015", "015",
+            "091", "023", "008", "060", "093", "060", "093"};
+}
+
+QString linha_transf(const QStringList &Posicoes, const QString &Nome) {
+    QStringList valores;
+    for (const QString &v : Posicoes) {
+        // Three characters each, so that the transfer cheque reads the line by position.
+        const double n = Val(v);
+        valores.append(n < 100 ? Format(QString::number(n, 'f', 0), "000") : v);
+    }
+    return valores.join(',') + "    ; " + Nome.left(30);
+}
+
+QStringList posicoes_copia_padrao() {
+    // Lines: amount, words (two), payee, city and date, bank, number, comment.
+    // Columns: amount, words (two), payee, city, day, month, year, bank, number, comment.
+    return {"004", "006", "007", "009", "011", "002", "002", "014", "060", "001",
+            "001", "001", "020", "041", "045", "056", "001", "060", "001"};
 }
 
 QList<QPair<QString, QString>> bancos_padrao() {
@@ -41,6 +66,35 @@ QList<QPair<QString, QString>> bancos_padrao() {
         {"748", "Sicredi"},
         {"756", "Sicoob"},
     };
+}
+
+QList<LinhaPadrao> linhas_padrao() {
+    const QStringList transf = posicoes_padrao_transf();
+    QList<LinhaPadrao> linhas;
+    for (const auto &[codigo, nome] : bancos_padrao()) {
+        linhas.append({"Bancos", QStringList{codigo, nome} + posicoes_padrao()});
+        // The table keeps each line beside its column: L1, C1, L2, C2...
+        QStringList t{codigo, nome};
+        for (int i = 0; i < 7; ++i)
+            t << transf[i] << transf[7 + i];
+        linhas.append({"Transferencia", t});
+        linhas.append({"Script", QStringList{codigo, nome} + posicoes_copia_padrao()});
+    }
+    return linhas;
+}
+
+bool grava_configuracao_padrao(const Sessao &s) {
+    // Written whole, once: a start cut short leaves the file as it was or complete.
+    QString ini = "[Config]\r\nFirstTime=1\r\n\r\n[ChequeTransf]\r\n";
+    QString lista;
+    for (const auto &[codigo, nome] : bancos_padrao()) {
+        ini += codigo + "=" + linha_transf(posicoes_padrao_transf(), nome) + "\r\n";
+        lista += codigo + " - " + nome + "\r\n";
+    }
+    if (!grava_inteiro(s.CaminhoIni, para_ansi(ini))) return false;
+    // A list that misses a line is made whole again when the transfer register opens.
+    grava_inteiro(s.CaminhoApp + "/ChequeTransf.txt", para_ansi(lista));
+    return true;
 }
 
 } // namespace vexa

@@ -263,6 +263,7 @@ bool BaseDados::Abre() {
         db.close();
         return false;
     }
+    cria_tabela_pendentes(db);
     // The registers are read whole by the lists: mapped, a page costs no copy.
     q.exec("PRAGMA mmap_size = 268435456");
     q.finish();

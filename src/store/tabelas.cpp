@@ -21,12 +21,6 @@ QString caminho_base(const Sessao &s) {
     return s.CaminhoApp + "/VEXA.db";
 }
 
-BaseDados &base(Sessao &s) {
-    if (!s.Banco || s.Banco->Caminho() != caminho_base(s))
-        s.Banco = std::make_unique<BaseDados>(caminho_base(s));
-    return *s.Banco;
-}
-
 // The tables as the program reads and writes them: every field is text.
 const char *const esquema[] = {
     "CREATE TABLE Bancos (Codigo TEXT PRIMARY KEY, Nome TEXT, L1 TEXT, L2 TEXT, L3 TEXT, "
@@ -58,19 +52,18 @@ bool cria_em(const QString &arquivo) {
             ok = db.transaction();
             for (const char *sql : esquema)
                 ok = ok && q.exec(sql);
-            ok = ok && q.prepare("INSERT INTO Bancos VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
-            const QStringList posicoes = posicoes_padrao();
-            for (const auto &[codigo, nome] : bancos_padrao()) {
+            for (const LinhaPadrao &l : linhas_padrao()) {
                 if (!ok) break;
-                q.addBindValue(codigo);
-                q.addBindValue(nome);
-                for (const QString &p : posicoes)
-                    q.addBindValue(p);
-                ok = q.exec();
+                const QStringList marcas(l.Campos.size(), "?");
+                ok = q.prepare("INSERT INTO " + l.Tabela + " VALUES (" + marcas.join(',') + ")");
+                for (const QString &c : l.Campos)
+                    q.addBindValue(c);
+                ok = ok && q.exec();
             }
             ok = ok && db.commit();
             q.finish();
             ok = ok && atualiza_esquema(db);
+            if (ok) cria_tabela_pendentes(db);
             db.close();
         }
     }
@@ -197,6 +190,12 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
 
 } // namespace
 
+BaseDados &base_dados(Sessao &s) {
+    if (!s.Banco || s.Banco->Caminho() != caminho_base(s))
+        s.Banco = std::make_unique<BaseDados>(caminho_base(s));
+    return *s.Banco;
+}
+
 void cria_base_dados(Sessao &s) {
     const QString arquivo = caminho_base(s);
     if (QFileInfo::exists(arquivo)) return;
@@ -212,7 +211,7 @@ void cria_base_dados(Sessao &s) {
 
 int AbreTabelas(Sessao &s, Desktop &d, int Bancos, int Favorecido, int Cidade, int Log,
                 int Transferencia) {
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (!b.Abre()) {
         // The file is held by another program: the classic advice about file locking.
         if (b.Travada()) {
@@ -246,11 +245,11 @@ void fecha_tabela(Sessao &s, int Tabela) {
 }
 
 RecordSet &Conjunto(Sessao &s, int Tabela) {
-    return base(s).Conjunto(Tabela);
+    return base_dados(s).Conjunto(Tabela);
 }
 
 int ExisteCodigo(Sessao &s, const QString &Chave, int Tabela) {
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (!b.Abre()) return 0;
     QVariantList valores;
     const QString sql = select_codigo(Tabela, Chave, valores);
@@ -262,10 +261,26 @@ int ExisteCodigo(Sessao &s, const QString &Chave, int Tabela) {
 }
 
 QString NomeBanco(Sessao &s, const QString &Codigo) {
-    if (ExisteCodigo(s, Codigo, TabBancos) == 0) return "Inexistente";
-    RecordSet &rs = Conjunto(s, TabBancos);
+    return le_nome_banco(s, Codigo).value_or("Inexistente");
+}
+
+std::optional<QString> le_nome_banco(Sessao &s, const QString &Codigo) {
+    BaseDados &b = base_dados(s);
+    if (!b.Abre()) return std::nullopt;
+    QVariantList valores;
+    const QString sql = select_codigo(TabBancos, Codigo, valores);
+    RecordSet &rs = b.Conjunto(TabBancos);
+    if (!rs.Abre(b.db(), sql, valores)) return std::nullopt;
+    if (rs.RecordCount() == 0) return QStringLiteral("Inexistente");
     rs.MoveFirst();
     return rs.Campo("Nome");
+}
+
+void avisa_registro_ilegivel(Desktop &d, const Sessao &s) {
+    d.MsgBox("O cadastro não pode ser lido agora: o banco de dados \"" + s.NomeMDB +
+                 "\" está sendo usado por outro programa ou está danificado. Tente de novo em "
+                 "seguida.",
+             Botoes::OK, "Erro", Icone::Exclamacao);
 }
 
 QString NomeCidade(Sessao &s, const QString &Codigo) {
@@ -279,7 +294,7 @@ QString NomeFavorecido(Sessao &s, const QString &Codigo) {
 void FiltraTabela(Sessao &s, const QString &Filtro, int Tabela) {
     const QString nome = nome_tabela(Tabela);
     if (nome.isEmpty()) return;
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (!b.Abre()) return;
     QString sql = "Select * From " + nome;
     QVariantList valores;
@@ -293,7 +308,7 @@ void FiltraTabela(Sessao &s, const QString &Filtro, int Tabela) {
 
 void PesquisaLista(Sessao &s, const QString &Filtro, int Tipo) {
     if (Tipo != TabFavorecido && Tipo != TabCidade && Tipo != TabBancos) return;
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (!b.Abre()) return;
     QString sql = "Select * From " + nome_tabela(Tipo);
     QVariantList valores;
@@ -308,7 +323,7 @@ bool MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Aca
 }
 
 bool MarcaCheques(Sessao &s, Desktop &d, const QStringList &Indexes, const QString &Acao) {
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (Indexes.isEmpty() || !b.Abre()) return true;
     // The first row of each Index in the order of its select (the index of the field, then
     // the row's age), as a record set over that Index finds it.
@@ -331,7 +346,7 @@ bool MarcaCheques(Sessao &s, Desktop &d, const QStringList &Indexes, const QStri
 }
 
 QString proximo_index(Sessao &s, LinhaConferida Conferida) {
-    QSqlQuery q(base(s).db());
+    QSqlQuery q(base_dados(s).db());
     // The Codigo and Index of the first or the last row by Index, through the index of the
     // field; none in an empty register.
     const auto linha = [&q](bool ultima) -> std::optional<std::pair<QString, QString>> {
@@ -351,13 +366,13 @@ void ExpurgaCheques(Sessao &s, Desktop &d) {
     // The database alone: the question and the delete need no record set over Log.
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) {
         // A locked database has been told as such already.
-        if (!base(s).Travada())
+        if (!base_dados(s).Travada())
             d.MsgBox("O Banco de dados \"" + s.NomeMDB + "\" nao foi encontrado!");
         return;
     }
     const auto dia = le_data(s.Hoje6);
     if (!dia) return;
-    QSqlDatabase db = base(s).db();
+    QSqlDatabase db = base_dados(s).db();
     const Vencidos v = log_vencido(*dia, s.PeriodoRel);
     QSqlQuery q(db);
     if (!executa(q, "SELECT 1" + v.onde + " LIMIT 1", v.valores) || !q.next()) return;

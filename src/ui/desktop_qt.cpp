@@ -1,5 +1,6 @@
 #include "ui/desktop_qt.h"
 
+#include "core/ajuda.h"
 #include "ui/binder.h"
 #include "ui/vistas.h"
 
@@ -12,6 +13,7 @@
 #include <QFileDialog>
 #include <QFontDatabase>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPainter>
@@ -50,6 +52,20 @@ class JanelaTela : public QMainWindow {
             return;
         Binder::Despacha([this] { tela_->Form_Activate(); });
     }
+    // The keys no control took: Escape presses the screen's button that leaves it, F1 opens
+    // the screen's help page.
+    void keyPressEvent(QKeyEvent *ev) override {
+        if (ev->modifiers() == Qt::NoModifier && !tela_->Descarregada()) {
+            if (ev->key() == Qt::Key_Escape) {
+                bool fechou = false;
+                Binder::Despacha([&] { fechou = tela_->TeclaEsc(); });
+                if (fechou) return;
+            } else if (ev->key() == Qt::Key_F1) {
+                return tela_->desktop.Ajuda(topico_ajuda(tela_->Nome));
+            }
+        }
+        QMainWindow::keyPressEvent(ev);
+    }
     void closeEvent(QCloseEvent *ev) override {
         if (tela_->Descarregada()) return ev->accept();
         int cancela = 0;
@@ -71,20 +87,25 @@ QWidget *dono_do_dialogo() {
     return ativa && ativa->isVisible() ? ativa : nullptr;
 }
 
+// Puts a window in the middle of the desktop; a desktop narrower than 640 pixels gets it at
+// its top left corner.
+void centra(QWidget &janela) {
+    if (QScreen *tela_fisica = QApplication::primaryScreen()) {
+        const QRect area = tela_fisica->availableGeometry();
+        if (area.width() <= 640)
+            janela.move(area.topLeft());
+        else
+            janela.move(area.center() - janela.rect().center());
+    }
+}
+
 // Sizes the window for its screen and centres it on the desktop.
 void posiciona(QMainWindow &janela, const Tela &t) {
     if (t.LarguraJanela > 0 && t.AlturaJanela > 0)
         janela.resize(t.LarguraJanela, t.AlturaJanela);
     else
         janela.adjustSize();
-    if (QScreen *tela_fisica = QApplication::primaryScreen()) {
-        const QRect area = tela_fisica->availableGeometry();
-        // A screen narrower than 640 pixels gets the window at its top left corner.
-        if (area.width() <= 640)
-            janela.move(area.topLeft());
-        else
-            janela.move(area.center() - janela.rect().center());
-    }
+    centra(janela);
 }
 } // namespace
 
@@ -295,12 +316,15 @@ namespace {
 const QString PastaAjuda = QStringLiteral(":/ajuda/");
 const QString TituloAjuda = QStringLiteral("Ajuda do Software Vexa Plus");
 
-// The page of a topic: "Conteudo" is the contents page, any other topic the page of its name;
-// a topic without a page of its own opens the contents.
+// The page of a topic, "pagina" or "pagina#lugar": "Conteudo" is the contents page; a topic
+// without a page of its own opens the contents.
 QUrl pagina_ajuda(const QString &topico) {
-    const QString pagina = topico.trimmed().toLower() + ".html";
-    const bool existe = !topico.trimmed().isEmpty() && QFile::exists(PastaAjuda + pagina);
-    return QUrl("qrc" + PastaAjuda + (existe ? pagina : QStringLiteral("conteudo.html")));
+    const QString nome = topico.section(u'#', 0, 0).trimmed().toLower();
+    const QString lugar = topico.section(u'#', 1);
+    const bool existe = !nome.isEmpty() && QFile::exists(PastaAjuda + nome + ".html");
+    QUrl url("qrc" + PastaAjuda + (existe ? nome + ".html" : QStringLiteral("conteudo.html")));
+    if (existe && !lugar.isEmpty()) url.setFragment(lugar);
+    return url;
 }
 
 // The help: the pages shipped with the program, with the way back and forward between them
@@ -358,7 +382,10 @@ QPointer<JanelaAjuda> janela_ajuda;
 } // namespace
 
 void DesktopQt::Ajuda(const QString &topico) {
-    if (!janela_ajuda) janela_ajuda = new JanelaAjuda;
+    if (!janela_ajuda) {
+        janela_ajuda = new JanelaAjuda;
+        centra(*janela_ajuda);
+    }
     janela_ajuda->mostra(topico);
     janela_ajuda->showNormal();
     janela_ajuda->raise();

@@ -52,6 +52,10 @@ void cria_menus(QMainWindow &janela) {
     QMenu *arquivo = menu(barra, "Arquivo");
     item(arquivo, "Conf_Vexa");
     item(arquivo, "MOpSoft");
+    item(arquivo, "Importa");
+    arquivo->addSeparator();
+    item(arquivo, "CopiaAgora");
+    item(arquivo, "RestauraCopia");
     arquivo->addSeparator();
     item(arquivo, "Sair");
     QMenu *cadastro = menu(barra, "Cadastro");
@@ -223,6 +227,11 @@ QWidget *cria_rodape(QWidget *pai) {
     dica->setFrameShadow(QFrame::Sunken);
     dica->setMargin(4);
     h->addWidget(dica, 1);
+    // What became of the last print, beside the hint; without a frame, so that it shows nothing
+    // before the first print.
+    auto *situacao = cria<QLabel>(rodape, "Situacao");
+    situacao->setMargin(4);
+    h->addWidget(situacao, 1);
     auto *impressora = cria<QLabel>(rodape, "RotuloImpressora");
     impressora->setFrameShape(QFrame::StyledPanel);
     impressora->setFrameShadow(QFrame::Sunken);

@@ -12,6 +12,7 @@
 #include <QMainWindow>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace vexa::ui {
@@ -20,6 +21,7 @@ namespace {
 QFont fixa() {
     QFont f("Courier New");
     f.setStyleHint(QFont::TypeWriter);
+    f.setFixedPitch(true);
     return f;
 }
 } // namespace
@@ -37,6 +39,12 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
     lista->setSelectionMode(QAbstractItemView::ExtendedSelection);
     lista->setMinimumHeight(220);
     v->addWidget(lista, 1);
+    // The heading starts where the rows' text starts: past the list's frame and the margin the
+    // style gives an item's text.
+    cabeca->setContentsMargins(
+        lista->frameWidth() +
+            lista->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, lista) + 1,
+        0, 0, 0);
 
     auto *baixo = new QHBoxLayout;
     baixo->setSpacing(14);

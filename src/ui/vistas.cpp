@@ -1,6 +1,7 @@
 #include "ui/vistas.h"
 
 #include "settings/calibra.h"
+#include "settings/copias.h"
 
 namespace vexa::ui {
 
@@ -27,6 +28,7 @@ void CriaVistaConfigura(Tela &tela, QMainWindow &janela);
 void CriaVistaOpSoft(Tela &tela, QMainWindow &janela);
 void CriaVistaSobre(Tela &tela, QMainWindow &janela);
 void CriaVistaCalibra(Tela &tela, QMainWindow &janela);
+void CriaVistaCopias(Tela &tela, QMainWindow &janela);
 
 const std::map<QString, FabricaVista> &fabricas_vistas() {
     static const std::map<QString, FabricaVista> vistas = {
@@ -52,6 +54,7 @@ const std::map<QString, FabricaVista> &fabricas_vistas() {
         {telas::OpSoft, CriaVistaOpSoft},
         {telas::Sobre, CriaVistaSobre},
         {telas::Calibra, CriaVistaCalibra},
+        {telas::Copias, CriaVistaCopias},
     };
     return vistas;
 }

@@ -1,12 +1,13 @@
 // The transfer cheque: its fields and keys, its checks, and the block of 21 lines it sends,
 // compared whole with the reference files under tests/dados/transferencia/.
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "cheque/transf.h"
 #include "core/conversoes.h"
 #include "core/ini.h"
+#include "registers/ajustatransf.h"
 #include "registers/banctrans.h"
 #include "registers/registros_apoio.h"
-#include "catalogo/telas.h"
 
 using namespace vexa;
 
@@ -58,15 +59,34 @@ struct CasoBloco {
 
 class TransfBloco : public TransfTeste, public ::testing::WithParamInterface<CasoBloco> {};
 
-TEST_P(TransfBloco, BlocoConfereComAReferencia) {
+TEST_P(TransfBloco, BlocoConfereComAReferenciaEComOAjusteGrafico) {
     const CasoBloco &c = GetParam();
     grava_layout("001", c.posicoes);
     ChequeTransf &t = preenchida(c.valor);
     t.Clica("Opcoes", 0);
     // Without a comment nothing is asked about the back.
     EXPECT_EQ(d.Textos(), QStringList({"Insira o Documento."}));
-    teste::confere_referencia(texto_enviado(),
-                              QString("transferencia/%1.txt").arg(QLatin1String(c.nome)));
+    const QString bloco = texto_enviado();
+    teste::confere_referencia(bloco, QString("transferencia/%1.txt").arg(QLatin1String(c.nome)));
+
+    // Each item starts on the line the adjust screen shows, at 8/10 of the column it shows.
+    for (int i = 1; i <= 7; ++i) {
+        s.AjusteL[i] = c.posicoes[i - 1];
+        s.AjusteC[i] = c.posicoes[i + 6];
+    }
+    auto &a = abre<AjustaChequeTransferencia>();
+    const QStringList linhas = bloco.split('\n');
+    const QStringList textos = {"(" + c.valor + ")", "",       "", "CURITIBA", "22/11/2026",
+                                "CENTRO 0123",       "45678-9"};
+    for (int i = 0; i < 7; ++i) {
+        const QString linha = linhas.value(a.Label2[i].Caption.toInt() - 1);
+        const int coluna = qRound(a.Label2[7 + i].Caption.toInt() * 0.8);
+        EXPECT_TRUE(coluna == 0 || linha[coluna - 1] == u' ') << i << ": " << linha.toStdString();
+        EXPECT_NE(linha.mid(coluna, 1), " ") << i << ": " << linha.toStdString();
+        if (!textos[i].isEmpty()) {
+            EXPECT_EQ(linha.mid(coluna, textos[i].size()), textos[i]) << i;
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -77,23 +97,23 @@ INSTANTIATE_TEST_SUITE_P(
         // City and branch on line 12: the four items go in the order of their columns, the
         // branch between the city and the date.
         CasoBloco{"cidade_e_agencia",
-                  {"002", "005", "007", "012", "012", "012", "012", "118", "100", "100", "100",
-                   "500", "250", "700"},
+                  {"002", "005", "007", "012", "012", "012", "012", "105", "100", "100", "010",
+                   "060", "030", "090"},
                   "1.234,50"},
         // Words longer than both lines of 36: no "*", the second line takes the rest.
         CasoBloco{"extenso_longo",
-                  {"002", "005", "007", "012", "012", "015", "015", "091", "600", "600", "060",
-                   "300", "060", "300"},
+                  {"002", "005", "007", "012", "012", "015", "015", "091", "075", "075", "060",
+                   "093", "060", "093"},
                   "987.654,32"},
         // Words short enough to be filled with "*" to the end of the second line.
         CasoBloco{"extenso_curto",
                   {"003", "006", "008", "013", "013", "016", "016", "100", "100", "100", "080",
-                   "400", "080", "400"},
+                   "105", "080", "105"},
                   "1,00"}),
     [](const auto &info) { return std::string(info.param.nome); });
 
 TEST(TransfExtenso, LinhasDe86ColunasEPalavrasQueEnchemAsDuas) {
-    // Columns of 100 tenths: both lines are 86 wide, filled with "*".
+    // Both lines 86 wide, filled with "*".
     EXPECT_EQ(divide_extenso_transf("Um Real", 86, 86),
               qMakePair("Um Real" + QString(79, '*'), QString(86, '*')));
     // Exactly both lines: nothing added, and the break falls inside a word.
@@ -179,7 +199,7 @@ TEST_F(TransfTeste, CopiaEmFolhaComumComCabecalho) {
         if (c.Operacao == "FormataTX") formata << c.Argumentos;
     ASSERT_EQ(formata.size(), 2);
     EXPECT_EQ(formata[0],
-              QStringList({ConverteTexto("          CóPIA DE CHEQUE TRANSFERÊNCIA") + "\r\n", "2",
+              QStringList({ConverteTexto("          CÓPIA DE CHEQUE TRANSFERÊNCIA") + "\r\n", "2",
                            "0", "0", "1", "0"}));
     EXPECT_EQ(formata[1].mid(1), QStringList({"2", "0", "0", "0", "0"}));
     teste::confere_referencia(formata[1][0], "transferencia/copia.txt");
@@ -248,6 +268,7 @@ INSTANTIATE_TEST_SUITE_P(
                       // A bank whose layout was excluded has none.
                       CasoSaida{"txtBanco", "104", "", {"Banco não cadastrado."}},
                       CasoSaida{"txtValor", "1234,5", "1.234,50", {}},
+                      CasoSaida{"txtValor", "1234.56", "1.234,56", {}},
                       CasoSaida{"txtValor", "12x", "", {}}));
 
 // A bank stored with F4 whose layout was excluded later, or excluded while the screen is open:

@@ -1,5 +1,6 @@
 // The copy screens driven as the operator does: the layout register, its graphic adjust, and
 // the copy with its three targets.
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "copy/ajustescript.h"
 #include "copy/cmpcopia.h"
@@ -9,7 +10,7 @@
 #include "core/ini.h"
 #include "printer/extenso.h"
 #include "registers/registros_apoio.h"
-#include "catalogo/telas.h"
+#include "store/bancos_padrao.h"
 
 #include <QFile>
 #include <QSqlQuery>
@@ -106,7 +107,7 @@ TEST_F(ScriptTeste, TheCodeComesFirstAndAnExistingOneIsRefused) {
     t.SetFocus("Text1", 5);
     EXPECT_EQ(t.Foco(), (RefControle{"Text1", 0}));
     digita(t, "Text1", 0, "1");
-    EXPECT_EQ(d.Textos(), QStringList{"Este Codigo Já Existe"});
+    EXPECT_EQ(d.Textos(), QStringList{"Este Código Já Existe"});
     EXPECT_EQ(t.Text1[0].Text, "");
     EXPECT_EQ(t.Foco(), (RefControle{"Text1", 0}));
     digita(t, "Text1", 0, "2");
@@ -443,6 +444,45 @@ TEST_F(CmpCopiaTeste, OpensOnTheLayoutLastChosenAndComposes) {
     EXPECT_EQ(t.LinhasCopia().value(4), QString(5, u' ') + extenso(123456));
 }
 
+// Without a layout the empty page says what it lacks and can't be sent; a page emptied by hand
+// is refused at every target.
+TEST_F(CmpCopiaTeste, WithoutALayoutTheScreenSaysWhatIsMissing) {
+    CmpCopia &sem = abre_copia();
+    EXPECT_EQ(sem.Info.Caption,
+              "Não há layout de cópia cadastrado: cadastre um em Cadastro, Layout de Cópia.");
+    sem.Unload();
+    grava_layout(LayoutPadrao);
+    CmpCopia &t = abre_copia();
+    EXPECT_EQ(t.Info.Caption, "Escolha o layout da cópia em \"Layout / Script\".");
+    EXPECT_TRUE(t.Info.Visible);
+    EXPECT_FALSE(t.BtnCmd[0].Enabled);
+    escolhe(t, 0);
+    EXPECT_FALSE(t.Info.Visible);
+    t.Muda(t.CopiaTxt, " \n ");
+    for (int envio : {1, 2, 0}) {
+        t.Clica("OpEnvio", envio);
+        t.Clica("BtnCmd", 0);
+    }
+    EXPECT_EQ(d.Textos(), QStringList(3, "A cópia está vazia: não há o que enviar."));
+    EXPECT_TRUE(tolvane().isEmpty());
+    EXPECT_TRUE(d.Impressos.isEmpty());
+}
+
+// Out of the box each preset bank has a copy layout, and the copy of a cheque takes its bank's.
+class CopiaDeFabrica : public CmpCopiaTeste {
+  protected:
+    CopiaDeFabrica() { layouts_de_fabrica = true; }
+};
+
+TEST_F(CopiaDeFabrica, TakesTheLayoutOfTheChequesBank) {
+    CmpCopia &t = abre_copia();
+    EXPECT_EQ(t.Combo1.ListCount(), bancos_padrao().size());
+    EXPECT_EQ(t.Combo1.List(t.Combo1.ListIndex), "Bradesco");
+    EXPECT_EQ(opcao("Script"), "237");
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+    teste::confere_referencia(t.CopiaTxt.Text, "copia/de_fabrica.txt");
+}
+
 TEST_F(CmpCopiaTeste, ALayoutOutsideThePageIsReported) {
     QStringList fora = LayoutPadrao;
     fora[8] = "23";
@@ -450,7 +490,7 @@ TEST_F(CmpCopiaTeste, ALayoutOutsideThePageIsReported) {
     CmpCopia &t = abre_copia();
     EXPECT_EQ(d.Textos(),
               QStringList{"Houve Problemas Ao Montar o Layout de Cheque!!\rFavor Revisar o "
-                          "Layout de Cópia que foi Montado,ou Escolha Outro Layout"});
+                          "Layout de Cópia que foi Montado, ou Escolha Outro Layout"});
     // A run-time error of the copy, told as the other run-time errors: with no title.
     EXPECT_EQ(d.Mensagens.value(0).Titulo, "");
     EXPECT_EQ(t.CopiaTxt.Text, "");
@@ -573,7 +613,9 @@ TEST_P(EnvioVexa, LinesGoThroughTolvaneConverted) {
     t.Muda(t.CopiaTxt, "São Paulo\n\nfim");
     imp().LimpaChamadas();
     t.Clica("BtnCmd", 0);
-    EXPECT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join("|").toStdString();
+    // The sheet is asked for first, under the document's name.
+    EXPECT_EQ(d.Textos(), QStringList{"Insira o Documento."});
+    EXPECT_EQ(d.Mensagens.value(0).Titulo, "Cópia do Cheque");
     const QStringList chamadas = imp().Chamadas();
     ASSERT_GE(chamadas.size(), 4);
     EXPECT_EQ(chamadas[0], "IniciaPorta(COM2)");
@@ -598,9 +640,12 @@ struct CasoFalhaEnvio {
     const char *Nome;
     std::function<void(Simulador &)> Prepara;
     int Linhas;
-    QString Mensagem;
+    QStringList Mensagens;
     bool Enviou;
+    Resposta Papel = Resposta::OK; // the answer to "Insira o Documento."
 };
+
+const QString Papel = QStringLiteral("Insira o Documento.");
 
 class FalhaEnvioVexa : public CmpCopiaTeste,
                        public ::testing::WithParamInterface<CasoFalhaEnvio> {};
@@ -613,22 +658,32 @@ TEST_P(FalhaEnvioVexa, IsToldWithItsWords) {
     t.Muda(t.CopiaTxt, linhas.join('\n'));
     GetParam().Prepara(imp());
     imp().LimpaChamadas();
+    d.Respostas = {GetParam().Papel};
     t.Clica("BtnCmd", 0);
-    const QString &m = GetParam().Mensagem;
-    EXPECT_EQ(d.Textos(), m.isEmpty() ? QStringList() : QStringList{m});
+    EXPECT_EQ(d.Textos(), GetParam().Mensagens);
     EXPECT_EQ(!tolvane().isEmpty(), GetParam().Enviou);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Casos, FalhaEnvioVexa,
     ::testing::Values(
-        CasoFalhaEnvio{"QuarentaLinhasCabem", [](Simulador &) {}, 40, QString(), true},
-        CasoFalhaEnvio{"QuarentaEUmaLinhas", [](Simulador &) {}, 41,
-                       "O numero de linhas ultrapassa a capacidade da impressora!", false},
-        CasoFalhaEnvio{"PortaFechada", [](Simulador &i) { i.Falha("IniciaPorta", 0); }, 3,
-                       "Problemas na abertura da porta de comunicacao", false},
-        CasoFalhaEnvio{"SemPapel", [](Simulador &i) { i.DefinePapel(false); }, 3,
-                       "Problemas na Transmissao da copia", true}),
+        CasoFalhaEnvio{"QuarentaLinhasCabem", [](Simulador &) {}, 40, {Papel}, true},
+        CasoFalhaEnvio{"QuarentaEUmaLinhas",
+                       [](Simulador &) {},
+                       41,
+                       {"O numero de linhas ultrapassa a capacidade da impressora!"},
+                       false},
+        CasoFalhaEnvio{"PapelCancelado", [](Simulador &) {}, 3, {Papel}, false, Resposta::Cancel},
+        CasoFalhaEnvio{"PortaFechada",
+                       [](Simulador &i) { i.Falha("IniciaPorta", 0); },
+                       3,
+                       {Papel, "Problemas na abertura da porta de comunicacao"},
+                       false},
+        CasoFalhaEnvio{"SemPapel",
+                       [](Simulador &i) { i.DefinePapel(false); },
+                       3,
+                       {Papel, "Problemas na Transmissao da copia"},
+                       true}),
     [](const auto &info) { return std::string(info.param.Nome); });
 
 TEST_F(CmpCopiaTeste, TheFileOfTheDayTakesEachPageQuotedAndAppended) {

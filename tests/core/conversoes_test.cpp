@@ -249,10 +249,16 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(CasoNumerico{"1.234,56", 123456}, CasoNumerico{"1234", 123400},
                       CasoNumerico{" 12 ", 1200}, CasoNumerico{",5", 50}, CasoNumerico{"12,", 1200},
                       CasoNumerico{"0,125", 13}, CasoNumerico{"-0,125", -13},
-                      CasoNumerico{"R$ 1.234,56", 123456}, CasoNumerico{"1.2", 1200},
-                      CasoNumerico{"", std::nullopt}, CasoNumerico{"12x", std::nullopt},
-                      CasoNumerico{"1,2,3", std::nullopt}, CasoNumerico{"1 234", std::nullopt},
-                      CasoNumerico{".5", std::nullopt}, CasoNumerico{"1,234.56", std::nullopt}));
+                      CasoNumerico{"R$ 1.234,56", 123456}, CasoNumerico{"", std::nullopt},
+                      CasoNumerico{"12x", std::nullopt}, CasoNumerico{"1,2,3", std::nullopt},
+                      CasoNumerico{"1 234", std::nullopt}, CasoNumerico{"1,234.56", std::nullopt},
+                      // A point before one or two final digits, with no comma, is the decimal
+                      // separator; every other point groups thousands.
+                      CasoNumerico{"1234.56", 123456}, CasoNumerico{"0.5", 50},
+                      CasoNumerico{"1.2", 120}, CasoNumerico{".5", 50}, CasoNumerico{"-0.5", -50},
+                      CasoNumerico{"1.234.56", 123456}, CasoNumerico{"1.234", 123400},
+                      CasoNumerico{"1.234.567", 123456700}, CasoNumerico{"12.", std::nullopt},
+                      CasoNumerico{"1.5x", std::nullopt}));
 
 TEST(Numerico, ValorNumerico) {
     EXPECT_DOUBLE_EQ(valor_numerico("1.234,56"), 1234.56);

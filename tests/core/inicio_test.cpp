@@ -74,35 +74,30 @@ TEST_F(Inicio, OpcoesNumericasComPadroesEValoresGuardados) {
     EXPECT_EQ(sessao.MesAno, "1126");
 }
 
-TEST_F(Inicio, PrimeiraVezCanceladaVoltaNaProximaPartida) {
+// The welcome of a new folder: OK opens the configuration and the welcome is done with (the
+// key stays, empty, and reads as 0); Cancel leaves it for the next start.
+class BoasVindas : public Inicio, public ::testing::WithParamInterface<Resposta> {};
+
+TEST_P(BoasVindas, OKAbreAConfiguracaoECancelVoltaNaProximaPartida) {
+    const bool ok = GetParam() == Resposta::OK;
     grava("Config", "FirstTime", "1");
-    desktop.Respostas = {Resposta::Cancel};
-    PrimeiraVez(sessao, desktop);
+    desktop.Respostas = {GetParam()};
+    int abertas = 0;
+    PrimeiraVez(sessao, desktop, [&] { ++abertas; });
     ASSERT_EQ(desktop.Mensagens.size(), 1);
-    EXPECT_EQ(desktop.Mensagens[0].Texto,
-              "Para o correto funcionamento entre a impressora e o aplicativo,\nverifique o cabo "
-              "de conexão e pressione <ok> para acertar a configuração!");
-    EXPECT_EQ(desktop.Mensagens[0].Titulo, "");
-    EXPECT_EQ(desktop.Mensagens[0].Botoes_, Botoes::OKCancel);
-    EXPECT_EQ(le("Config", "FirstTime"), "1");
+    const auto &m = desktop.Mensagens[0];
+    EXPECT_EQ(m.Texto, "Bem-vindo ao Vexa Plus!\n\nAntes do primeiro cheque, ligue a impressora de "
+                       "cheques ao computador e escolha a porta em que ela está ligada.\n\n"
+                       "Pressione OK para abrir a configuração da impressora.");
+    EXPECT_EQ(m.Titulo, "Bem-vindo ao Vexa Plus");
+    EXPECT_EQ(m.Botoes_, Botoes::OKCancel);
+    EXPECT_EQ(m.Icone_, Icone::Informacao);
+    EXPECT_EQ(m.Padrao, Resposta::OK);
+    EXPECT_EQ(abertas, ok ? 1 : 0);
+    EXPECT_EQ(le("Config", "FirstTime"), ok ? "" : "1");
 }
 
-TEST_F(Inicio, PrimeiraVezAceitaAvisaProcuraOConfiguradorELimpaAMarca) {
-    grava("Config", "FirstTime", "1");
-    PrimeiraVez(sessao, desktop);
-    ASSERT_EQ(desktop.Mensagens.size(), 3);
-    EXPECT_EQ(desktop.Mensagens[1].Texto,
-              "Obs.: Caso altere a porta de comunicação, favor reiniciar aplicativo!");
-    EXPECT_EQ(desktop.Mensagens[1].Titulo, "Configuração da Vexa");
-    EXPECT_EQ(desktop.Mensagens[2].Texto, "Aplicativo \"VEXACFG.EXE\" não encontrado!\n");
-    EXPECT_EQ(desktop.Mensagens[2].Titulo, "Vexa not found!");
-    EXPECT_EQ(desktop.Mensagens[2].Icone_, Icone::Informacao);
-    // The key stays, empty, and reads as 0: the message does not come back.
-    EXPECT_EQ(le("Config", "FirstTime"), "");
-    desktop.Mensagens.clear();
-    PrimeiraVez(sessao, desktop);
-    EXPECT_TRUE(desktop.Mensagens.isEmpty());
-}
+INSTANTIATE_TEST_SUITE_P(Respostas, BoasVindas, ::testing::Values(Resposta::OK, Resposta::Cancel));
 
 struct CasoPrimeiraVez {
     const char *guardado; // nullptr: key missing

@@ -1,11 +1,13 @@
 #include "core/instancia.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QLocalSocket>
 #include <QTemporaryDir>
+#include <QThread>
 #include <atomic>
 #include <cstring>
 #include <functional>
@@ -13,6 +15,7 @@
 #include <memory>
 #include <thread>
 
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -48,16 +51,34 @@ INSTANTIATE_TEST_SUITE_P(
                       "VEXA-PLUS/1\nText1(0)=MDAx\nText1(0)=MDAx\nFIM\n",
                       "VEXA-PLUS/1\nText1(0)MDAx\nFIM\n", "lixo qualquer\nFIM\n"));
 
-TEST(Instancia, SegundaCopiaEntregaOsCamposAPrimeira) {
-    QTemporaryDir pasta;
-    Instancia primeira(pasta.path());
-    ASSERT_TRUE(primeira.Escuta());
-    QList<QMap<int, QString>> recebidos;
-    primeira.aoReceber = [&](const QMap<int, QString> &c) { recebidos.append(c); };
-
-    std::atomic<int> entregues{0};
+// Runs trabalho on another thread while this one serves the running copy's events.
+void enquanto_serve(const std::function<void()> &trabalho) {
     std::atomic<bool> fim{false};
-    std::thread segunda([&] {
+    std::thread outro([&] {
+        trabalho();
+        fim = true;
+    });
+    QElapsedTimer relogio;
+    relogio.start();
+    while (!fim && relogio.elapsed() < 20000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    outro.join();
+}
+
+class CopiaRodando : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(primeira.Escuta());
+        primeira.aoReceber = [this](const QMap<int, QString> &c) { recebidos.append(c); };
+    }
+    QTemporaryDir pasta;
+    Instancia primeira{pasta.path()};
+    QList<QMap<int, QString>> recebidos;
+};
+
+TEST_F(CopiaRodando, SegundaCopiaEntregaOsCamposAPrimeira) {
+    int entregues = 0;
+    enquanto_serve([&] {
         Instancia cliente(pasta.path());
         if (cliente.EntregaAoPrimeiro({{0, "237"}, {1, "1.234,50"}})) ++entregues;
         // Garbage on the link is dropped and the first copy goes on serving.
@@ -69,18 +90,74 @@ TEST(Instancia, SegundaCopiaEntregaOsCamposAPrimeira) {
             lixo.waitForDisconnected(2000);
         }
         if (cliente.EntregaAoPrimeiro({})) ++entregues;
-        fim = true;
     });
-    QElapsedTimer relogio;
-    relogio.start();
-    while (!fim && relogio.elapsed() < 10000)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    segunda.join();
-
     EXPECT_EQ(entregues, 2);
     ASSERT_EQ(recebidos.size(), 2);
     EXPECT_EQ(recebidos[0], (QMap<int, QString>{{0, "237"}, {1, "1.234,50"}}));
     EXPECT_TRUE(recebidos[1].isEmpty());
+}
+
+// A request written in pieces, with pauses, arrives whole: also when a piece ends on a field's
+// line that ends in the letters FIM.
+TEST_F(CopiaRodando, PedidoEmPedacosChegaInteiro) {
+    const QMap<int, QString> campos{{2, QStringLiteral("dR\f")}, {3, "Santos"}};
+    const QByteArray pedido = Instancia::Codifica(campos);
+    const qsizetype corte = pedido.indexOf("=ZFIM\n") + 6;
+    ASSERT_GT(corte, 6);
+    enquanto_serve([&] {
+        QLocalSocket s;
+        s.connectToServer(Instancia::NomeLink(pasta.path()));
+        if (!s.waitForConnected(2000)) return;
+        for (const QByteArray &pedaco : {pedido.left(corte), pedido.mid(corte)}) {
+            s.write(pedaco);
+            s.waitForBytesWritten(2000);
+            QThread::msleep(300);
+        }
+        s.waitForDisconnected(2000);
+    });
+    EXPECT_EQ(recebidos, (QList<QMap<int, QString>>{campos}));
+}
+
+// A flood of connections from another process, on a copy with few descriptors left, and later
+// the socket's file removed: the link stands, and a request after them arrives.
+TEST_F(CopiaRodando, EnxurradaDeConexoesNaoDerrubaOLink) {
+    const QByteArray nome = QFile::encodeName(Instancia::NomeLink(pasta.path()));
+    rlimit antes{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &antes), 0);
+    rlimit poucos = antes;
+    poucos.rlim_cur = QDir("/proc/self/fd")
+                          .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
+                          .size() +
+                      100;
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &poucos), 0);
+    const pid_t filho = ::fork();
+    if (filho == 0) {
+        ::setrlimit(RLIMIT_NOFILE, &antes);
+        const int quantas = int(qMin<rlim_t>(1000, antes.rlim_cur - 50));
+        sockaddr_un endereco{};
+        endereco.sun_family = AF_UNIX;
+        std::memcpy(endereco.sun_path, nome.constData(), size_t(nome.size()));
+        QElapsedTimer relogio;
+        relogio.start();
+        for (int feitas = 0; feitas < quantas && relogio.elapsed() < 1500;) {
+            const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0);
+            if (::connect(fd, reinterpret_cast<sockaddr *>(&endereco), sizeof(endereco)) == 0) {
+                ++feitas;
+            } else {
+                ::close(fd);
+                ::usleep(500);
+            }
+        }
+        ::_exit(0);
+    }
+    int estado = 0;
+    while (::waitpid(filho, &estado, WNOHANG) == 0)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    ::setrlimit(RLIMIT_NOFILE, &antes);
+    QFile::remove(QFile::decodeName(nome));
+
+    enquanto_serve([&] { Instancia(pasta.path()).EntregaAoPrimeiro({{0, "341"}}, 8000); });
+    EXPECT_EQ(recebidos, (QList<QMap<int, QString>>{{{0, "341"}}}));
 }
 
 // The lock decides, not the socket: a copy that holds the folder and does not answer still

@@ -104,6 +104,45 @@ TEST_F(TelaBase, DigitarParaNoMaximoEDisparaChange) {
 
 // Options in two frames: a click chooses within its own frame only; options outside any
 // frame are the window's own group.
+// Escape presses the button that leaves the screen: Cancelar before Fechar before Sair,
+// whatever the access key; with none, or that one disabled, Escape does nothing.
+struct CasoEsc {
+    std::array<const char *, 3> legendas;
+    bool habilitado;
+    int apertado; // -1: none
+};
+
+class TeclaEsc : public ::testing::TestWithParam<CasoEsc> {};
+
+TEST_P(TeclaEsc, ApertaOBotaoQueSaiDaTela) {
+    class Tela3 : public Tela {
+      public:
+        Tela3(Sessao &s, Desktop &d, const CasoEsc &c) : Tela("Teste", "Teste", s, d) {
+            B = Matriz<Botao>{c.legendas[0], c.legendas[1], c.legendas[2]};
+            registra("B", B);
+            liga("B", Evento::Click, [this](int i) { apertado = i; });
+        }
+        Matriz<Botao> B;
+        int apertado = -1;
+    };
+    QTemporaryDir pasta;
+    Sessao sessao{pasta.path()};
+    DesktopRoteiro desktop;
+    const CasoEsc &c = GetParam();
+    Tela3 tela(sessao, desktop, c);
+    for (auto &[i, b] : tela.B)
+        b.Enabled = c.habilitado;
+    EXPECT_EQ(tela.TeclaEsc(), c.apertado >= 0);
+    EXPECT_EQ(tela.apertado, c.apertado);
+}
+
+INSTANTIATE_TEST_SUITE_P(Legendas, TeclaEsc,
+                         ::testing::Values(CasoEsc{{"Sai&r", "Fecha&r", "&OK"}, true, 1},
+                                           CasoEsc{{"Sair", "&Cancelar", "&Fechar"}, true, 1},
+                                           CasoEsc{{"Sair", "OK", "Limpar"}, true, 0},
+                                           CasoEsc{{"OK", "Salvar", "Fecharia"}, true, -1},
+                                           CasoEsc{{"OK", "Fechar", "Limpar"}, false, -1}));
+
 TEST(OpcoesPorQuadro, CliqueEscolheSoNoProprioQuadro) {
     struct Formulario : Tela {
         Formulario(Sessao &s, Desktop &d) : Tela("Opcoes", "Opções", s, d) {

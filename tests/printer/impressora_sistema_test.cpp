@@ -1,5 +1,7 @@
 // The system printer read back from what it printed: every job goes into a PDF through the same
 // painting as paper, and each field's first word is found in it by pdftotext -bbox.
+#include "apoio/registro_log.h"
+#include "cheque/frente.h"
 #include "core/desktop_roteiro.h"
 #include "core/ini.h"
 #include "core/relogio.h"
@@ -7,6 +9,7 @@
 #include "printer/impressora_sistema.h"
 #include "printer/palavras_pdf.h"
 #include "printer/pinta_sistema.h"
+#include "store/pasta_dados.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -54,6 +57,7 @@ void confere_campos(const QList<PalavraPdf> &palavras, const ConfiguracaoSistema
 class ImpressoraSistemaPdf : public ::testing::TestWithParam<Caso> {
   protected:
     void SetUp() override {
+        prepara_pasta_dados(s);
         define_impressor_sistema(imprime_sistema);
         LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "Sistema");
         LeGravaIni(s.CaminhoIni, "Sistema", "ImpressoraSistema", "Jato");
@@ -116,7 +120,8 @@ TEST_F(ImpressoraSistemaPdf, LeiauteNaFaixaMagneticaERecusadoAntesDeImprimir) {
     ASSERT_EQ(d.Mensagens.size(), 1);
     EXPECT_EQ(d.Mensagens[0].Titulo, "Impressão do Cheque (009)");
     EXPECT_TRUE(d.Mensagens[0].Texto.startsWith(
-        "O leiaute do banco põe o campo Cidade (linha 21) fora da área de impressão"));
+        "Problemas com a impressão do cheque.\n\nO leiaute do banco põe o campo Cidade (linha "
+        "21) fora da área de impressão"));
 }
 
 // Lists and other running text go as pages; a line wider than the page makes letters smaller.
@@ -132,25 +137,48 @@ TEST_F(ImpressoraSistemaPdf, TextoViraPaginasA4) {
     EXPECT_LT(palavras[4].X + palavras[4].Largura, 200.3);
 }
 
-// With a spooler the operator says how the cheque came out; a bad one is noted for the register.
-TEST_F(ImpressoraSistemaPdf, ChequeNoSpoolerPerguntaComoSaiu) {
+// With a spooler the operator says how the cheque came out: one that came out wrong is
+// registered cancelled, its note in the first free comment line (ahead of the third when all
+// are full). Unregistered, nothing is asked.
+TEST_F(ImpressoraSistemaPdf, ChequeNoSpoolerPerguntaComoSaiuEORegistroGuardaOErrado) {
     define_impressor_sistema([](const TrabalhoSistema &) { return 0; });
     imp().DefineArquivoPdf({});
-    for (Resposta resposta : {Resposta::Yes, Resposta::No}) {
-        d.Respostas = {resposta};
-        QString nota;
-        EXPECT_EQ(imprime_um_cheque(s, d, nullptr,
-                                    {"001", "10,00", "Maria", "Santos", "07/03/25", {}}, false,
-                                    &nota),
-                  1);
+    const TextosCheque textos{"001", "10,00", "Maria", "Santos", "07/03/25", {}};
+    struct CasoResposta {
+        Resposta resposta;
+        QStringList comentarios, gravados;
+        QString stCancel, situacao;
+    };
+    const QString nota = NotaChequeErrado;
+    const CasoResposta casos[] = {
+        {Resposta::Yes, {"Aluguel", "", ""}, {"Aluguel", "", ""}, " ", "impresso e registrado."},
+        {Resposta::No, {"Aluguel", "", ""}, {"Aluguel", nota, ""}, "C",
+         "saiu errado e foi registrado como cancelado."},
+        {Resposta::No, {"a", "b", "c"}, {"a", "b", nota + " - c"}, "C",
+         "saiu errado e foi registrado como cancelado."},
+    };
+    for (const CasoResposta &c : casos) {
+        ChequeImpresso cheque{"001", "10,00", "Maria", "Santos", "07/03/25", "000123"};
+        cheque.Comentarios = c.comentarios;
+        d.Respostas = {c.resposta};
+        const Desfecho f = imprime_e_registra(s, d, nullptr, textos, cheque, true);
         EXPECT_EQ(d.Mensagens.last().Texto, PerguntaChequeSaiu);
-        EXPECT_EQ(nota, resposta == Resposta::No ? NotaChequeErrado : QString());
+        EXPECT_EQ(d.Mensagens.last().Padrao, Resposta::Yes);
+        EXPECT_EQ(situacao_cheque("000123", "10,00", f), "Cheque 000123 de R$ 10,00 " + c.situacao);
+        const auto linha = teste::linhas_do_log(s, d).last();
+        EXPECT_EQ(linha.value("StCancel"), c.stCancel);
+        EXPECT_EQ((QStringList{linha.value("Comentario"), linha.value("Comentario1"),
+                               linha.value("Comentario2")}),
+                  c.gravados);
     }
-    define_impressor_sistema([](const TrabalhoSistema &) { return 482; });
     d.Mensagens.clear();
-    EXPECT_EQ(imprime_um_cheque(s, d, nullptr, {"001", "10,00", "M", "S", "07/03/25", {}}),
-              ImpressoraSistema::SemImpressora);
-    EXPECT_EQ(d.Textos(), QStringList{imp().Motivo(ImpressoraSistema::SemImpressora)});
+    EXPECT_TRUE(imprime_e_registra(s, d, nullptr, textos, {}, false).Impresso());
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+
+    define_impressor_sistema([](const TrabalhoSistema &) { return 482; });
+    EXPECT_EQ(imprime_um_cheque(s, d, nullptr, textos), ImpressoraSistema::SemImpressora);
+    EXPECT_EQ(d.Textos(), QStringList{"Problemas com a impressão do cheque.\n\n" +
+                                      imp().Motivo(ImpressoraSistema::SemImpressora)});
 }
 
 // The real print queue: a CUPS server of its own on a private socket, with a PDF printer, and

@@ -348,7 +348,8 @@ TEST_F(PapelDasTelas, CopiaInvertidaSaiIgualACopiaDireta) {
         for (int invertida : {0, 1}) {
             t.CheckImpInv.Value = invertida;
             t.Clica("BtnCmd", 0);
-            ASSERT_TRUE(d.Mensagens.isEmpty()) << d.Textos().join('|').toStdString();
+            ASSERT_EQ(d.Textos(), QStringList{"Insira o Documento."});
+            d.Mensagens.clear();
             ASSERT_EQ(imp().UltimoPapel(), ++numero);
         }
         const QByteArray direta = le_bytes(imp().ArquivoPapel(numero - 1));
@@ -364,7 +365,8 @@ TEST_F(PapelDasTelas, CopiaCujoPdfNaoSeGravaAvisaOOperador) {
     ASSERT_TRUE(QDir().mkpath(imp().PastaPapel() + "/000001.pdf"));
     t.CheckImpInv.Value = 1;
     t.Clica("BtnCmd", 0);
-    EXPECT_EQ(d.Textos(), QStringList({"Problemas na Transmissao da copia"}));
+    EXPECT_EQ(d.Textos(),
+              QStringList({"Insira o Documento.", "Problemas na Transmissao da copia"}));
     QString pagina = t.CopiaTxt.Text;
     EXPECT_EQ(folha(1), pagina.remove(u'\r') + "\n");
 }

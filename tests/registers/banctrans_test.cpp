@@ -1,5 +1,6 @@
 // The transfer layouts' register: the section ChequeTransf read back by position, the list
 // file's bytes, the table that follows them, and the commands with their messages.
+#include "cheque/transf.h"
 #include "core/ini.h"
 #include "registers/banctrans.h"
 #include "registers/registros_apoio.h"
@@ -159,7 +160,7 @@ INSTANTIATE_TEST_SUITE_P(
         CasoRecusa{"AlterarSemSelecao", 1, true, -1, "Selecione um banco...",
                    "Alteração de Bancos"},
         CasoRecusa{"ExcluirSemSelecao", 2, true, -1, "Selecione um banco...", "Exclusão de Bancos"},
-        CasoRecusa{"ExcluirDesconhecido", 2, false, -1, "Banco nao encontrado.",
+        CasoRecusa{"ExcluirDesconhecido", 2, false, -1, "Banco não encontrado.",
                    "Alteração de Bancos"},
         CasoRecusa{"IncluirIniRecusado", 0, false, -1,
                    "Problemas na inclusão do banco no arquivo VEXA.INI", "Inclusão de Bancos",
@@ -261,11 +262,13 @@ TEST_F(BancTransTeste, SemArquivoListaVaziaENadaAImprimir) {
 }
 
 // An old list: a line whose layout is gone, a code listed twice from earlier renames, blanks
-// ahead; an old table with a row whose layout is gone. Opening brings both into step.
+// ahead, a layout missing (the program stopped between its two writes); an old table with a
+// row whose layout is gone. Opening brings both into step.
 TEST_F(BancTransTeste, AberturaAcertaArquivoETabelaPelaSecao) {
     LeGravaIni(s.CaminhoIni, "ChequeTransf", "756",
                "002,005,007,012,012,015,015,091,023,008,060,093,060,093    ; Sicoob");
     LeGravaIni(s.CaminhoIni, "ChequeTransf", "341", linha_transf(Layout, "Itaú"));
+    LeGravaIni(s.CaminhoIni, "ChequeTransf", "237", linha_transf(Layout, "Bradesco"));
     Registros::inclui(TabTransferencia, {{"104", "Caixa"}});
     QFile f(s.CaminhoApp + "/ChequeTransf.txt");
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
@@ -273,12 +276,34 @@ TEST_F(BancTransTeste, AberturaAcertaArquivoETabelaPelaSecao) {
     f.close();
     BancTrans &b = abre<BancTrans>();
     EXPECT_TRUE(d.Mensagens.isEmpty());
-    EXPECT_EQ(arquivo(), QByteArray("756 - Sicoob\r\n341 - Ita\xfa\r\n"));
-    EXPECT_EQ(b.List1.Itens, QStringList({"756 - Sicoob", "341 - Itaú"}));
-    EXPECT_EQ(tabela(), QStringList({"341|Itaú|001|118|013|045", "756|Sicoob|002|091|015|093"}));
+    EXPECT_EQ(arquivo(), QByteArray("756 - Sicoob\r\n341 - Ita\xfa\r\n237 - Bradesco\r\n"));
+    EXPECT_EQ(b.List1.Itens, QStringList({"756 - Sicoob", "341 - Itaú", "237 - Bradesco"}));
+    EXPECT_EQ(tabela(), QStringList({"237|Bradesco|001|118|013|045", "341|Itaú|001|118|013|045",
+                                     "756|Sicoob|002|091|015|093"}));
     b.Clica("SSCommand1");
     ASSERT_EQ(d.Abertas.last(), "Saida");
     EXPECT_EQ(s.TabelaBancos, 0);
+}
+
+// Out of the box every preset bank has its transfer layout, listed and in the table, and the
+// transfer cheque takes it.
+class BancTransDeFabrica : public BancTransTeste {
+  protected:
+    BancTransDeFabrica() { layouts_de_fabrica = true; }
+};
+
+TEST_F(BancTransDeFabrica, CadaBancoDeFabricaTemSeuLayout) {
+    BancTrans &b = abre<BancTrans>();
+    EXPECT_EQ(b.List1.ListCount(), bancos_padrao().size());
+    EXPECT_EQ(b.List1.List(0), "001 - Banco do Brasil");
+    EXPECT_EQ(secao("237"), linha_transf(posicoes_padrao_transf(), "Bradesco"));
+    EXPECT_EQ(tabela().value(0), "001|Banco do Brasil|002|091|015|093");
+    EXPECT_EQ(tabela().size(), bancos_padrao().size());
+    b.Unload();
+    ChequeTransf &t = abre<ChequeTransf>();
+    digita(t, "txtBanco", -1, "237");
+    EXPECT_EQ(t.txtBanco.Text, "237");
+    EXPECT_TRUE(d.Mensagens.isEmpty());
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "catalogo/telas.h"
 #include "core/conversoes.h"
 #include "registers/cidade.h"
 #include "registers/favorec.h"
@@ -227,5 +228,30 @@ TEST_F(PesquisaTeste, RegistroVazioOfereceOCadastro) {
     EXPECT_EQ(pesquisa(1), nullptr);
     EXPECT_EQ(d.Abertas.count("Cidade"), 1);
 }
+
+// Every button of these screens answers to Alt and a letter of its own.
+class TeclasDeAcesso : public teste::Registros, public ::testing::WithParamInterface<QString> {};
+
+TEST_P(TeclasDeAcesso, UmaLetraSoDeCadaBotao) {
+    const std::unique_ptr<Tela> t = cria_tela(GetParam(), s, d);
+    ASSERT_NE(t, nullptr);
+    QStringList letras;
+    for (const auto &[ref, c] : t->controles()) {
+        if (c->Tipo != TipoControle::Botao) continue;
+        const qsizetype e = c->Caption.indexOf(u'&');
+        ASSERT_TRUE(e >= 0 && e + 1 < c->Caption.size()) << c->Caption.toStdString();
+        const QString letra = c->Caption.mid(e + 1, 1).toLower();
+        EXPECT_FALSE(letras.contains(letra)) << c->Caption.toStdString();
+        letras << letra;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Telas, TeclasDeAcesso,
+                         ::testing::Values(telas::ChequeTransf, telas::Bancos, telas::BancTrans,
+                                           telas::Favorec, telas::Cidade, telas::Pesquisa,
+                                           telas::Saida, telas::Ajusta,
+                                           telas::AjustaChequeTransferencia, telas::Script,
+                                           telas::AjusteScript, telas::CmpCopia),
+                         [](const auto &info) { return info.param.toStdString(); });
 
 } // namespace

@@ -10,6 +10,8 @@
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
 
+#include <QFile>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -21,11 +23,27 @@ class Registros : public ::testing::Test {
         fixa_hoje(QDate(2026, 11, 22));
         s.DefineHoje();
         prepara_pasta_dados(s);
+        if (!layouts_de_fabrica) tira_layouts_de_fabrica();
         s.PortaImpressora = "COM2";
         s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
         imp().LimpaChamadas();
     }
     void TearDown() override { fixa_hoje(QDate()); }
+
+    // The folder as an office that registers its own transfer and copy layouts starts it.
+    void tira_layouts_de_fabrica() {
+        ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 0), -2);
+        QSqlQuery q(s.Banco->db());
+        ASSERT_TRUE(q.exec("DELETE FROM Script") && q.exec("DELETE FROM Transferencia"));
+        // Closed again, so that each test opens the database as a screen would.
+        q.finish();
+        s.Banco.reset();
+        QFile ini(s.CaminhoIni);
+        ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+        ini.write("[Config]\r\nFirstTime=1\r\n");
+        ini.close();
+        QFile::remove(s.CaminhoApp + "/ChequeTransf.txt");
+    }
 
     Simulador &imp() { return static_cast<Simulador &>(*s.Impressora); }
 
@@ -67,6 +85,8 @@ class Registros : public ::testing::Test {
         return r;
     }
 
+    // Set by a test's constructor to keep the preset banks' transfer and copy layouts.
+    bool layouts_de_fabrica = false;
     QTemporaryDir pasta;
     Sessao s{pasta.path()};
     DesktopRoteiro d;

@@ -1,6 +1,6 @@
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "registers/registros_apoio.h"
-#include "catalogo/telas.h"
 #include "reports/excluirel.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
@@ -9,11 +9,16 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
+#include <QSqlQuery>
+#include <functional>
 
 using namespace vexa;
 using vexa::teste::confere_referencia;
 
 namespace {
+
+const QStringList tres = {"0000000001", "0000000002", "0000000003"};
 
 struct Cheque {
     QString Index, Banco, V_CH, Favor, Local, Data, NRCH, StCancel;
@@ -82,8 +87,18 @@ struct Linha {
 };
 class LinhaDoRelatorio : public ::testing::TestWithParam<Linha> {};
 
-TEST_P(LinhaDoRelatorio, ColunasFixas) {
+// The positions of the column bars: the heading's must be the row's.
+QList<int> barras(const QString &linha) {
+    QList<int> b;
+    for (int i = 0; i < linha.size(); ++i)
+        if (linha[i] == '|') b << i;
+    return b;
+}
+
+TEST_P(LinhaDoRelatorio, ColunasFixasSobOCabecalho) {
     EXPECT_EQ(LinhaRelatorio(GetParam().registro), GetParam().esperada);
+    EXPECT_EQ(CabecalhoRelatorio().size(), GetParam().esperada.size());
+    EXPECT_EQ(barras(CabecalhoRelatorio()), barras(GetParam().esperada.left(54)));
 }
 
 const QString B74 = QString(74, ' ');
@@ -207,27 +222,137 @@ TEST_F(TelaRelato, RelatorioGeralQueNaoPodeSerGravadoAvisa) {
     EXPECT_EQ(d.Mensagens.size(), 1);
 }
 
-TEST_F(TelaRelato, ExcluirPerguntaEApagaOChequeMostrado) {
+TEST_F(TelaRelato, ExcluirSoOChequeQueAListaMostraEPerguntaPorEle) {
     grava_exemplo();
     Relato &r = relato();
-    r.List1.ListIndex = 1;
+    r.List1.ListIndex = 0; // 000123 of bank 001
     r.List1_Click();
-    // A filter after the choice doesn't change which cheque is deleted.
+    // A filter that hides the cheque takes it off the details: Enter on "Excluir Cheque"
+    // deletes nothing.
     MontaFiltroLog(s, d, "341", "", "", "", "", "", "", "");
-    d.Respostas = {Resposta::No, Resposta::Yes};
+    EXPECT_TRUE(r.Text1[0].Caption.isEmpty());
+    EXPECT_TRUE(r.Text1[6].Caption.isEmpty());
     r.Clica("Elimina");
-    EXPECT_EQ(r.List1.ListCount(), 1);
+    EXPECT_TRUE(d.Mensagens.isEmpty());
+
+    // The cheque the list shows: the question names it, and Enter answers No.
+    r.List1.ListIndex = 0;
+    r.List1_Click();
+    r.Clica("Elimina");
+    EXPECT_EQ(indices(r), QStringList{"0000000003"});
+    d.Respostas = {Resposta::Yes};
     r.Clica("Elimina");
     ASSERT_EQ(d.Mensagens.size(), 2);
     EXPECT_EQ(d.Mensagens[1].Texto, "Este Cheque Será Eliminado Da Base de Dados de seu "
-                                    "computador!Tem Certeza que deseja Eliminá-lo?");
+                                    "computador!\n\nBanco: 341 - " +
+                                        NomeBanco(s, "341") +
+                                        "\nNúmero: 77\nValor: 99,99\nFavorecido: Posto 50% "
+                                        "Ltda\nData: 20/03/99\n\nTem Certeza que deseja "
+                                        "Eliminá-lo?");
     EXPECT_EQ(d.Mensagens[1].Titulo, "Atenção");
     EXPECT_EQ(d.Mensagens[1].Botoes_, Botoes::YesNo);
-    EXPECT_EQ(d.Mensagens[1].Icone_, Icone::Pergunta);
-    EXPECT_EQ(indices(r), (QStringList{"0000000001", "0000000003"}));
+    EXPECT_EQ(d.Mensagens[1].Padrao, Resposta::No);
+    EXPECT_EQ(indices(r), (QStringList{"0000000001", "0000000002"}));
     EXPECT_TRUE(r.Text1[0].Caption.isEmpty());
-    EXPECT_TRUE(r.Text1[6].Caption.isEmpty());
 }
+
+// --- a register locked by another program after it was opened
+
+struct Travado {
+    const char *caso;
+    std::function<void(Relato &)> acao;
+    int mensagens; // the last of them says the register could not be read
+};
+class RegistroTravado : public TelaRelato, public ::testing::WithParamInterface<Travado> {
+  protected:
+    void TearDown() override {
+        QSqlDatabase::database(Trava, false).close();
+        QSqlDatabase::removeDatabase(Trava);
+        TelaRelato::TearDown();
+    }
+    static inline const QString Trava = QStringLiteral("trava-relato");
+};
+
+TEST_P(RegistroTravado, DizQueNaoPodeLerEmVezDeMostrarVazio) {
+    grava_exemplo();
+    Relato &r = relato();
+    r.List1.ListIndex = 0;
+    r.List1_Click();
+    r.List1.SetSelected(0, true);
+    QSqlDatabase outra = QSqlDatabase::addDatabase("QSQLITE", Trava);
+    outra.setDatabaseName(s.CaminhoApp + "/" + s.NomeMDB);
+    ASSERT_TRUE(outra.open());
+    ASSERT_TRUE(QSqlQuery(outra).exec("BEGIN EXCLUSIVE"));
+    ASSERT_TRUE(QSqlQuery(s.Banco->db()).exec("PRAGMA busy_timeout = 0"));
+    d.Respostas = {Resposta::Yes, Resposta::Yes};
+    d.CaminhoSalvar = pasta.path() + "/geral.txt";
+    GetParam().acao(r);
+    ASSERT_EQ(d.Mensagens.size(), GetParam().mensagens) << d.Textos().join('|').toStdString();
+    EXPECT_EQ(d.Mensagens.last().Texto,
+              "Não foi possível ler o registro de cheques: o banco de dados \"" + s.CaminhoApp +
+                  "/VEXA.db\" está bloqueado por outro programa.\nFeche o outro programa e "
+                  "tente de novo.");
+    EXPECT_FALSE(QFile::exists(d.CaminhoSalvar));
+    EXPECT_NE(r.Text1[5].Caption, "0,00");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Relatorio, RegistroTravado,
+    ::testing::Values(Travado{"abrir_e_enviar",
+                              [](Relato &r) {
+                                  r.Unload();
+                                  Desktop &d = r.desktop;
+                                  d.Abre(std::make_unique<Relato>(r.sessao, d));
+                                  auto &n = *dynamic_cast<Relato *>(d.Aberta(telas::Relato));
+                                  EXPECT_TRUE(n.Text1[5].Caption.isEmpty());
+                                  n.Clica("SSCommand1");
+                              },
+                              2},
+                      Travado{"lista_completa", [](Relato &r) { r.Clica("SSCommand5"); }, 1},
+                      Travado{"criar_agora", [](Relato &r) { r.Clica("criar"); }, 1},
+                      Travado{"excluir", [](Relato &r) { r.Clica("Elimina"); }, 2},
+                      Travado{"reimprimir", [](Relato &r) { r.Clica("SSCommand3"); }, 1},
+                      Travado{"filtro",
+                              [](Relato &r) {
+                                  r.Clica("SSCommand6");
+                                  Tela &f = *r.desktop.Aberta(telas::Filtro);
+                                  f.SetFocus("Text1", 0);
+                                  f.Digita("Text1", 0, "1"); // the bank can't be looked up
+                                  f.Clica("Command3D1", 0);
+                                  EXPECT_FALSE(f.Descarregada());
+                              },
+                              2},
+                      // The question, the write refused, and the list that can't be filled again.
+                      Travado{"cancelar_cheque",
+                              [](Relato &r) {
+                                  r.Clica("SSCommand4");
+                                  r.desktop.Aberta(telas::ExcluiRel)->Clica("BtnCmd", 0);
+                              },
+                              3}),
+    [](const auto &info) { return std::string(info.param.caso); });
+
+// --- access keys: every button and option of the three screens has its own
+
+class TeclasDeAcesso : public TelaRelato, public ::testing::WithParamInterface<QString> {};
+
+TEST_P(TeclasDeAcesso, UmaPorBotaoSemRepetir) {
+    const std::unique_ptr<Tela> t = cria_tela(GetParam(), s, d);
+    ASSERT_TRUE(t);
+    QSet<QChar> usadas;
+    for (const auto &[ref, c] : t->controles()) {
+        if (c->Tipo != TipoControle::Botao && c->Tipo != TipoControle::Opcao &&
+            c->Tipo != TipoControle::Caixa)
+            continue;
+        const qsizetype e = c->Caption.indexOf('&');
+        ASSERT_TRUE(e >= 0 && e + 1 < c->Caption.size()) << ref.texto().toStdString();
+        EXPECT_FALSE(usadas.contains(c->Caption[e + 1].toLower())) << ref.texto().toStdString();
+        usadas.insert(c->Caption[e + 1].toLower());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Relatorio, TeclasDeAcesso,
+                         ::testing::Values(telas::Relato, telas::Filtro, telas::ExcluiRel),
+                         [](const auto &info) { return info.param.toStdString(); });
 
 // --- filter criteria
 
@@ -318,6 +443,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Saida{0, "998", "", "Banco Inválido..."}, Saida{1, "5", "05/02/99", ""},
                       Saida{2, "290299", "", "Data Inválida..."},
                       Saida{1, "0502", "", "Voce deve entrar com (ddmmaa) diamesano..."},
+                      Saida{2, "1/1/26", "", "Voce deve entrar com (ddmmaa) diamesano..."},
                       Saida{2, "311299", "31/12/99", ""}, Saida{3, "1234,5", "1.234,50", ""},
                       Saida{4, "12x", "", "O valor especificado não é um valor válido!"},
                       Saida{5, "D'Ávila", "D'Ávila", ""}));
@@ -373,7 +499,8 @@ TEST_F(TelaRelato, FiltroOkAplicaECancelarNao) {
 
 TEST_F(TelaRelato, ReimprimirDevolveOChequeAoMain) {
     grava_exemplo();
-    d.Respostas = {Resposta::No}; // the start-up's purge keeps the cheques of 1999
+    // The start-up's purge keeps the cheques of 1999; the reprint is confirmed.
+    d.Respostas = {Resposta::No, Resposta::Yes};
     Main &m = *static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
     d.Mensagens.clear();
     m.CheckBox.Value = 1;
@@ -401,11 +528,16 @@ TEST_F(TelaRelato, ReimprimirCanceladoPerguntaEBancoSumidoRecusa) {
     Relato &r = relato();
     r.List1.ListIndex = 1;
     r.List1_Click();
-    d.Respostas = {Resposta::Cancel};
-    r.Clica("SSCommand3");
+    r.Clica("SSCommand3"); // Enter: No
     EXPECT_FALSE(r.Descarregada());
-    EXPECT_EQ(d.Textos(),
-              QStringList{"O cheque atual possui status de cancelado!\nConfirma reimpressao?"});
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto, "O cheque atual possui status de cancelado!\nConfirma "
+                                    "reimpressão?\n\nBanco: 237 - " +
+                                        NomeBanco(s, "237") +
+                                        "\nNúmero: \nValor: 100,00\nFavorecido: João da "
+                                        "Silva\nData: 10/02/99");
+    EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::YesNo);
+    EXPECT_EQ(d.Mensagens[0].Padrao, Resposta::No);
     r.List1.ListIndex = 3;
     r.List1_Click();
     r.Clica("SSCommand3");
@@ -539,7 +671,6 @@ class ConfirmaCancelamento : public Cancelamento,
 
 const QStringList porta_u = {"IniciaPorta(COM2)", "CancelaRel(u)", "FechaPorta()"};
 const QStringList porta_todos = {"IniciaPorta(COM2)", "CancelaRel(*)", "FechaPorta()"};
-const QStringList tres = {"0000000001", "0000000002", "0000000003"};
 
 TEST_P(ConfirmaCancelamento, MarcaChamaEReenche) {
     const Confirmacao &c = GetParam();
@@ -553,10 +684,14 @@ TEST_P(ConfirmaCancelamento, MarcaChamaEReenche) {
     imp().LimpaChamadas();
     ExcluiRel &e = cancelamento(r);
     escolhe(e, c.cheques, c.impressora, c.banco);
+    d.Respostas = {Resposta::Yes};
     e.Clica("BtnCmd", c.botao);
     EXPECT_TRUE(e.Descarregada());
     EXPECT_EQ(d.Aberta(telas::ExcluiRel), nullptr);
-    EXPECT_TRUE(d.Mensagens.isEmpty());
+    // At most the question, which names what goes and defaults to No.
+    EXPECT_LE(d.Mensagens.size(), 1);
+    for (const auto &m : d.Mensagens)
+        EXPECT_EQ(m.Padrao, Resposta::No);
     EXPECT_EQ(imp().Chamadas(), c.chamadas);
     EXPECT_EQ(indices(r), c.mostrados);
     for (int i = 0; i < r.List1.ListCount(); ++i)
@@ -589,7 +724,10 @@ TEST_F(Cancelamento, ImpressoraSoNaoMudaOConjuntoNemALista) {
     Relato &r = relato();
     ExcluiRel &e = cancelamento(r);
     escolhe(e, 1, true, false);
+    d.Respostas = {Resposta::Yes};
     e.Clica("BtnCmd", 0);
+    EXPECT_EQ(d.Textos(), QStringList{"Todo o relatório da impressora será cancelado.\n\n"
+                                      "Confirma o cancelamento?"});
     EXPECT_EQ(indices(r), tres);
     EXPECT_EQ(r.Text1[5].Caption, "1.334,49");
 }
@@ -599,13 +737,24 @@ TEST_F(Cancelamento, CanceladosSaemDosTotaisEFicamNaListaCompleta) {
     Relato &r = relato();
     r.List1.SetSelected(0, true);
     r.List1.ListIndex = 0;
-    cancelamento(r).Clica("BtnCmd", 0);
+    // Enter on the question (No) leaves the options open with nothing marked.
+    ExcluiRel &e = cancelamento(r);
+    e.Clica("BtnCmd", 0);
+    EXPECT_FALSE(e.Descarregada());
+    EXPECT_EQ(cancelados(), QStringList{"0000000002"});
+    EXPECT_EQ(d.Textos(), QStringList{"Este cheque será marcado como cancelado no banco de "
+                                      "dados:\n\nBanco: 001\nNúmero: 000123\nValor: "
+                                      "1.234,50\nFavorecido: Maria D'Ávila\nData: "
+                                      "05/02/99\n\nConfirma o cancelamento?"});
+    d.Respostas = {Resposta::Yes};
+    e.Clica("BtnCmd", 0);
     EXPECT_EQ(indices(r), tres);
     EXPECT_EQ(r.Text1[5].Caption, "99,99");
     EXPECT_EQ(r.Text1[0].Caption, "");
     // Marking an already cancelled cheque again changes nothing.
     r.List1.SetSelected(1, true);
     r.List1.ListIndex = 1;
+    d.Respostas = {Resposta::Yes};
     cancelamento(r).Clica("BtnCmd", 0);
     EXPECT_EQ(cancelados(), (QStringList{"0000000001", "0000000002"}));
     EXPECT_EQ(r.Text1[5].Caption, "99,99");
@@ -634,6 +783,7 @@ TEST_F(Cancelamento, TodosSoAsLinhasDoFiltro) {
     ASSERT_EQ(indices(r), QStringList{"0000000003"});
     ExcluiRel &e = cancelamento(r);
     escolhe(e, 1, false, true);
+    d.Respostas = {Resposta::Yes};
     e.Clica("BtnCmd", 0);
     EXPECT_EQ(cancelados(), (QStringList{"0000000002", "0000000003"}));
 }
@@ -648,8 +798,10 @@ TEST_F(Cancelamento, ChequeQueSumiuAvisaEOsOutrosSeguem) {
     ASSERT_EQ(ExisteCodigo(s, "0000000001", TabLog), 1);
     Conjunto(s, TabLog).MoveFirst();
     Conjunto(s, TabLog).Delete();
+    d.Respostas = {Resposta::Yes};
     cancelamento(r).Clica("BtnCmd", 0);
-    EXPECT_EQ(d.Textos(), QStringList{"Cheque nao registrado!"});
+    EXPECT_EQ(d.Textos().mid(1), QStringList{"Cheque nao registrado!"});
+    EXPECT_TRUE(d.Textos()[0].startsWith("Os 3 cheques escolhidos serão marcados"));
     EXPECT_EQ(cancelados(), (QStringList{"0000000002", "0000000003"}));
     EXPECT_EQ(indices(r), (QStringList{"0000000002", "0000000003"}));
 }

@@ -3,11 +3,14 @@
 #include "core/ini.h"
 #include "printer/simulador.h"
 #include "settings/configura.h"
+#include "settings/opsoft.h"
 #include "settings/sobre.h"
+#include "settings/versao.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace vexa;
@@ -73,6 +76,78 @@ TEST_F(TelaConfigura, AtualizarPortaTestaEGuarda) {
     EXPECT_EQ(chamadas().last(), "FechaPorta()");
 }
 
+// A settings file that refuses the write (here a folder in its place, which refuses root too)
+// is told on the spot, and nothing says the setting was kept.
+struct IniRecusada {
+    const char *nome;
+    std::function<void(Sessao &, DesktopRoteiro &)> acao;
+};
+void PrintTo(const IniRecusada &c, std::ostream *os) {
+    *os << c.nome;
+}
+class GravacaoRecusada : public TelaConfigura, public ::testing::WithParamInterface<IniRecusada> {};
+
+TEST_P(GravacaoRecusada, AvisaENaoDizSucesso) {
+    ASSERT_TRUE(QDir(pasta.path()).mkdir("VEXA.INI"));
+    imp().DefinePorta("COM5");
+    GetParam().acao(s, d);
+    const QStringList textos = d.Textos();
+    EXPECT_EQ(textos.count("A configuração não foi gravada no arquivo VEXA.INI: o disco está cheio "
+                           "ou o arquivo não aceita gravação. O arquivo continua como estava."),
+              1)
+        << textos.join('|').toStdString();
+    EXPECT_FALSE(textos.contains("Porta configurada com sucesso."));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Configuracoes, GravacaoRecusada,
+    ::testing::Values(IniRecusada{"porta",
+                                  [](Sessao &s, DesktopRoteiro &d) {
+                                      auto *c = static_cast<Configura *>(
+                                          d.Abre(std::make_unique<Configura>(s, d)));
+                                      c->cboPorta.ListIndex = 4;
+                                      c->Clica("Command3D7");
+                                      // The port answered: this run prints through it.
+                                      EXPECT_EQ(s.PortaImpressora, "COM5");
+                                  }},
+                      IniRecusada{"moeda",
+                                  [](Sessao &s, DesktopRoteiro &d) {
+                                      Tela *c = d.Abre(std::make_unique<Configura>(s, d));
+                                      s.PortaImpressora = "COM5";
+                                      c->Clica("Command3D1");
+                                  }},
+                      IniRecusada{"opcoes",
+                                  [](Sessao &s, DesktopRoteiro &d) {
+                                      auto *o = static_cast<OpSoft *>(
+                                          d.Abre(std::make_unique<OpSoft>(s, d)));
+                                      o->Text01[0].Text = "45";
+                                      o->Clica("BtnCmd", 0);
+                                      EXPECT_EQ(s.PeriodoRel, 45);
+                                  }}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+// Alt and a letter reach every button of the settings screens, no letter twice on a screen.
+TEST(TeclasDeAcesso, CadaBotaoDasConfiguracoesTemASua) {
+    QTemporaryDir pasta;
+    Sessao s{pasta.path()};
+    DesktopRoteiro d;
+    Configura configura(s, d);
+    OpSoft opsoft(s, d);
+    for (const Tela *tela : std::initializer_list<const Tela *>{&configura, &opsoft}) {
+        QString letras;
+        for (const auto &[ref, c] : tela->controles()) {
+            if (c->Tipo != TipoControle::Botao && c->Tipo != TipoControle::Opcao &&
+                c->Tipo != TipoControle::Caixa)
+                continue;
+            const qsizetype e = c->Caption.indexOf(u'&');
+            ASSERT_TRUE(e >= 0 && e + 1 < c->Caption.size()) << c->Caption.toStdString();
+            const QChar letra = c->Caption[e + 1].toLower();
+            EXPECT_FALSE(letras.contains(letra)) << c->Caption.toStdString();
+            letras += letra;
+        }
+    }
+}
+
 struct Recusa {
     const char *botao;
     QString campo, mensagem, titulo;
@@ -108,7 +183,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(TelaConfigura, MoedaEFavorecidosVaoAImpressora) {
     Configura &c = abre();
-    c.Text1[0].Text = "Dólar";
+    c.Text1[0].Text = " Dólar ";
     c.Text1[1].Text = "Dólares";
     c.Clica("Command3D1");
     EXPECT_EQ(ini("m_sg"), "Dólar");
@@ -118,7 +193,7 @@ TEST_F(TelaConfigura, MoedaEFavorecidosVaoAImpressora) {
     c.Digita("Text2", 0, "7");
     c.SetFocus("Text2", 1);
     EXPECT_EQ(c.Text2[0].Text, "07");
-    c.Digita("Text2", 1, "João");
+    c.Digita("Text2", 1, " João ");
     c.Clica("Command3D2");
     EXPECT_TRUE(chamadas().contains("IncluiFavorecido(07|" + ConverteTexto("João") + ")"));
 
@@ -177,7 +252,9 @@ TEST_F(TelaConfigura, SobreNaPartidaEsperaSemBotao) {
     EXPECT_FALSE(sobre->Command3D1.Visible);
     EXPECT_EQ(sobre->Caption, "   Aguarde um instante...");
     EXPECT_EQ(d.Mostradas, QStringList{"Sobre"});
-    EXPECT_TRUE(sobre->Label1.Caption.contains("Versão 5.5 - Out/99"));
+    EXPECT_TRUE(
+        sobre->Label1.Caption.endsWith("Versão " + VersaoPrograma() + " - " + DataCompilacao()));
+    EXPECT_EQ(sobre->Label5.Caption, "Pasta de dados:\n" + s.CaminhoApp);
     sobre->Unload();
     s.FaseInicio = 0;
     sobre = static_cast<Sobre *>(d.Abre(std::make_unique<Sobre>(s, d)));

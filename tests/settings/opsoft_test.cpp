@@ -2,7 +2,6 @@
 #include "core/desktop_roteiro.h"
 #include "core/ini.h"
 #include "core/inicio.h"
-#include "core/relogio.h"
 #include "core/teclas.h"
 #include "printer/simulador.h"
 #include "settings/configura.h"
@@ -191,46 +190,25 @@ TEST_F(TelaOpSoft, CancelarFechaSemGuardarNada) {
     EXPECT_EQ(s.UsaInvertida, 1);
 }
 
-// The first run: without the maker's configuration program, OK on its message takes the
-// operator to the program's own configuration screen; Cancel leaves it there.
-struct CasoSemConfigurador {
-    Resposta resposta;
-    bool abre;
-};
-class PrimeiraPartida : public ::testing::TestWithParam<CasoSemConfigurador> {
-  protected:
-    void SetUp() override {
-        fixa_hoje(QDate(2026, 11, 23));
-        prepara_pasta_dados(s);
-        s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
-    }
-    void TearDown() override { fixa_hoje(QDate()); }
+// The first start: the entry screen's second tick welcomes the operator, and OK opens the
+// configuration screen.
+TEST(PrimeiraPartida, BoasVindasNoSegundoToqueAbreConfiguracoes) {
     QTemporaryDir pasta;
     Sessao s{pasta.path()};
     DesktopRoteiro d;
-};
-
-TEST_P(PrimeiraPartida, SemOConfiguradorOKAbreConfiguracoes) {
-    const CasoSemConfigurador c = GetParam();
-    LeGravaIni(s.CaminhoIni, "Config", "FirstTime", "1");
+    prepara_pasta_dados(s);
+    s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
     auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
     d.Mensagens.clear();
-    d.Respostas = {Resposta::OK, Resposta::OK, c.resposta};
     m->Timer1_Timer();
+    EXPECT_TRUE(d.Mensagens.isEmpty());
     m->Timer1_Timer();
-    ASSERT_EQ(d.Mensagens.size(), 3);
-    EXPECT_EQ(d.Mensagens[2].Texto, "Aplicativo \"VEXACFG.EXE\" não encontrado!\n");
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Titulo, "Bem-vindo ao Vexa Plus");
     auto *cfg = d.Tela_<Configura>(telas::Configura);
-    EXPECT_EQ(cfg != nullptr, c.abre);
-    if (cfg) {
-        EXPECT_EQ(cfg->Caption, "Configurações");
-    }
-    EXPECT_EQ(LeGravaIni(s.CaminhoIni, "Config", "FirstTime", ""), "");
+    ASSERT_NE(cfg, nullptr);
+    EXPECT_EQ(cfg->Caption, "Configurações");
 }
-
-INSTANTIATE_TEST_SUITE_P(Respostas, PrimeiraPartida,
-                         ::testing::Values(CasoSemConfigurador{Resposta::OK, true},
-                                           CasoSemConfigurador{Resposta::Cancel, false}));
 
 TEST(MenuMain, ConfiguracoesOpcoesAjudaESobreHabilitados) {
     QTemporaryDir pasta;

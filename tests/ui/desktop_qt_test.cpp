@@ -1,8 +1,8 @@
 // The real desktop: its message boxes in Portuguese, a box closed by its window, a modal
 // screen, and the system's own buttons translated.
+#include "catalogo/telas.h"
 #include "core/sessao.h"
 #include "registers/saida.h"
-#include "catalogo/telas.h"
 #include "ui/desktop_qt.h"
 
 #include <QAbstractButton>

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -154,8 +155,8 @@ TEST_F(JanelaAjuda, UmaSoJanelaETopicoLevaASuaPagina) {
     // A topic with a page of its own opens on it; one without opens the contents.
     for (const auto &[topico, pagina] :
          {std::pair{"Conteudo", "conteudo.html"}, std::pair{"Prazo", "prazo.html"},
-          std::pair{"Relatorio", "relatorio.html"}, std::pair{"Inexistente", "conteudo.html"},
-          std::pair{"", "conteudo.html"}}) {
+          std::pair{"Relatorio", "relatorio.html"}, std::pair{"cadastros#bancos", "cadastros.html"},
+          std::pair{"Inexistente", "conteudo.html"}, std::pair{"", "conteudo.html"}}) {
         desktop.Ajuda(topico);
         EXPECT_EQ(texto()->source().fileName(), pagina) << topico;
         EXPECT_EQ(janelas_de_ajuda(), 1) << topico;
@@ -168,6 +169,32 @@ TEST_F(JanelaAjuda, UmaSoJanelaETopicoLevaASuaPagina) {
         EXPECT_EQ(texto()->source().fileName(), QString(pagina) + ".html");
         EXPECT_GT(texto()->toPlainText().size(), 100) << pagina;
     }
+}
+
+// On any screen, F1 opens its help page in a window centred on the desktop, and Escape presses
+// the screen's Cancelar: the options screen closes with nothing stored.
+TEST_F(JanelaAjuda, F1AbreAPaginaDaTelaEEscFechaPeloSeuBotao) {
+    QTemporaryDir pasta;
+    Sessao s{pasta.path()};
+    Tela *o = desktop.Abre(std::make_unique<OpSoft>(s, desktop));
+    QMainWindow *j = desktop.Janela(*o);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(j));
+    auto *campo = j->findChild<QLineEdit *>("Text01(0)");
+    ASSERT_TRUE(campo->hasFocus());
+    QTest::keyClick(campo, Qt::Key_F1);
+    ASSERT_NE(ajuda(), nullptr);
+    EXPECT_EQ(texto()->source(), QUrl("qrc:/ajuda/configuracoes.html#opcoes"));
+    const QPoint desvio =
+        ajuda()->geometry().center() - QApplication::primaryScreen()->availableGeometry().center();
+    EXPECT_LE(desvio.manhattanLength(), 2);
+
+    j->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(j));
+    QTest::keyClicks(campo, "45");
+    QTest::keyClick(campo, Qt::Key_Escape);
+    EXPECT_EQ(desktop.Aberta(telas::OpSoft), nullptr);
+    EXPECT_EQ(s.PeriodoRel, 30);
+    EXPECT_EQ(LeGravaIni(s.CaminhoIni, "Opcoes", "PeriodoRelExc", ""), "-2");
 }
 
 } // namespace

@@ -77,6 +77,7 @@ TEST_F(VistaRelato, DuasLinhasEscolhidasComOMouseSaoCanceladas) {
     QTest::mouseClick(janela->findChild<QPushButton *>("SSCommand4"), Qt::LeftButton);
     auto *e = dynamic_cast<ExcluiRel *>(d.Aberta(telas::ExcluiRel));
     ASSERT_NE(e, nullptr);
+    d.Respostas = {Resposta::Yes};
     e->Clica("BtnCmd", 0);
     QTest::qWait(0);
     const auto texto = [l](int i) { return l->model()->index(i, 0).data().toString(); };

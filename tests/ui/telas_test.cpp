@@ -1,10 +1,13 @@
-// The registry of screens: every screen the program knows has a view, and every control of
-// every model is bound to a widget of that view, inside the frame the model puts it in.
-#include "core/desktop_roteiro.h"
+// The catalogue of screens: every screen the program knows has a view and a help page, and every
+// control of every model is bound to a widget of that view, inside the frame the model puts it
+// in.
 #include "catalogo/telas.h"
+#include "core/ajuda.h"
+#include "core/desktop_roteiro.h"
 #include "ui/binder.h"
 #include "ui/vistas.h"
 
+#include <QFile>
 #include <QMainWindow>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -60,6 +63,14 @@ TEST_P(VistaDaTela, TodoControleLigadoAUmWidgetDentroDoSeuQuadro) {
     }
     EXPECT_EQ(soltos, QStringList());
     tela->aoMudar = nullptr;
+
+    // F1 finds its page, and the place on it.
+    const QString topico = topico_ajuda(nome);
+    QFile pagina(":/ajuda/" + topico.section('#', 0, 0).toLower() + ".html");
+    ASSERT_TRUE(pagina.open(QIODevice::ReadOnly)) << topico.toStdString();
+    if (topico.contains('#'))
+        EXPECT_TRUE(pagina.readAll().contains("name=\"" + topico.section('#', 1).toUtf8() + '"'))
+            << topico.toStdString();
 }
 
 INSTANTIATE_TEST_SUITE_P(Telas, VistaDaTela, ::testing::ValuesIn(nomes(fabricas_telas())),
