@@ -84,6 +84,27 @@ class Importa : public teste::Registros {
     QByteArray digest_velha;
 };
 
+// The large file: every row counted, and the marks the register keeps.
+TEST_F(Importa, GrandeEntraInteiro) {
+    prepara_velha("VEXA-grande.MDB");
+    ASSERT_TRUE(importa_pasta(s, d, velha)) << d.Textos().join('|').toStdString();
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith(
+        "Importação concluída.\n\nBancos: 30\nTransferencia: 5\nScript: 3\nFavorecido: "
+        "99.999\nCidade: 76\nLog: 100.000\n"))
+        << d.Mensagens[0].Texto.toStdString();
+    const auto um = [&](const QString &sql) {
+        LeituraDireta l(s.Banco->db(), sql);
+        return l.Proxima() ? l.Texto(0) : QString();
+    };
+    EXPECT_EQ(um("SELECT count(*) || ' ' || min(Codigo) || ' ' || max(Codigo) FROM Favorecido"),
+              "99999 00001 99999");
+    EXPECT_EQ(um("SELECT count(*) || ' ' || max(\"Index\") FROM Log"), "100000 0000100432");
+    EXPECT_EQ(um("SELECT count(*) FROM Log WHERE StCancel = 'C'"), "2742");
+    EXPECT_EQ(um("SELECT count(*) FROM Log WHERE length(Data) = 10"), "11999");
+    EXPECT_EQ(digest(velha), digest_velha);
+}
+
 // Every table of the small file, row for row, against what the file holds.
 TEST_F(Importa, PequenoEntraInteiroETudoEContado) {
     prepara_velha("VEXA-pequeno.MDB");
