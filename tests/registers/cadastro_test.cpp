@@ -230,9 +230,9 @@ TEST_F(PesquisaTeste, RegistroVazioOfereceOCadastro) {
 }
 
 // Every button of these screens answers to Alt and a letter of its own.
-class TeclasDeAcesso : public teste::Registros, public ::testing::WithParamInterface<QString> {};
+class TeclasDeAcessoCadastros : public teste::Registros, public ::testing::WithParamInterface<QString> {};
 
-TEST_P(TeclasDeAcesso, UmaLetraSoDeCadaBotao) {
+TEST_P(TeclasDeAcessoCadastros, UmaLetraSoDeCadaBotao) {
     const std::unique_ptr<Tela> t = cria_tela(GetParam(), s, d);
     ASSERT_NE(t, nullptr);
     QStringList letras;
@@ -246,7 +246,7 @@ TEST_P(TeclasDeAcesso, UmaLetraSoDeCadaBotao) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Telas, TeclasDeAcesso,
+INSTANTIATE_TEST_SUITE_P(Telas, TeclasDeAcessoCadastros,
                          ::testing::Values(telas::ChequeTransf, telas::Bancos, telas::BancTrans,
                                            telas::Favorec, telas::Cidade, telas::Pesquisa,
                                            telas::Saida, telas::Ajusta,

@@ -333,9 +333,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 // --- access keys: every button and option of the three screens has its own
 
-class TeclasDeAcesso : public TelaRelato, public ::testing::WithParamInterface<QString> {};
+class TeclasDeAcessoRelatorio : public TelaRelato, public ::testing::WithParamInterface<QString> {};
 
-TEST_P(TeclasDeAcesso, UmaPorBotaoSemRepetir) {
+TEST_P(TeclasDeAcessoRelatorio, UmaPorBotaoSemRepetir) {
     const std::unique_ptr<Tela> t = cria_tela(GetParam(), s, d);
     ASSERT_TRUE(t);
     QSet<QChar> usadas;
@@ -350,7 +350,7 @@ TEST_P(TeclasDeAcesso, UmaPorBotaoSemRepetir) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Relatorio, TeclasDeAcesso,
+INSTANTIATE_TEST_SUITE_P(Relatorio, TeclasDeAcessoRelatorio,
                          ::testing::Values(telas::Relato, telas::Filtro, telas::ExcluiRel),
                          [](const auto &info) { return info.param.toStdString(); });
 
