@@ -504,6 +504,7 @@ TEST_P(Reimpressao, SoAReimpressaoFicaSemRegistro) {
         auto *r = static_cast<Relato *>(d.Abre(std::make_unique<Relato>(s, d)));
         r->List1.ListIndex = 0;
         r->List1_Click();
+        d.Respostas = {Resposta::Yes};
         r->Clica("SSCommand3");
         ASSERT_EQ(m->CheckBox.Value, 0);
     }
@@ -781,7 +782,7 @@ TEST_F(TelaMain, PrimeiraVezSoNoSegundoTique) {
     d.Respostas = {Resposta::Cancel};
     m->Timer1_Timer();
     ASSERT_EQ(d.Mensagens.size(), 1);
-    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Para o correto funcionamento"));
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Bem-vindo ao Vexa Plus!"));
     EXPECT_EQ(s.FaseInicio, 0);
     EXPECT_EQ(m->Timer1.Interval, 10000);
     EXPECT_EQ(ini("Config", "FirstTime"), "1"); // Cancel: it comes again at the next start
