@@ -1,5 +1,6 @@
 #include "store/pasta_dados.h"
 
+#include "core/ini.h"
 #include "store/bancos_padrao.h"
 #include "store/tabelas.h"
 
