@@ -19,8 +19,8 @@
 #include "settings/copias.h"
 #include "store/copia_seguranca.h"
 
-#include "settings/importa.h"
 #include "catalogo/telas.h"
+#include "settings/importa.h"
 #include "store/tabelas.h"
 
 #include <QFileInfo>

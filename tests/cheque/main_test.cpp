@@ -504,7 +504,7 @@ TEST_P(Reimpressao, SoAReimpressaoFicaSemRegistro) {
         auto *r = static_cast<Relato *>(d.Abre(std::make_unique<Relato>(s, d)));
         r->List1.ListIndex = 0;
         r->List1_Click();
-        d.Respostas = {Resposta::Yes};
+        d.Respostas = {Resposta::Yes}; // "Confirma reimpressão?"
         r->Clica("SSCommand3");
         ASSERT_EQ(m->CheckBox.Value, 0);
     }
@@ -700,26 +700,6 @@ INSTANTIATE_TEST_SUITE_P(
         Verso{{{0, QString(65, u'x')}}, M15 + QString(65, u'x') + "\n", 3},
         Verso{{{0, QString(66, u'x')}, {1, "y"}}, M15 + QString(66, u'x') + "\n" + M15 + "y\n", 2},
         Verso{{{0, "linha"}}, "", 3, Resposta::Cancel}));
-
-// --- keyboard
-
-// Every button of the cheque screens has an access key of its own on its screen.
-TEST_F(TelaMain, CadaBotaoTemTeclaDeAcessoUnica) {
-    abre();
-    auto *prazo = d.Abre(std::make_unique<ChePrz>(s, d));
-    auto *extra = d.Abre(std::make_unique<CmpExtra>(s, d));
-    for (Tela *tela : {static_cast<Tela *>(m), prazo, extra}) {
-        QStringList teclas;
-        for (const auto &[ref, c] : tela->controles()) {
-            if (c->Tipo != TipoControle::Botao) continue;
-            const qsizetype e = c->Caption.indexOf(u'&');
-            ASSERT_GE(e, 0) << c->Caption.toStdString();
-            const QString tecla = c->Caption.mid(e + 1, 1).toLower();
-            EXPECT_FALSE(teclas.contains(tecla)) << c->Caption.toStdString();
-            teclas << tecla;
-        }
-    }
-}
 
 // --- start and stop
 
