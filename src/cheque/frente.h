@@ -34,7 +34,6 @@ struct Desfecho {
 // wrong: "... saiu errado e foi registrado como cancelado."
 QString situacao_cheque(const QString &Numero, const QString &Valor, const Desfecho &desfecho);
 
-
 // One cheque through the register and the printer. With Registra the cheque is first written
 // as pending; a register that can't take it is told (why, and that the box lets it print
 // unregistered), and nothing is printed. After the print the pending row becomes the row of

@@ -63,8 +63,8 @@ Configura::Configura(Sessao &sessao, Desktop &desktop)
     registra("Command3D9", Command3D9);
     registra("Command3D10", Command3D10);
     registra("SSCommand1", SSCommand1);
-    ordem_ = {"cboPorta",   "Command3D7", "Text1(0)",   "Text1(1)", "Command3D1",
-              "Text2(0)",   "Text2(1)",   "Command3D2", "Text3",    "Option3D2",
+    ordem_ = {"cboPorta",   "Command3D7", "Text1(0)",    "Text1(1)",  "Command3D1",
+              "Text2(0)",   "Text2(1)",   "Command3D2",  "Text3",     "Option3D2",
               "Command3D4", "Command3D9", "Command3D10", "SSCommand1"};
 
     liga("Command3D7", Evento::Click, [this](int) { Command3D7_Click(); });

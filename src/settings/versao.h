@@ -14,8 +14,8 @@ QString DataCompilacao();
 // fields of a cheque ("/B001/V1234,50"); an option begins with "--".
 struct LinhaComando {
     enum class Pedido { Abrir, Ajuda, Versao, Importar, ChequeTeste, Erro } Acao = Pedido::Abrir;
-    QString Campos;         // the request, for Abrir
-    QString Resposta;       // what the program prints and then ends with, for Ajuda, Versao, Erro
+    QString Campos;   // the request, for Abrir
+    QString Resposta; // what the program prints and then ends with, for Ajuda, Versao, Erro
     // The old program's folder, for Importar; the PDF file and, if given, the bank, for
     // ChequeTeste.
     QStringList Parametros;

@@ -55,8 +55,7 @@ bool insere_log(Sessao &s, QSqlQuery &q, const ChequeImpresso &c) {
     QString NRCH = c.Numero;
     if (NRCH.isEmpty()) NRCH = c.Parcela ? "SEQ:" + Codigo : QStringLiteral(" ");
     // A cheque that came out wrong stays, cancelled, with its note in a free comment line.
-    QStringList comentarios{c.Comentarios.value(0), c.Comentarios.value(1),
-                            c.Comentarios.value(2)};
+    QStringList comentarios{c.Comentarios.value(0), c.Comentarios.value(1), c.Comentarios.value(2)};
     if (!c.Nota.isEmpty()) {
         const qsizetype livre = comentarios.indexOf(QString());
         if (livre >= 0)

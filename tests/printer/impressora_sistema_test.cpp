@@ -50,13 +50,13 @@ void confere_campos(const QList<PalavraPdf> &palavras, const ConfiguracaoSistema
         while (SoPosicao && marcas < campo.Texto.size() && !campo.Texto[marcas].isLetterOrNumber())
             ++marcas;
         if (marcas == campo.Texto.size()) marcas = 0; // a line of marks alone keeps them
-        const double x =
-            folha_x(cfg, cfg.OrigemX + (campo.Coluna - 1 + marcas) * cfg.PassoColuna);
+        const double x = folha_x(cfg, cfg.OrigemX + (campo.Coluna - 1 + marcas) * cfg.PassoColuna);
         const double y = folha_y(cfg, cfg.OrigemY + (campo.Linha - 1) * cfg.PassoLinha);
         const auto distancia = [&](const PalavraPdf &p) { return std::hypot(p.X - x, p.Base - y); };
         const PalavraPdf *achada = nullptr;
         for (const PalavraPdf &p : palavras)
-            if ((SoPosicao || p.Texto == primeira) && (!achada || distancia(p) < distancia(*achada)))
+            if ((SoPosicao || p.Texto == primeira) &&
+                (!achada || distancia(p) < distancia(*achada)))
                 achada = &p;
         ASSERT_NE(achada, nullptr) << qPrintable(campo.Nome + ": " + primeira);
         EXPECT_NEAR(achada->X, x, 0.3) << qPrintable(campo.Nome);
@@ -162,9 +162,15 @@ TEST_F(ImpressoraSistemaPdf, ChequeNoSpoolerPerguntaComoSaiuEORegistroGuardaOErr
     const QString nota = NotaChequeErrado;
     const CasoResposta casos[] = {
         {Resposta::Yes, {"Aluguel", "", ""}, {"Aluguel", "", ""}, " ", "impresso e registrado."},
-        {Resposta::No, {"Aluguel", "", ""}, {"Aluguel", nota, ""}, "C",
+        {Resposta::No,
+         {"Aluguel", "", ""},
+         {"Aluguel", nota, ""},
+         "C",
          "saiu errado e foi registrado como cancelado."},
-        {Resposta::No, {"a", "b", "c"}, {"a", "b", nota + " - c"}, "C",
+        {Resposta::No,
+         {"a", "b", "c"},
+         {"a", "b", nota + " - c"},
+         "C",
          "saiu errado e foi registrado como cancelado."},
     };
     for (const CasoResposta &c : casos) {
