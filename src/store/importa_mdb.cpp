@@ -217,13 +217,18 @@ bool esvazia(sqlite3 *db, bool tudo) {
 bool base_tem_dados(Sessao &s, Desktop &d) {
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) return false;
     const QSqlDatabase db = s.Banco->db();
-    for (const char *t : {"Log", "Favorecido", "Cidade", "Script", "Transferencia"})
+    for (const char *t : {"Log", "Favorecido", "Cidade"})
         if (conta(db, QString("SELECT count(*) FROM ") + t) != 0) return true;
+    // A new store comes with a bank, a transfer layout and a copy layout for each preset bank:
+    // those are not the office's data.
     QStringList presets;
     for (const auto &b : bancos_padrao())
         presets << literal_sql(b.first);
-    return conta(db, "SELECT count(*) FROM Bancos WHERE Codigo NOT IN (" + presets.join(',') +
-                         ")") != 0;
+    for (const char *t : {"Bancos", "Script", "Transferencia"})
+        if (conta(db, QString("SELECT count(*) FROM ") + t + " WHERE Codigo NOT IN (" +
+                          presets.join(',') + ")") != 0)
+            return true;
+    return false;
 }
 
 bool copia_base(Sessao &s, const QString &destino) {
