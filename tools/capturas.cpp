@@ -1,5 +1,6 @@
 // make capturas: opens every screen offscreen, as the operator would see it, and writes a
 // PNG of each into the folder given.
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "copy/script.h"
 #include "core/ini.h"
@@ -13,8 +14,8 @@
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
-#include "catalogo/telas.h"
 #include "reports/relato.h"
+#include "settings/calibra.h"
 #include "store/historico.h"
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
@@ -180,44 +181,6 @@ void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
     relato->Unload();
 }
 
-// A copy layout in table Script, chosen as the last one used: the copy opens composed by it.
-void registra_layout_copia(Sessao &sessao, Desktop &desktop) {
-    if (AbreTabelas(sessao, desktop, 0, 0, 0, 0) == -2) return;
-    RecordSet rs;
-    if (!rs.Abre(sessao.Banco->db(), "Select * From Script")) return;
-    // Code, name, l1 l2 l3 l6 l7 l4 l5 l8, c1 c2 c3 c9 c10 c4 c5 c11 c6 c7 c8.
-    const QStringList layout = {"001", "Cheque padrão",
-                                "2",   "5",
-                                "6",   "1",
-                                "2",   "8",
-                                "10",  "14",
-                                "60",  "5",
-                                "5",   "2",
-                                "2",   "5",
-                                "30",  "5",
-                                "52",  "56",
-                                "68"};
-    rs.AddNew();
-    for (int i = 0; i < CamposScript().size(); ++i)
-        rs.Define(CamposScript()[i], layout.value(i));
-    rs.Update();
-    LeGravaIni(sessao.CaminhoIni, "Opcoes", "Script", "001");
-}
-
-// A bank included on the transfer layouts' register with the layout a new bank starts from.
-void registra_banco_transferencia(Sessao &sessao, ui::DesktopQt &desktop) {
-    Tela *tela = desktop.Abre(cria_tela(telas::BancTrans, sessao, desktop));
-    auto *banctrans = dynamic_cast<BancTrans *>(tela);
-    if (!banctrans) return;
-    const QStringList posicoes = posicoes_padrao_transf();
-    banctrans->Text1[0].Text = "001";
-    banctrans->Text1[1].Text = "Banco do Brasil";
-    for (int i = 0; i < posicoes.size(); ++i)
-        banctrans->Text1[i + 2].Text = posicoes[i];
-    banctrans->Clica("Command3D1", 0);
-    banctrans->Unload();
-}
-
 // The transfer cheque as the operator fills it in, each field left with Enter.
 void preenche_transferencia(Tela &transf) {
     digita(transf, "txtBanco", -1, "001");
@@ -234,8 +197,8 @@ void preenche_transferencia(Tela &transf) {
 // chosen and its graphic adjust; the copy layouts with the adjust of the first, and the copy of the
 // entry screen's cheque composed by the layout last chosen.
 void captura_outras(Sessao &sessao, ui::DesktopQt &desktop) {
-    registra_banco_transferencia(sessao, desktop);
-    registra_layout_copia(sessao, desktop);
+    // Bank 001 comes out of the box with a transfer layout and a copy layout: the screens show
+    // them as a new office finds them.
     if (Tela *main = desktop.Aberta(telas::Main)) main->Digita("Text2", 0, "Aluguel de março");
     for (const QString &nome :
          {telas::Filtro, telas::ChequeTransf, telas::BancTrans, telas::Script, telas::CmpCopia}) {
@@ -285,6 +248,10 @@ void captura_configuracoes(Sessao &sessao, ui::DesktopQt &desktop) {
     if (Tela *configura = desktop.Abre(cria_tela(telas::Configura, sessao, desktop))) {
         grava(desktop.Janela(*configura), "configura");
         configura->Unload();
+    }
+    if (Tela *calibra = desktop.Abre(cria_tela(telas::Calibra, sessao, desktop))) {
+        grava(desktop.Janela(*calibra), "calibra");
+        calibra->Unload();
     }
     if (Tela *opsoft = desktop.Abre(cria_tela(telas::OpSoft, sessao, desktop))) {
         grava(desktop.Janela(*opsoft), "opsoft");

@@ -19,7 +19,9 @@
 #include "reports/filtro.h"
 #include "reports/historico.h"
 #include "reports/relato.h"
+#include "settings/calibra.h"
 #include "settings/configura.h"
+#include "settings/copias.h"
 #include "settings/opsoft.h"
 #include "settings/sobre.h"
 
@@ -60,6 +62,8 @@ const std::map<QString, FabricaTela> &fabricas_telas() {
         {telas::OpSoft, cria<OpSoft>},
         {telas::Sobre, cria<Sobre>},
         {telas::HistoricoCheque, cria<HistoricoCheque>},
+        {telas::Calibra, cria<Calibra>},
+        {telas::Copias, cria<Copias>},
     };
     return fabricas;
 }

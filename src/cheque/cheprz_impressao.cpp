@@ -54,9 +54,8 @@ void ChePrz::ImprimeParcelas() {
         const Desfecho desfecho =
             imprime_e_registra(sessao, desktop, sessao.Gauge1, textos, parcela(i), registra, true);
         if (principal)
-            principal->Situacao.Caption =
-                QStringLiteral("Parcela %1 de %2: ").arg(i + 1).arg(n) +
-                situacao_cheque(numero, valor, desfecho.Impresso(), desfecho.Registrado);
+            principal->Situacao.Caption = QStringLiteral("Parcela %1 de %2: ").arg(i + 1).arg(n) +
+                                          situacao_cheque(numero, valor, desfecho);
         // A port that didn't open, or a register that can't take the cheque, ends the run; a
         // cheque the printer refused, whatever its code, doesn't.
         if (!desfecho.Resultado) return;

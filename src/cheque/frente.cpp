@@ -56,11 +56,12 @@ QString descreve_parcela(int Parcela, int Total, const QString &Numero, const QS
            numero_mostrado(Numero) + " — R$ " + valor_mostrado(Valor);
 }
 
-QString situacao_cheque(const QString &Numero, const QString &Valor, bool Impresso,
-                        bool Registrado) {
+QString situacao_cheque(const QString &Numero, const QString &Valor, const Desfecho &desfecho) {
     const QString cheque = "Cheque " + numero_mostrado(Numero) + " de R$ " + valor_mostrado(Valor);
-    if (!Impresso) return cheque + " não foi impresso.";
-    return cheque + (Registrado ? " impresso e registrado." : " impresso e NÃO registrado.");
+    if (!desfecho.Impresso()) return cheque + " não foi impresso.";
+    if (!desfecho.Registrado) return cheque + " impresso e NÃO registrado.";
+    return cheque + (desfecho.Cancelado ? " saiu errado e foi registrado como cancelado."
+                                        : " impresso e registrado.");
 }
 
 Desfecho imprime_e_registra(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
@@ -77,7 +78,9 @@ Desfecho imprime_e_registra(Sessao &s, Desktop &d, Medidor *Gauge, const TextosC
             return desfecho;
         }
     }
-    desfecho.Resultado = imprime_um_cheque(s, d, Gauge, Textos, TestaPorta);
+    QString nota;
+    desfecho.Resultado =
+        imprime_um_cheque(s, d, Gauge, Textos, TestaPorta, Registra ? &nota : nullptr);
     // A leaf of the book is used, whether the cheque is registered or not.
     if (desfecho.Impresso()) avanca_talao(s, Cheque.Banco, Cheque.Numero);
     if (!Registra) return desfecho;
@@ -85,7 +88,8 @@ Desfecho imprime_e_registra(Sessao &s, Desktop &d, Medidor *Gauge, const TextosC
         descarta_pendente(s, pendente);
         return desfecho;
     }
-    desfecho.Registrado = registra_pendente(s, pendente, &desfecho.Index);
+    desfecho.Cancelado = !nota.isEmpty();
+    desfecho.Registrado = registra_pendente(s, pendente, nota, &desfecho.Index);
     // The cheque is on paper: the operator must know its row is missing, and which one.
     if (!desfecho.Registrado)
         d.MsgBox("O cheque foi impresso, mas não foi registrado no relatório." + QString("\n\n") +
@@ -145,12 +149,12 @@ void ImprimeFrente(Main &Tela, bool Valido) {
     const ChequeImpresso cheque = cheque_da_tela(Tela);
     const Desfecho desfecho =
         imprime_e_registra(s, Tela.desktop, &Tela.Gauge1, textos, cheque, Tela.CheckBox.Value != 0);
-    Tela.Situacao.Caption =
-        situacao_cheque(numero, valor, desfecho.Impresso(), desfecho.Registrado);
+    Tela.Situacao.Caption = situacao_cheque(numero, valor, desfecho);
     if (desfecho.Impresso()) {
         if (!Tela.IndexReimpresso.isEmpty())
             grava_historico(s, Tela.IndexReimpresso, "Reimpressão");
         Tela.Impresso(cheque, desfecho.Index);
+        if (desfecho.Cancelado) Tela.ProximaFolha();
     }
     Tela.DevolveCaixa();
 }

@@ -20,23 +20,27 @@ struct Sessao;
 QString descreve_cheque(const QString &Numero, const QString &Valor, const QString &Favorecido);
 // An instalment as its question names it: "Parcela 2 de 3 — cheque 000125 — R$ 333,33".
 QString descreve_parcela(int Parcela, int Total, const QString &Numero, const QString &Valor);
-// What became of a print, for the status line: "Cheque 000123 de R$ 1.234,50 impresso e
-// registrado.", "... impresso e NÃO registrado." or "... não foi impresso."
-QString situacao_cheque(const QString &Numero, const QString &Valor, bool Impresso,
-                        bool Registrado);
-
 // What became of one cheque sent by imprime_e_registra.
 struct Desfecho {
     std::optional<qint16> Resultado; // the printer's; none when nothing reached it
     bool Registrado = false;
     QString Index; // the row of Log it became, when registered
+    // The operator said the cheque came out wrong on paper: its row is a cancelled one.
+    bool Cancelado = false;
     bool Impresso() const { return Resultado == 1; }
 };
+
+// What became of a print, for the status line: "Cheque 000123 de R$ 1.234,50 impresso e
+// registrado.", "... impresso e NÃO registrado." or "... não foi impresso."; one that came out
+// wrong: "... saiu errado e foi registrado como cancelado."
+QString situacao_cheque(const QString &Numero, const QString &Valor, const Desfecho &desfecho);
 
 // One cheque through the register and the printer. With Registra the cheque is first written
 // as pending; a register that can't take it is told (why, and that the box lets it print
 // unregistered), and nothing is printed. After the print the pending row becomes the row of
-// Log, or is dropped when the printer refused the cheque. TestaPorta as imprime_um_cheque.
+// Log, or is dropped when the printer refused the cheque. A cheque the operator says came out
+// wrong on a system printer becomes a cancelled row with its note. TestaPorta as
+// imprime_um_cheque.
 Desfecho imprime_e_registra(Sessao &s, Desktop &d, Medidor *Gauge, const TextosCheque &Textos,
                             const ChequeImpresso &Cheque, bool Registra, bool TestaPorta = false);
 

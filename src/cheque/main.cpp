@@ -16,6 +16,11 @@
 #include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
+#include "settings/copias.h"
+#include "store/copia_seguranca.h"
+
+#include "catalogo/telas.h"
+#include "settings/importa.h"
 #include "store/tabelas.h"
 #include "store/talao.h"
 
@@ -77,6 +82,10 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     registra("Arquivo", Arquivo);
     registra("Conf_Vexa", Conf_Vexa);
     registra("MOpSoft", MOpSoft);
+    registra("CopiaAgora", CopiaAgora);
+    registra("RestauraCopia", RestauraCopia);
+
+    registra("Importa", Importa);
     registra("Sair", Sair);
     registra("Cadastro", Cadastro);
     registra("Bank", Bank);
@@ -117,6 +126,8 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     liga("Timer1", Evento::Timer, [this](int) { Timer1_Timer(); });
     liga("Sair", Evento::Click, [this](int) { Sair_Click(); });
     liga("CheckBox", Evento::Click, [this](int) { CheckBox_Click(); });
+
+    liga("Importa", Evento::Click, [this](int) { ImportaVexaAntigo(this->sessao, this->desktop); });
     liga("Imp_Cheque", Evento::Click, [this](int) { Opcoes_Click(0); });
     liga("Verso", Evento::Click, [this](int) { Opcoes_Click(1); });
     liga("CpoX", Evento::Click, [this](int) { abre(telas::CmpExtra); });
@@ -135,6 +146,8 @@ Main::Main(Sessao &sessao, Desktop &desktop, const QString &linhaComando)
     liga_tela(Cidad, telas::Cidade);
     liga_tela(Layout, telas::Script);
     liga_tela(Sobre_T, telas::Sobre);
+    liga_tela(RestauraCopia, telas::Copias);
+    liga("CopiaAgora", Evento::Click, [this](int) { copia_agora(this->sessao, this->desktop); });
     Opcoes[2].Enabled = Relat.Enabled;
     Opcoes[5].Enabled = ch_pr.Enabled;
     Opcoes[6].Enabled = CopiaCheque.Enabled;
@@ -381,6 +394,11 @@ void Main::InutilizaFolha() {
                        Botoes::OK, "Erro", Icone::Exclamacao);
         return;
     }
+    ProximaFolha();
+}
+
+void Main::ProximaFolha() {
+    if (!ultimo_) return;
     const ChequeImpresso c = *std::exchange(ultimo_, std::nullopt);
     Opcoes[8].Enabled = false;
     // The spoiled cheque's fields come back, with the book's next number.

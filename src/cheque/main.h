@@ -62,6 +62,10 @@ class Main : public Tela {
     MenuItem Arquivo{"&Arquivo"};
     MenuItem Conf_Vexa{"C&onfigurações"};
     MenuItem MOpSoft{"Opções do Sof&tware"};
+    MenuItem CopiaAgora{"Fazer cópia de segurança agora"};
+    MenuItem RestauraCopia{"Restaurar cópia de segurança..."};
+
+    MenuItem Importa{"&Importar do Vexa antigo..."};
     MenuItem Sair{"&Sair"};
     MenuItem Cadastro{"&Cadastro"};
     MenuItem Bank{"&Bancos"};
@@ -114,6 +118,9 @@ class Main : public Tela {
     // The last cheque printed came out wrong: its row stays, cancelled as a spoiled leaf, and the
     // same cheque waits for the next leaf with the next number.
     void InutilizaFolha();
+    // The last cheque's leaf is spoiled and its row cancelled: the same cheque comes back,
+    // with the book's next number, ready for the next leaf.
+    void ProximaFolha();
     // A request's number already in the register is told here, before anything prints.
     void AvisaDuplicado();
 

@@ -78,6 +78,37 @@ void DesktopRoteiro::Ajuda(const QString &topico) {
     Ajudas.append(topico);
 }
 
+QString DesktopRoteiro::EscolhePasta(const QString &) {
+    return PastaEscolhida;
+}
+
+namespace {
+class ProgressoRoteiro : public Progresso {
+  public:
+    ProgressoRoteiro(QStringList &registro, int &etapas, int cancela, const QString &titulo)
+        : registro_(registro), etapas_(etapas), cancela_(cancela), titulo_(titulo) {
+        registro_.append(titulo);
+    }
+    void Etapa(const QString &texto, int) override {
+        registro_.append(titulo_ + ": " + texto);
+        cancelado_ = cancelado_ || ++etapas_ == cancela_;
+    }
+    void Valor(int) override {}
+    bool Cancelado() const override { return cancelado_; }
+
+  private:
+    QStringList &registro_;
+    int &etapas_;
+    int cancela_;
+    QString titulo_;
+    bool cancelado_ = false;
+};
+} // namespace
+
+std::unique_ptr<Progresso> DesktopRoteiro::AbreProgresso(const QString &titulo) {
+    return std::make_unique<ProgressoRoteiro>(Progressos, etapas_, CancelaNaEtapa, titulo);
+}
+
 QStringList DesktopRoteiro::Textos() const {
     QStringList t;
     for (const auto &m : Mensagens)

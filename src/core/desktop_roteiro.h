@@ -34,6 +34,13 @@ class DesktopRoteiro : public Desktop {
     int ErroImpressao = 0;
     QList<DocumentoImpressao> Impressos;
     QStringList Ajudas;
+    // The folder the folder dialog answers (empty: Cancel).
+    QString PastaEscolhida;
+    // The progress windows: every title and step text, in order ("título" for a window,
+    // then "título: etapa" for each of its steps). Cancelar is pressed when the step
+    // numbered CancelaNaEtapa (from 1, over all windows) has begun; 0 never.
+    QStringList Progressos;
+    int CancelaNaEtapa = 0;
     // Screens shown while loading, and whether the run was ended (with its code).
     QStringList Mostradas;
     bool Encerrado = false;
@@ -51,6 +58,8 @@ class DesktopRoteiro : public Desktop {
                        const QString &nomeSugerido) override;
     int ImprimeSistema(const DocumentoImpressao &documento) override;
     void Ajuda(const QString &topico) override;
+    QString EscolhePasta(const QString &titulo) override;
+    std::unique_ptr<Progresso> AbreProgresso(const QString &titulo) override;
 
     // The texts of the recorded messages, in order.
     QStringList Textos() const;
@@ -59,6 +68,7 @@ class DesktopRoteiro : public Desktop {
     }
 
   private:
+    int etapas_ = 0;
     std::vector<std::unique_ptr<Tela>> telas_;
     std::vector<std::unique_ptr<Tela>> fechadas_;
 };

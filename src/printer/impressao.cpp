@@ -4,6 +4,7 @@
 #include "core/grava_ini.h"
 #include "core/ini.h"
 #include "core/tela.h"
+#include "printer/impressora_sistema.h"
 #include "printer/nativo.h"
 #include "printer/simulador.h"
 
@@ -181,6 +182,9 @@ qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo) {
 }
 
 QString causa_erro_cheque(const Sessao &s, qint16 Codigo) {
+    // A system printer has causes of its own, and names its printer.
+    if (const auto *sistema = dynamic_cast<const ImpressoraSistema *>(s.Impressora.get()))
+        if (const QString motivo = sistema->Motivo(Codigo); !motivo.isEmpty()) return motivo;
     switch (Codigo) {
     case 2:
         return "A impressora não respondeu na porta " + s.PortaImpressora +
@@ -203,7 +207,8 @@ QString causa_erro_cheque(const Sessao &s, qint16 Codigo) {
 }
 
 std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
-                                        const TextosCheque &Textos, bool TestaPorta) {
+                                        const TextosCheque &Textos, bool TestaPorta,
+                                        QString *Nota) {
     if (!s.Impressora) return std::nullopt;
     // The printer can't take an empty payee or city.
     const auto para_impressora = [](const QString &texto) {
@@ -223,11 +228,16 @@ std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
                           para_impressora(Textos.Cidade), Textos.Data, Textos.Extra);
     imp.FechaPorta();
     if (Gauge) AnimaGauge(*Gauge, 0);
+    const auto *sistema = dynamic_cast<const ImpressoraSistema *>(&imp);
     if (resultado != 1)
         d.MsgBox("Problemas com a impressão do cheque.\n\n" + causa_erro_cheque(s, resultado),
                  Botoes::OK,
                  "Impressão do Cheque (" + Format(QString::number(resultado), "000") + ")",
                  Icone::Exclamacao);
+    else if (sistema && sistema->ConfereNoPapel() && Nota &&
+             d.MsgBox(PerguntaChequeSaiu, Botoes::YesNo, "Impressão do Cheque", Icone::Pergunta,
+                      Resposta::Yes) == Resposta::No)
+        *Nota = NotaChequeErrado;
     return resultado;
 }
 
@@ -268,6 +278,8 @@ void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor) {
 std::unique_ptr<Vexa32> cria_impressora(Sessao &s) {
     const QString escolha = LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "").trimmed();
     if (escolha == "-2") LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "Simulador");
+    if (escolha.compare("Sistema", Qt::CaseInsensitive) == 0)
+        return std::make_unique<ImpressoraSistema>(s.CaminhoApp, s.CaminhoIni);
     if (escolha.compare("Nativo", Qt::CaseInsensitive) == 0) {
         // The library writes Extenso.ret in the current folder; MontaExtenso reads it from the
         // data folder.

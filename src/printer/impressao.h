@@ -74,8 +74,17 @@ QString causa_erro_cheque(const Sessao &s, qint16 Codigo);
 // look at the port: the cheque's own code tells the failure. With TestaPorta a port that doesn't
 // open stops the print with its own message, and there is no result; nor is there without a
 // printer.
+//
+// On a system printer the job the spooler took is not yet a cheque on paper: the operator is
+// asked whether it came out right, and a No gives, in Nota, the note its row of Log carries as
+// a cancelled cheque. Without Nota nobody registers the cheque, and nothing is asked.
 std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
-                                        const TextosCheque &Textos, bool TestaPorta = false);
+                                        const TextosCheque &Textos, bool TestaPorta = false,
+                                        QString *Nota = nullptr);
+inline const QString PerguntaChequeSaiu =
+    QStringLiteral("O cheque saiu certo na impressora?\n\nResponda Não se ele saiu torto, "
+                   "manchado ou incompleto: ele fica no relatório como cancelado.");
+inline const QString NotaChequeErrado = QStringLiteral("folha inutilizada (saiu errado na impressora)");
 
 // The short colour sweep of a gauge ahead of a print; a zero Ligado puts it back to rest.
 void AnimaGauge(Medidor &Gauge, qint16 Ligado);
@@ -87,7 +96,8 @@ void AnimaGauge(Medidor &Gauge, qint16 Ligado);
 void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor);
 
 // The printer the settings choose: Impressora of section Sistema, "Simulador" (written there
-// when missing) or "Nativo". Any other value gets the simulator.
+// when missing), "Nativo" or "Sistema" (a printer of the system). Any other value gets the
+// simulator.
 std::unique_ptr<Vexa32> cria_impressora(Sessao &s);
 
 } // namespace vexa

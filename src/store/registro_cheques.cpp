@@ -55,13 +55,23 @@ bool insere_log(Sessao &s, QSqlQuery &q, const ChequeImpresso &c, QString *Regis
     if (Registrado) *Registrado = Index;
     QString NRCH = c.Numero;
     if (NRCH.isEmpty()) NRCH = c.Parcela ? "SEQ:" + Codigo : QStringLiteral(" ");
+    // A cheque that came out wrong stays, cancelled, with its note in a free comment line.
+    QStringList comentarios{c.Comentarios.value(0), c.Comentarios.value(1), c.Comentarios.value(2)};
+    if (!c.Nota.isEmpty()) {
+        const qsizetype livre = comentarios.indexOf(QString());
+        if (livre >= 0)
+            comentarios[livre] = c.Nota;
+        else
+            comentarios[2] = c.Nota + " - " + comentarios[2];
+    }
     return executa(q,
                    "INSERT INTO Log (Comentario, Comentario1, Comentario2, StCancel, Codigo, "
                    "Banco, V_CH, Favor, Local, Data, \"Index\", NRCH) "
-                   "VALUES (?, ?, ?, ' ', ?, ?, ?, ?, ?, ?, ?, ?)",
-                   {c.Comentarios.value(0), c.Comentarios.value(1), c.Comentarios.value(2), Codigo,
-                    c.Banco, mascara_valor(c.Valor, "###########.##").trimmed(), c.Favorecido,
-                    c.Cidade, c.Data, Index, NRCH});
+                   "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                   {comentarios[0], comentarios[1], comentarios[2],
+                    QString(c.Nota.isEmpty() ? " " : "C"), Codigo, c.Banco,
+                    mascara_valor(c.Valor, "###########.##").trimmed(), c.Favorecido, c.Cidade,
+                    c.Data, Index, NRCH});
 }
 
 // Runs the writes of `corpo` in one transaction that holds the write lock from its start, so
@@ -136,7 +146,7 @@ QList<ChequePendente> cheques_pendentes(Sessao &s) {
     return pendentes;
 }
 
-bool registra_pendente(Sessao &s, qint64 Id, QString *Index) {
+bool registra_pendente(Sessao &s, qint64 Id, const QString &Nota, QString *Index) {
     ChequeImpresso cheque;
     bool achou = false;
     for (const ChequePendente &p : cheques_pendentes(s))
@@ -145,6 +155,7 @@ bool registra_pendente(Sessao &s, qint64 Id, QString *Index) {
             achou = true;
         }
     if (!achou) return false;
+    cheque.Nota = Nota;
     return transacao(s, [&](QSqlQuery &q) {
                return insere_log(s, q, cheque, Index) &&
                       executa(q, "DELETE FROM Pendente WHERE Id = ?", {Id});

@@ -21,6 +21,9 @@ struct ChequeImpresso {
     // Codigo (a single cheque's is one blank), so that the instalments of one run can be told
     // apart in the register; and its Index goes on from the last row of Log.
     bool Parcela = false;
+    // Not empty for a cheque that came out wrong on paper: its row is cancelled (StCancel "C")
+    // with this note in the first empty comment line, or ahead of the third when all are full.
+    QString Nota = QString();
 };
 
 // Whether the register took a write, and if not, why.
@@ -35,9 +38,11 @@ enum class EstadoRegistro {
 // The cheque written as pending; Id receives its row's number.
 EstadoRegistro grava_pendente(Sessao &s, const ChequeImpresso &Cheque, qint64 &Id);
 // The pending cheque becomes its row of Log under the next Index, in one transaction: the
-// pending row removed and the Log row added. False when the database refused (the pending
-// row then stays, to be asked about at the next start). Index receives the row's Index.
-bool registra_pendente(Sessao &s, qint64 Id, QString *Index = nullptr);
+// pending row removed and the Log row added; a Nota makes it a cancelled row (see
+// ChequeImpresso). False when the database refused (the pending row then stays, to be asked
+// about at the next start). Index receives the row's Index.
+bool registra_pendente(Sessao &s, qint64 Id, const QString &Nota = QString(),
+                       QString *Index = nullptr);
 // Drops a pending cheque: the printer refused it, or the operator said it wasn't printed.
 bool descarta_pendente(Sessao &s, qint64 Id);
 

@@ -29,6 +29,9 @@ class DesktopQt : public Desktop {
                        const QString &nomeSugerido) override;
     int ImprimeSistema(const DocumentoImpressao &documento) override;
     void Ajuda(const QString &topico) override;
+    // In progresso_qt.cpp.
+    QString EscolhePasta(const QString &titulo) override;
+    std::unique_ptr<Progresso> AbreProgresso(const QString &titulo) override;
     void Processa() override;
 
     // The window of an open screen.

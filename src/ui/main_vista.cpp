@@ -52,6 +52,10 @@ void cria_menus(QMainWindow &janela) {
     QMenu *arquivo = menu(barra, "Arquivo");
     item(arquivo, "Conf_Vexa");
     item(arquivo, "MOpSoft");
+    item(arquivo, "Importa");
+    arquivo->addSeparator();
+    item(arquivo, "CopiaAgora");
+    item(arquivo, "RestauraCopia");
     arquivo->addSeparator();
     item(arquivo, "Sair");
     QMenu *cadastro = menu(barra, "Cadastro");

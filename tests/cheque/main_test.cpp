@@ -705,26 +705,6 @@ INSTANTIATE_TEST_SUITE_P(
         Verso{{{0, QString(66, u'x')}, {1, "y"}}, M15 + QString(66, u'x') + "\n" + M15 + "y\n", 2},
         Verso{{{0, "linha"}}, "", 3, Resposta::Cancel}));
 
-// --- keyboard
-
-// Every button of the cheque screens has an access key of its own on its screen.
-TEST_F(TelaMain, CadaBotaoTemTeclaDeAcessoUnica) {
-    abre();
-    auto *prazo = d.Abre(std::make_unique<ChePrz>(s, d));
-    auto *extra = d.Abre(std::make_unique<CmpExtra>(s, d));
-    for (Tela *tela : {static_cast<Tela *>(m), prazo, extra}) {
-        QStringList teclas;
-        for (const auto &[ref, c] : tela->controles()) {
-            if (c->Tipo != TipoControle::Botao) continue;
-            const qsizetype e = c->Caption.indexOf(u'&');
-            ASSERT_GE(e, 0) << c->Caption.toStdString();
-            const QString tecla = c->Caption.mid(e + 1, 1).toLower();
-            EXPECT_FALSE(teclas.contains(tecla)) << c->Caption.toStdString();
-            teclas << tecla;
-        }
-    }
-}
-
 // --- start and stop
 
 TEST_F(TelaMain, PartidaLeConfiguracoesEPedido) {

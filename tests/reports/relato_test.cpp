@@ -331,29 +331,6 @@ INSTANTIATE_TEST_SUITE_P(
                               3}),
     [](const auto &info) { return std::string(info.param.caso); });
 
-// --- access keys: every button and option of the three screens has its own
-
-class TeclasDeAcesso : public TelaRelato, public ::testing::WithParamInterface<QString> {};
-
-TEST_P(TeclasDeAcesso, UmaPorBotaoSemRepetir) {
-    const std::unique_ptr<Tela> t = cria_tela(GetParam(), s, d);
-    ASSERT_TRUE(t);
-    QSet<QChar> usadas;
-    for (const auto &[ref, c] : t->controles()) {
-        if (c->Tipo != TipoControle::Botao && c->Tipo != TipoControle::Opcao &&
-            c->Tipo != TipoControle::Caixa)
-            continue;
-        const qsizetype e = c->Caption.indexOf('&');
-        ASSERT_TRUE(e >= 0 && e + 1 < c->Caption.size()) << ref.texto().toStdString();
-        EXPECT_FALSE(usadas.contains(c->Caption[e + 1].toLower())) << ref.texto().toStdString();
-        usadas.insert(c->Caption[e + 1].toLower());
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Relatorio, TeclasDeAcesso,
-                         ::testing::Values(telas::Relato, telas::Filtro, telas::ExcluiRel),
-                         [](const auto &info) { return info.param.toStdString(); });
-
 // --- filter criteria
 
 struct Criterio {
