@@ -84,7 +84,8 @@ std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
 inline const QString PerguntaChequeSaiu =
     QStringLiteral("O cheque saiu certo na impressora?\n\nResponda Não se ele saiu torto, "
                    "manchado ou incompleto: ele fica no relatório como cancelado.");
-inline const QString NotaChequeErrado = QStringLiteral("folha inutilizada (saiu errado na impressora)");
+inline const QString NotaChequeErrado =
+    QStringLiteral("folha inutilizada (saiu errado na impressora)");
 
 // The short colour sweep of a gauge ahead of a print; a zero Ligado puts it back to rest.
 void AnimaGauge(Medidor &Gauge, qint16 Ligado);
