@@ -198,8 +198,9 @@ TEST_F(ImpressoraSistemaPdf, ChequeNoSpoolerPerguntaComoSaiuEORegistroGuardaOErr
 }
 
 // The real print queue: a CUPS server of its own on a private socket, with a PDF printer, and
-// the cheque printed to it by a copy of this program that talks to that server alone. The PDF
-// the queue wrote is read as the others.
+// the cheque printed to it by a copy of this program that talks to that server alone. The job
+// the queue spooled is read as the others, every word within 0.3 mm; the PDF its printer wrote
+// after PostScript, by its glyphs' places.
 TEST(FilaCups, ChequeNaFilaSaiOndeOLeiauteOPoe) {
     const QString filho = qEnvironmentVariable("VEXA_CUPS_FILHO");
     if (!filho.isEmpty()) {
@@ -228,7 +229,7 @@ TEST(FilaCups, ChequeNaFilaSaiOndeOLeiauteOPoe) {
         return f.open(QIODevice::WriteOnly) && f.write(texto.toUtf8()) == texto.toUtf8().size();
     };
     ASSERT_TRUE(escreve(d + "/cupsd.conf", "Listen " + d +
-                                               "/cups.sock\nBrowsing No\n"
+                                               "/cups.sock\nBrowsing No\nPreserveJobFiles Yes\n"
                                                "WebInterface No\nDefaultAuthType None\n"));
     ASSERT_TRUE(escreve(d + "/cups-files.conf",
                         QString("ServerRoot %1\nRequestRoot %1/spool\nTempDir %1/tmp\n"
@@ -278,6 +279,11 @@ TEST(FilaCups, ChequeNaFilaSaiOndeOLeiauteOPoe) {
     ASSERT_EQ(pdfs.size(), 1);
     ImpressoraSistema imp(s.CaminhoApp, s.CaminhoIni);
     imp.IniciaPorta({});
+    // The job the queue accepted, word by word; then what its PDF printer made of it.
+    const QStringList trabalhos = QDir(d + "/spool").entryList({"d*-001"});
+    ASSERT_EQ(trabalhos.size(), 1);
+    confere_campos(palavras_pdf(d + "/spool/" + trabalhos[0]), imp.Configuracao(),
+                   imp.Bancos().value("001"));
     confere_campos(palavras_pdf(d + "/pdf/" + pdfs[0]), imp.Configuracao(),
                    imp.Bancos().value("001"), true);
 }
