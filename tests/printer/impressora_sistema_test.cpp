@@ -2,6 +2,7 @@
 // painting as paper, and each field's first word is found in it by pdftotext -bbox.
 #include "apoio/registro_log.h"
 #include "cheque/frente.h"
+#include "cheque/main.h"
 #include "core/desktop_roteiro.h"
 #include "core/ini.h"
 #include "core/relogio.h"
@@ -10,6 +11,7 @@
 #include "printer/palavras_pdf.h"
 #include "printer/pinta_sistema.h"
 #include "store/pasta_dados.h"
+#include "store/talao.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -195,6 +197,30 @@ TEST_F(ImpressoraSistemaPdf, ChequeNoSpoolerPerguntaComoSaiuEORegistroGuardaOErr
     EXPECT_EQ(imprime_um_cheque(s, d, nullptr, textos), ImpressoraSistema::SemImpressora);
     EXPECT_EQ(d.Textos(), QStringList{"Problemas com a impressão do cheque.\n\n" +
                                       imp().Motivo(ImpressoraSistema::SemImpressora)});
+}
+
+// On the entry screen the cheque that came out wrong is a spoiled leaf: the book moves on and
+// the same cheque waits, with the next number, for one key.
+TEST_F(ImpressoraSistemaPdf, ChequeQueSaiuErradoVoltaParaAProximaFolha) {
+    define_impressor_sistema([](const TrabalhoSistema &) { return 0; });
+    imp().DefineArquivoPdf({});
+    grava_proximo_cheque(s, "001", "000123");
+    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+    const QStringList campos{"001", "10,00", "Maria", "Santos", "07/03/25", "", "000123"};
+    for (int i = 0; i < 7; ++i)
+        if (i != 5) m->Text1[i].Text = campos[i];
+    m->CheckBox.Value = 1;
+    d.Respostas = {Resposta::OK, Resposta::No}; // the leaf in, and it came out wrong
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(teste::linhas_do_log(s, d).value(0).value("StCancel"), "C");
+    EXPECT_EQ(m->Text1[6].Text, "000124");
+    EXPECT_EQ(m->Text1[2].Text, "Maria");
+    EXPECT_EQ(m->Foco().texto(), "Opcoes(0)");
+    d.Respostas = {Resposta::OK, Resposta::Yes};
+    m->Clica("Opcoes", 0);
+    const auto linha = teste::linhas_do_log(s, d).value(1);
+    EXPECT_EQ(linha.value("NRCH") + linha.value("StCancel"), "000124 ");
+    EXPECT_EQ(proximo_cheque(s, "001"), "000125");
 }
 
 // The real print queue: a CUPS server of its own on a private socket, with a PDF printer, and
