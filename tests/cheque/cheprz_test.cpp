@@ -496,29 +496,25 @@ TEST_F(TelaPrazo, DiasVaziosNoCaminhoDosPrazosLevamAsDatas) {
     EXPECT_EQ(p->Foco().texto(), "Text1(13)");
 }
 
-struct Tamanho {
-    RefControle campo;
-    int maximo;
-};
-
-class TamanhoNoPrazo : public TelaPrazo, public ::testing::WithParamInterface<Tamanho> {};
-
-TEST_P(TamanhoNoPrazo, CortaComAMensagem) {
+// Each field's limit, and a longer text cut to it with the message.
+TEST_F(TelaPrazo, TamanhoMaximoCortaComAMensagem) {
     abre();
-    Controle &c = *p->controle(GetParam().campo);
-    EXPECT_EQ(c.MaxLength, GetParam().maximo);
-    p->Muda(c, QString(GetParam().maximo, u'1'));
-    EXPECT_TRUE(d.Mensagens.isEmpty());
-    p->Muda(c, QString(GetParam().maximo + 5, u'1'));
-    EXPECT_EQ(c.Text, QString(GetParam().maximo, u'1'));
-    ASSERT_EQ(d.Mensagens.size(), 1);
-    EXPECT_EQ(d.Mensagens[0].Texto, "Tamanho Máximo deste campo...");
-    EXPECT_EQ(d.Mensagens[0].Titulo, "Erro");
+    for (const auto &[campo, maximo] : {std::pair{RefControle{"Text1", 7}, 3},
+                                        {{"Text1", 20}, 8},
+                                        {{"Text4", 11}, 12},
+                                        {{"Text3", 2}, 74}}) {
+        SCOPED_TRACE(campo.texto().toStdString());
+        Controle &c = *p->controle(campo);
+        EXPECT_EQ(c.MaxLength, maximo);
+        d.Mensagens.clear();
+        p->Muda(c, QString(maximo, u'1'));
+        EXPECT_TRUE(d.Mensagens.isEmpty());
+        p->Muda(c, QString(maximo + 5, u'1'));
+        EXPECT_EQ(c.Text, QString(maximo, u'1'));
+        EXPECT_EQ(d.Textos(), QStringList{"Tamanho Máximo deste campo..."});
+        EXPECT_EQ(d.Mensagens.value(0).Titulo, "Erro");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Campos, TamanhoNoPrazo,
-                         ::testing::Values(Tamanho{{"Text1", 7}, 3}, Tamanho{{"Text1", 20}, 8},
-                                           Tamanho{{"Text4", 11}, 12}, Tamanho{{"Text3", 2}, 74}));
 
 // --- keys
 

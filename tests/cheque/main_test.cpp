@@ -913,14 +913,6 @@ TEST_F(TelaMain, ValorLongoDoPedidoCortadoPeloCampo) {
     EXPECT_EQ(m->Text1[2].Text, QString(47, u'p'));
     EXPECT_EQ(m->Text1[3].Text, "Santos");
     EXPECT_EQ(d.Textos(), QStringList{"Tamanho Máximo deste campo..."});
-
-    // Also from a sender that doesn't cut its values.
-    const QByteArray longo = "VEXA-PLUS/1\nText1(6)=" + QByteArray(300, '9').toBase64() +
-                             "\nText1(3)=" + QByteArray("Rio").toBase64() + "\nFIM\n";
-    ASSERT_TRUE(Instancia::Decodifica(longo, lidos));
-    m->RecebePedido(lidos);
-    EXPECT_EQ(m->Text1[6].Text, QString(12, u'9'));
-    EXPECT_EQ(m->Text1[3].Text, "Rio");
 }
 
 // --- the cheque book
