@@ -1,7 +1,9 @@
 #include "store/leitura_direta.h"
+#include "store/motor.h"
 
 #include <QLocale>
 #include <QSqlDriver>
+#include <QSqlError>
 #include <sqlite3.h>
 
 namespace vexa {
@@ -42,6 +44,12 @@ int liga(sqlite3_stmt *stmt, int i, const QVariant &v) {
 LeituraDireta::LeituraDireta(const QSqlDatabase &db, const QString &sql,
                              const QVariantList &valores) {
     sqlite3 *conexao = conexao_sqlite(db);
+    if (!conexao && eh_postgres(db)) {
+        consulta_ = std::make_unique<QSqlQuery>(db);
+        consulta_->setForwardOnly(true);
+        falhou_ = !executa(*consulta_, sql, valores);
+        return;
+    }
     const QByteArray texto = sql.toUtf8();
     if (!conexao || sqlite3_prepare_v2(conexao, texto.constData(), int(texto.size()), &stmt_,
                                        nullptr) != SQLITE_OK) {
@@ -57,6 +65,12 @@ LeituraDireta::~LeituraDireta() {
 }
 
 bool LeituraDireta::Proxima() {
+    if (consulta_) {
+        if (falhou_) return false;
+        if (consulta_->next()) return true;
+        falhou_ = consulta_->lastError().type() != QSqlError::NoError;
+        return false;
+    }
     if (falhou_ || !stmt_) return false;
     const int r = sqlite3_step(stmt_);
     if (r == SQLITE_ROW) return true;
@@ -65,10 +79,17 @@ bool LeituraDireta::Proxima() {
 }
 
 qint64 LeituraDireta::Inteiro(int coluna) const {
+    if (consulta_) return consulta_->value(coluna).toLongLong();
     return sqlite3_column_int64(stmt_, coluna);
 }
 
 QString LeituraDireta::Texto(int coluna) const {
+    if (consulta_) {
+        const QVariant v = consulta_->value(coluna);
+        if (v.typeId() == QMetaType::Double)
+            return QString::number(v.toDouble(), 'g', QLocale::FloatingPointShortest);
+        return v.toString();
+    }
     switch (sqlite3_column_type(stmt_, coluna)) {
     case SQLITE_NULL:
         return QString();

@@ -1,10 +1,13 @@
 #pragma once
 // A select read straight from SQLite over the program's Qt connection: each cell comes from
 // its UTF-8 text into a QString, with no QVariant between. For the reads of a whole register,
-// where those conversions were most of the time.
+// where those conversions were most of the time. On a server's connection the same reads go
+// through Qt's query instead.
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QString>
 #include <QVariantList>
+#include <memory>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -32,6 +35,7 @@ class LeituraDireta {
 
   private:
     sqlite3_stmt *stmt_ = nullptr;
+    std::unique_ptr<QSqlQuery> consulta_;
     bool falhou_ = false;
 };
 
