@@ -35,7 +35,9 @@ namespace {
 constexpr int Favorecidos = 99999;
 constexpr int LinhasLog = 1000000;
 
-QString base_favorecidos() {
+} // namespace
+
+QString vexa::bench::base_favorecidos() {
     static const QStringList nomes{"José",      "Maria",  "Ana",   "João",   "Antônio",
                                    "Francisca", "Carlos", "Paulo", "Lúcia",  "Márcia",
                                    "Sérgio",    "Fábio",  "Inês",  "Otávio", "Cecília",
@@ -57,7 +59,7 @@ QString base_favorecidos() {
 }
 
 // A register of printed cheques, all of the last days: the purge finds nothing to delete.
-QString base_log() {
+QString vexa::bench::base_log() {
     const QDate dia = QDate::currentDate();
     return base_gerada(
         "log-1000000.db",
@@ -80,6 +82,8 @@ QString base_log() {
         },
         LinhasLog);
 }
+
+namespace {
 
 double cpu_ms() {
     timespec t{};

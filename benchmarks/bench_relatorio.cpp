@@ -22,8 +22,10 @@ namespace {
 
 constexpr int Linhas = 250000;
 
+} // namespace
+
 // Cheques of two years, one in ten cancelled, of five banks, with comments now and then.
-QString base_relatorio() {
+QString vexa::bench::base_relatorio() {
     static const QStringList bancos{"001", "237", "341", "104", "033"};
     static const QStringList cidades{"São Paulo", "Campinas", "Santos", "Curitiba", "Recife"};
     return base_gerada(
@@ -48,6 +50,8 @@ QString base_relatorio() {
         },
         Linhas);
 }
+
+namespace {
 
 // The plain query: every field of the rows of a select, read into memory.
 int le_sqlite(const QSqlDatabase &db, const QString &sql) {

@@ -52,6 +52,11 @@ class Conexao {
 // kept under the build folder, so that later runs only copy it.
 QString base_gerada(const QString &nome, const QString &insercao,
                     const std::function<QVariantList(int)> &linha, int linhas);
+// The generated registers of the measures: 99,999 payees, 1,000,000 cheques of the last days,
+// 250,000 cheques of two years for the report.
+QString base_favorecidos();
+QString base_log();
+QString base_relatorio();
 // A data folder of the program's with a copy of a generated database (none: a new one).
 void prepara_pasta(const QString &pasta, const QString &base);
 // One line of figures: the program's time, plain SQLite's, their ratio and the target.

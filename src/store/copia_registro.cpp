@@ -108,8 +108,8 @@ bool copia_tabela(const QSqlDatabase &origem, const QSqlDatabase &destino, const
 
 bool copia_tudo(const QSqlDatabase &origem, QSqlDatabase &destino) {
     QSqlQuery q(destino);
-    for (const QString &t : {"Bancos", "Transferencia", "Script"})
-        if (!executa(q, "DELETE FROM " + QString(t))) return false;
+    for (const char *t : {"Bancos", "Transferencia", "Script"})
+        if (!executa(q, QString("DELETE FROM ") + t)) return false;
     for (const TabelaCopiada &t : tabelas_copiadas())
         if (!copia_tabela(origem, destino, t)) return false;
     // The numbers the server gives the next entries go on after those copied.

@@ -34,7 +34,13 @@ class LeituraDireta {
     QString Texto(int coluna) const;
 
   private:
+    bool le_do_servidor(const QSqlDatabase &db, const QString &sql, const QVariantList &valores);
+
     sqlite3_stmt *stmt_ = nullptr;
+    // On the server: the result read straight from its client library, or Qt's query when
+    // that library's calls aren't at hand or the connection is busy.
+    void *resultado_ = nullptr;
+    int linha_ = -1, linhas_ = 0;
     std::unique_ptr<QSqlQuery> consulta_;
     bool falhou_ = false;
 };

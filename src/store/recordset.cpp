@@ -33,9 +33,15 @@ QString aspas(const QString &nome) {
 
 // Changes made through this connection and commits of other connections: while both stand
 // still, a select gives the rows it gave before.
-// The server tells no such count: there a copy always selects again.
+// On the server, its snapshot: the transactions committed and those still running, which no
+// commit anywhere leaves as they were.
 QPair<qint64, qint64> versao_dados(const QSqlDatabase &db) {
-    if (eh_postgres(db)) return {-1, -1};
+    if (eh_postgres(db)) {
+        QSqlQuery q(db);
+        if (!q.exec(QStringLiteral("SELECT pg_current_snapshot()::text")) || !q.next())
+            return {-1, -1};
+        return {qint64(qHash(q.value(0).toString())), 0};
+    }
     QSqlQuery q(db);
     q.setForwardOnly(true);
     if (!q.exec(QStringLiteral("SELECT total_changes(), data_version FROM pragma_data_version")) ||
