@@ -8,7 +8,6 @@
 #include "core/desktop_roteiro.h"
 #include "core/ini.h"
 #include "core/sessao.h"
-#include "printer/simulador.h"
 #include "registers/favorec.h"
 #include "reports/filtro.h"
 #include "reports/relato.h"
@@ -88,23 +87,12 @@ double tecla_favorec(const QString &pasta) {
 
 double grava(const QString &pasta) {
     Sessao s(pasta);
-    s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
     DesktopRoteiro d;
-    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
-    const QStringList textos{"001", "1234,5", "Maria", "Santos", "05/03/99", "", "000123"};
-    for (int i = 0; i < 7; ++i)
-        if (i != 5) m->Text1[i].Text = textos[i];
-    const double ms = mediana_ms(15, [&] { GravaCheque(*m); });
+    Main &m = cheque_na_tela(s, d);
+    const double ms = mediana_ms(15, [&] { GravaCheque(m); });
     if (!d.Mensagens.isEmpty())
         std::printf("  GravaCheque avisou: %s\n", qPrintable(d.Mensagens[0].Texto));
     return ms;
-}
-
-Relato &abre_relato(Sessao &s, DesktopRoteiro &d) {
-    auto *r = static_cast<Relato *>(d.Abre(std::make_unique<Relato>(s, d)));
-    for (int i = 0; i < 30; ++i)
-        r->List1.List(i);
-    return *r;
 }
 
 double relatorio(const QString &pasta) {

@@ -69,13 +69,16 @@ int le_sqlite(const QSqlDatabase &db, const QString &sql) {
     return n;
 }
 
-// The screen as the operator sees it: opened, with the rows in sight made.
-Relato &abre_relato(Sessao &s, DesktopRoteiro &d) {
+} // namespace
+
+Relato &vexa::bench::abre_relato(Sessao &s, DesktopRoteiro &d) {
     auto *r = static_cast<Relato *>(d.Abre(std::make_unique<Relato>(s, d)));
     for (int i = 0; i < 30; ++i)
         r->List1.List(i);
     return *r;
 }
+
+namespace {
 
 void mede_relatorio() {
     const QString base = base_relatorio();
