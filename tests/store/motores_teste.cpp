@@ -2,6 +2,7 @@
 
 #include "core/ini.h"
 
+#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QUuid>
@@ -10,10 +11,11 @@ namespace vexa::teste {
 
 QString prepara_motor(const QString &pasta, MotorTeste motor) {
     if (motor == MotorTeste::SQLite) return {};
-    const QString socket = qEnvironmentVariable("VEXA_PG_TESTE");
-    if (socket.isEmpty())
-        return "no PostgreSQL server for the tests: ctest starts one (tests/pg/servidor.sh) and "
-               "names its socket folder in VEXA_PG_TESTE";
+    const QString socket = qEnvironmentVariable("VEXA_PG_TESTE", VEXA_PG_TESTE);
+    if (!QFileInfo::exists(socket + "/.s.PGSQL.5432"))
+        return "no PostgreSQL server for the tests at " + socket +
+               ": ctest starts one (tests/pg/servidor.sh start " + socket +
+               "); VEXA_PG_TESTE may name the socket folder of another";
     const QString base = "vexa_" + QUuid::createUuid().toString(QUuid::Id128);
     {
         QSqlDatabase db = QSqlDatabase::addDatabase("QPSQL", base);

@@ -1,6 +1,7 @@
 #pragma once
 // Store tests run on both engines: SQLite in the test's folder, and a new database of the test
-// server that ctest starts (tests/pg/servidor.sh), whose socket folder VEXA_PG_TESTE names.
+// server that ctest starts (tests/pg/servidor.sh) on a socket in a folder the build names; the
+// environment variable VEXA_PG_TESTE may name another socket folder.
 #include <QString>
 #include <gtest/gtest.h>
 #include <string>
