@@ -8,6 +8,7 @@
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSysInfo>
 #include <QUuid>
 #include <sqlite3.h>
 
@@ -290,6 +291,10 @@ bool BaseDados::abre_servidor() {
         return false;
     }
     prepara_sessao_servidor(db);
+    // The desk: the computer and its data folder.
+    q.prepare("SELECT set_config('vexa.mesa', ?, false)");
+    q.addBindValue(QSysInfo::machineHostName() + ":" + QFileInfo(caminho_).absolutePath());
+    q.exec();
     prepara_historico(db);
     return true;
 }

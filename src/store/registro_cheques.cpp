@@ -138,7 +138,12 @@ QList<ChequePendente> cheques_pendentes(Sessao &s) {
     QList<ChequePendente> pendentes;
     if (abre(s) != EstadoRegistro::Gravado) return pendentes;
     QSqlQuery q(base_dados(s).db());
-    if (!q.exec(QStringLiteral("SELECT Id, %1 FROM Pendente ORDER BY Id").arg(CamposPendente)))
+    // On the server, this desk's alone.
+    const QString desta = base_dados(s).NoServidor()
+                              ? QStringLiteral(" WHERE mesa = current_setting('vexa.mesa', true)")
+                              : QString();
+    if (!q.exec(
+            QStringLiteral("SELECT Id, %1 FROM Pendente%2 ORDER BY Id").arg(CamposPendente, desta)))
         return pendentes;
     while (q.next()) {
         ChequePendente p;

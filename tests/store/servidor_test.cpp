@@ -87,6 +87,11 @@ TEST_F(Servidor, ConexaoPerdidaFalhaUmaVezEReconecta) {
     outra.close();
     QSqlDatabase::removeDatabase("derruba");
     EXPECT_FALSE(registra_pendente(*s, id));
+    // A desk starting meanwhile doesn't see the cheque this one is printing.
+    QTemporaryDir outraPasta;
+    QFile::copy(pasta.filePath("VEXA.INI"), outraPasta.filePath("VEXA.INI"));
+    Sessao outraMesa(outraPasta.path());
+    EXPECT_TRUE(cheques_pendentes(outraMesa).isEmpty());
     EXPECT_TRUE(registra_pendente(*s, id));
     EXPECT_EQ(valor(*s, "SELECT count(*) FROM log"), 1);
 }
