@@ -3,7 +3,7 @@ BUILD ?= build
 PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins libgl-dev \
            libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
            fonts-liberation fonts-dejavu-core clang-format poppler-utils ccache \
-           qt6-translations-l10n
+           qt6-translations-l10n zlib1g-dev libreoffice-calc-nogui
 export QT_QPA_PLATFORM ?= offscreen
 
 .PHONY: all deps build run test bench capturas ensaios format format-check clean

@@ -1,6 +1,8 @@
 #pragma once
 // The port to the platform: message boxes, screens, dialogs and the system printer.
 // The Qt side implements it in src/ui; tests use DesktopRoteiro.
+#include "core/progresso.h"
+
 #include <QString>
 #include <QStringList>
 #include <memory>
@@ -67,6 +69,12 @@ class Desktop {
 
     // Lets pending events run (a long walk stays responsive).
     virtual void Processa() {}
+
+    // The progress of long work; by default one that shows nothing.
+    virtual Progresso &Andamento() {
+        static ProgressoMudo mudo;
+        return mudo;
+    }
 };
 
 } // namespace vexa

@@ -20,6 +20,22 @@ Resposta primeiro_botao(Botoes b) {
 }
 } // namespace
 
+void ProgressoRoteiro::Inicia(const QString &titulo, const QString &texto, qint64 maximo,
+                              bool cancelavel) {
+    Trabalhos.append({titulo, texto, maximo, cancelavel, {}, false});
+}
+
+bool ProgressoRoteiro::Passo(qint64 valor) {
+    if (Trabalhos.isEmpty()) return true;
+    Registro &r = Trabalhos.last();
+    r.Passos.append(valor);
+    return !(r.Cancelavel && CancelaEm && valor >= *CancelaEm);
+}
+
+void ProgressoRoteiro::Termina() {
+    if (!Trabalhos.isEmpty()) Trabalhos.last().Terminado = true;
+}
+
 Resposta DesktopRoteiro::MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
                                 Icone icone, std::optional<Resposta> Padrao) {
     const Resposta padrao = Padrao.value_or(primeiro_botao(botoes));

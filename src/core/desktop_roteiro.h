@@ -9,6 +9,26 @@
 
 namespace vexa {
 
+// Records each piece of long work and its steps; told to, cancels at a step.
+class ProgressoRoteiro : public Progresso {
+  public:
+    struct Registro {
+        QString Titulo, Texto;
+        qint64 Maximo = 0;
+        bool Cancelavel = true;
+        QList<qint64> Passos;
+        bool Terminado = false;
+    };
+    QList<Registro> Trabalhos;
+    // Cancelar is pressed at the first step told at or past this value (of any work).
+    std::optional<qint64> CancelaEm;
+
+    void Inicia(const QString &titulo, const QString &texto, qint64 maximo,
+                bool cancelavel) override;
+    bool Passo(qint64 valor) override;
+    void Termina() override;
+};
+
 class DesktopRoteiro : public Desktop {
   public:
     struct Mensagem {
@@ -51,6 +71,9 @@ class DesktopRoteiro : public Desktop {
                        const QString &nomeSugerido) override;
     int ImprimeSistema(const DocumentoImpressao &documento) override;
     void Ajuda(const QString &topico) override;
+    Progresso &Andamento() override { return Progressos; }
+
+    ProgressoRoteiro Progressos;
 
     // The texts of the recorded messages, in order.
     QStringList Textos() const;

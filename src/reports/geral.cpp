@@ -20,7 +20,7 @@ struct Banco {
 
 } // namespace
 
-QString texto_relatorio_geral(Sessao &s, bool *lido) {
+QString texto_relatorio_geral(Sessao &s, bool *lido, Trabalho *t) {
     QString texto = "Relatório Geral de Cheques Emitidos" + Fim;
     RecordSet &rs = Conjunto(s, TabLog);
     if (lido) *lido = rs.Aberto();
@@ -47,7 +47,10 @@ QString texto_relatorio_geral(Sessao &s, bool *lido) {
     // About 200 characters a cheque: the text grows in place, without a copy per line.
     texto.reserve(texto.size() + linhas.size() * 224);
     const QString estrelas = QString(56, u'*') + Fim;
-    for (const QStringList &c : linhas) {
+    for (qsizetype i = 0; i < linhas.size(); ++i) {
+        // Stopped by the operator: no text, and so no file.
+        if (t && !t->passo(i)) return QString();
+        const QStringList &c = linhas[i];
         // A bank that is no longer registered shows the one found last.
         const auto b = bancos.constFind(c[1]);
         if (b != bancos.constEnd()) atual = *b;
@@ -73,8 +76,15 @@ void cria_relatorio_geral(Sessao &s, Desktop &d) {
         return;
     }
     bool lido = false;
-    const QString texto = texto_relatorio_geral(s, &lido);
+    QString texto;
+    {
+        Trabalho t(d.Andamento(), "Relatório Geral",
+                   QString("Montando o relatório de %1 cheques...").arg(rs.RecordCount()),
+                   rs.RecordCount());
+        texto = texto_relatorio_geral(s, &lido, &t);
+    }
     if (!lido) return avisa_registro_ilegivel(s, d);
+    if (texto.isEmpty()) return;
     if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", texto))
         d.MsgBox("O Relatório Foi Criado Com Sucesso, Poderá Abri-lo no Word ou Excel");
 }

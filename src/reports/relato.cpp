@@ -7,6 +7,8 @@
 #include "reports/filtro.h"
 #include "reports/geral.h"
 #include "reports/listas.h"
+#include "reports/planilha.h"
+#include "store/consulta_log.h"
 #include "store/tabelas.h"
 
 #include <QStringBuilder>
@@ -85,6 +87,7 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     OpCmd[1].Container = OpCmd01[1].Container = &FrameFormato;
     OpCmd[0].Container = OpCmd01[0].Container = OpCmd02[0].Container = &FrameEnvio;
     Label3.Container = Label4.Container = criar.Container = &FrameGeral;
+    Exportar[0].Container = Exportar[1].Container = &FrameGeral;
     List1.MultiSelect = true;
     registra("List1", List1);
     registra("Label2", Label2);
@@ -106,6 +109,18 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     registra("OpCmd", OpCmd);
     registra("OpCmd01", OpCmd01);
     registra("OpCmd02", OpCmd02);
+    registra("Exportar", Exportar);
+    registra("LabelContagem", LabelContagem);
+    registra("LabelFiltro", LabelFiltro);
+    registra("LabelOrdem", LabelOrdem);
+    registra("Ordem", Ordem);
+    registra("Decrescente", Decrescente);
+    Ordem.AddItem("Registro");
+    for (const QString &t : titulos_planilha())
+        Ordem.AddItem(t);
+    Ordem.ListIndex = 0;
+    Ordem.Text = Ordem.List(0);
+    LabelFiltro.Visible = false;
     liga("List1", Evento::Click, [this](int) { List1_Click(); });
     liga("SSCommand1", Evento::Click, [this](int) { SSCommand1_Click(); });
     liga("SSCommand2", Evento::Click, [this](int) { SSCommand2_Click(); });
@@ -115,6 +130,9 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     liga("SSCommand6", Evento::Click, [this](int) { SSCommand6_Click(); });
     liga("Elimina", Evento::Click, [this](int) { Elimina_Click(); });
     liga("criar", Evento::Click, [this](int) { criar_Click(); });
+    liga("Exportar", Evento::Click, [this](int i) { Exportar_Click(i); });
+    liga("Ordem", Evento::Click, [this](int) { Ordem_Click(); });
+    liga("Decrescente", Evento::Click, [this](int) { Decrescente_Click(); });
 }
 
 void Relato::Form_Load() {
@@ -137,10 +155,20 @@ void Relato::Form_Unload() {
 bool Relato::CarregaListaLog() {
     List1.Clear();
     Total = 0;
+    linhas_.reset();
+    LabelContagem.Caption.clear();
     if (!aberta_) return false;
     // The list keeps its own copy of the rows: a click narrows the shared set to one cheque
     // while the list still shows them all. Its texts are made as they are shown.
     RecordSet &rs = Conjunto(sessao, TabLog);
+    if (rs.Aberto() && (OrdemColuna >= 0 || !OrdemCrescente ||
+                        rs.Sql().contains(QStringLiteral(" order by "), Qt::CaseInsensitive))) {
+        RecordSet ordenado;
+        if (ordena_log(ordenado, rs, OrdemColuna, OrdemCrescente)) rs = std::move(ordenado);
+    }
+    // Any condition on the select is a filter the operator set (or one cheque, after a click).
+    LabelFiltro.Visible =
+        rs.Aberto() && rs.Sql().contains(QStringLiteral(" where "), Qt::CaseInsensitive);
     auto linhas = std::make_shared<RecordSet>(rs.Aberto() ? rs.Copia() : RecordSet());
     const QList<QStringList> valores = linhas->Colunas({"V_CH", "StCancel", "Index"});
     // A select that failed, or rows that could not be read, is a register held by another
@@ -170,7 +198,39 @@ bool Relato::CarregaListaLog() {
         return LinhaRelatorio(registro);
     });
     Text1[5].Caption = formata_centavos(Total, "###,###,###,###,##0.00");
+    const int n = linhas->RecordCount();
+    LabelContagem.Caption = n == 1 ? QStringLiteral("1 cheque") : QString("%1 cheques").arg(n);
+    linhas_ = linhas;
     return true;
+}
+
+void Relato::Ordena(int coluna, bool crescente) {
+    if (coluna < -1 || coluna >= ColunasLog) return;
+    OrdemColuna = coluna;
+    OrdemCrescente = crescente;
+    Ordem.ListIndex = coluna + 1;
+    Ordem.Text = Ordem.List(coluna + 1);
+    Decrescente.Value = crescente ? 0 : 1;
+    if (!linhas_) return;
+    // The rows the list shows, whatever a click did to the current set since.
+    RecordSet &rs = Conjunto(sessao, TabLog);
+    rs = linhas_->Copia();
+    CarregaListaLog();
+}
+
+void Relato::Ordem_Click() {
+    Ordena(Ordem.ListIndex - 1, Decrescente.Value == 0);
+}
+
+void Relato::Decrescente_Click() {
+    Ordena(OrdemColuna, Decrescente.Value == 0);
+}
+
+void Relato::Exportar_Click(int Index) {
+    if (Ilegivel) return avisa_registro_ilegivel(sessao, desktop);
+    const RecordSet nenhuma;
+    exporta_planilha(desktop, linhas_ ? *linhas_ : nenhuma,
+                     Index == 1 ? FormatoPlanilha::Ods : FormatoPlanilha::Csv);
 }
 
 void Relato::CarregaDetalhe(const QString &Index) {
@@ -254,11 +314,20 @@ void Relato::SSCommand1_Click() {
     // The lists print the rows as the list shows them; the walk moves the chosen row along,
     // from a list where the row current at the start is no longer chosen.
     List1.SetSelected(List1.ListIndex, false);
-    envia_lista(sessao, desktop, linhas, *formato, *destino, [this](int i) {
+    // A file or the system printer takes the list in one go: the progress shows how far the
+    // pages are made. The cheque printer asks for each sheet, and its questions are the sign.
+    std::optional<Trabalho> t;
+    if (*destino != DestinoLista::Vexa)
+        t.emplace(desktop.Andamento(), "Enviar Lista",
+                  QString("Montando a lista de %1 cheques...").arg(linhas.size()), linhas.size(),
+                  false);
+    envia_lista(sessao, desktop, linhas, *formato, *destino, [this, &t](int i) {
         List1.SetSelected(i, true);
         List1.SetSelected(i - 1, false);
         List1.ListIndex = i;
+        if (t) t->passo(i);
     });
+    t.reset();
     Refresh();
 }
 

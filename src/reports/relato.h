@@ -6,6 +6,7 @@
 
 #include <QMap>
 #include <QString>
+#include <memory>
 #include <set>
 
 namespace vexa {
@@ -56,6 +57,16 @@ class Relato : public Tela {
     Quadro FrameGeral{"Criar relatório Geral"};
     Rotulo Label3{"Compatível com "};
     Rotulo Label4{"Word e Excel"};
+    // The rows of the list for a spreadsheet: 0 CSV, 1 OpenDocument.
+    Matriz<Botao> Exportar{"Planil&ha CSV", "Planilha &ODS"};
+    // How many cheques the list shows, and the sign that a filter narrows it ("Lista
+    // Completa" drops it).
+    Rotulo LabelContagem;
+    // The order of the list: by the register's key or by one of its columns.
+    Rotulo LabelOrdem{"Or&denar por:"};
+    Combo Ordem;
+    Caixa Decrescente{"Decrescen&te"};
+    Rotulo LabelFiltro{"Filtro ativo: a lista mostra só os cheques que atendem ao filtro."};
 
     // The list's format and its target.
     Quadro FrameFormato{"Formato"};
@@ -71,6 +82,13 @@ class Relato : public Tela {
     // The last fill of the list could not read the register: the list is empty for that
     // reason, not because the register is.
     bool Ilegivel = false;
+    // The column the list is sorted by (a ColunaLog; -1 the register's own order) and its
+    // direction. Kept across refills, so that a filter or a cancellation keeps the order.
+    int OrdemColuna = -1;
+    bool OrdemCrescente = true;
+
+    // The rows the list shows, in its order: what the spreadsheets export.
+    const RecordSet *Linhas() const { return linhas_.get(); }
 
     void Form_Load() override;
     void Form_Unload() override;
@@ -92,6 +110,12 @@ class Relato : public Tela {
     // Takes these rows out of the list in one go; the rows after them move up.
     void RemoveLinhas(const std::set<int> &linhas);
 
+    // Sorts the list by a column (a ColunaLog, -1 the register's key). The current set takes
+    // the same order, so that the lists, the report and the spreadsheets follow the screen.
+    void Ordena(int coluna, bool crescente);
+    void Ordem_Click();
+    void Decrescente_Click();
+
     void List1_Click();
     void SSCommand1_Click();
     void SSCommand2_Click();
@@ -101,10 +125,12 @@ class Relato : public Tela {
     void SSCommand6_Click();
     void Elimina_Click();
     void criar_Click();
+    void Exportar_Click(int Index);
 
   private:
     // The database could be opened at the load.
     bool aberta_ = false;
+    std::shared_ptr<RecordSet> linhas_;
 };
 
 } // namespace vexa

@@ -2,6 +2,7 @@
 
 #include "core/ajuda.h"
 #include "ui/binder.h"
+#include "ui/progresso_qt.h"
 #include "ui/vistas.h"
 
 #include <QAction>
@@ -390,6 +391,11 @@ void DesktopQt::Ajuda(const QString &topico) {
     janela_ajuda->showNormal();
     janela_ajuda->raise();
     janela_ajuda->activateWindow();
+}
+
+Progresso &DesktopQt::Andamento() {
+    if (!progresso_) progresso_ = std::make_unique<ProgressoQt>();
+    return *progresso_;
 }
 
 void DesktopQt::Processa() {

@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QPointer>
+#include <memory>
 
 class QMainWindow;
 class QPrinter;
@@ -30,6 +31,7 @@ class DesktopQt : public Desktop {
     int ImprimeSistema(const DocumentoImpressao &documento) override;
     void Ajuda(const QString &topico) override;
     void Processa() override;
+    Progresso &Andamento() override;
 
     // The window of an open screen.
     QMainWindow *Janela(const Tela &tela) const;
@@ -40,6 +42,7 @@ class DesktopQt : public Desktop {
 
   private:
     QList<QPointer<JanelaTela>> janelas_;
+    std::unique_ptr<Progresso> progresso_;
 };
 
 } // namespace vexa::ui

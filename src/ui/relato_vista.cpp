@@ -3,6 +3,8 @@
 #include "ui/partes.h"
 
 #include <QAbstractItemView>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -29,6 +31,22 @@ QFont fixa() {
 void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
     QWidget *central = nullptr;
     auto *v = cria_corpo(janela, central, 8);
+
+    // The order of the list, and the sign of a filter in force.
+    auto *topo = new QHBoxLayout;
+    auto *rotuloOrdem = cria<QLabel>(central, "LabelOrdem");
+    auto *ordem = cria<QComboBox>(central, "Ordem");
+    rotuloOrdem->setBuddy(ordem);
+    topo->addWidget(rotuloOrdem);
+    topo->addWidget(ordem);
+    topo->addWidget(cria<QCheckBox>(central, "Decrescente"));
+    topo->addSpacing(16);
+    auto *filtro = cria<QLabel>(central, "LabelFiltro");
+    filtro->setStyleSheet(
+        "QLabel { background: #fff3c4; border: 1px solid #d9b84a; padding: 2px 6px; }");
+    topo->addWidget(filtro);
+    topo->addStretch(1);
+    v->addLayout(topo);
 
     auto *cabeca = cria<QLabel>(central, "Label2");
     cabeca->setFont(fixa());
@@ -63,6 +81,7 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
         valor->setTextInteractionFlags(Qt::TextSelectableByMouse);
         detalhe->addWidget(valor, linha++, 1);
     }
+    detalhe->addWidget(cria<QLabel>(central, "LabelContagem"), linha++, 1);
     detalhe->addWidget(cria<QLabel>(central, nome_controle("Label1", 8)), linha, 0,
                        Qt::AlignRight | Qt::AlignTop);
     for (int i = 8; i <= 10; ++i)
@@ -87,6 +106,8 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
     g->addWidget(cria<QLabel>(geral, "Label3"));
     g->addWidget(cria<QLabel>(geral, "Label4"));
     g->addWidget(cria_botao(geral, "criar"));
+    g->addWidget(cria_botao(geral, nome_controle("Exportar", 0)));
+    g->addWidget(cria_botao(geral, nome_controle("Exportar", 1)));
     opcoes->addWidget(geral);
     opcoes->addStretch(1);
     baixo->addLayout(opcoes);

@@ -115,7 +115,7 @@ TEST_F(CopiaRodando, PedidoEmPedacosChegaInteiro) {
         }
         s.waitForDisconnected(2000);
     });
-    EXPECT_EQ(recebidos, QList<QMap<int, QString>>{campos});
+    EXPECT_EQ(recebidos, (QList<QMap<int, QString>>{campos}));
 }
 
 // A flood of connections from another process, on a copy with few descriptors left, and later

@@ -5,12 +5,16 @@
 #include "reports/filtro.h"
 #include "reports/geral.h"
 #include "reports/listas.h"
+#include "reports/planilha.h"
 #include "reports/relato.h"
+#include "store/consulta_log.h"
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QSet>
 #include <QSqlQuery>
+#include <QStandardPaths>
 #include <functional>
 
 using namespace vexa;
@@ -807,3 +811,123 @@ TEST_F(Cancelamento, ChequeQueSumiuAvisaEOsOutrosSeguem) {
 }
 
 } // namespace
+
+namespace {
+
+// The register's table: each column sorts by its meaning, both ways.
+struct Ordenacao {
+    int coluna;
+    bool crescente;
+    QStringList ordem;
+};
+class OrdemDaLista : public TelaRelato, public ::testing::WithParamInterface<Ordenacao> {};
+
+} // namespace
+
+TEST_P(OrdemDaLista, ColunaOrdenaPeloSentido) {
+    grava_exemplo();
+    Relato &r = relato();
+    r.Ordena(GetParam().coluna, GetParam().crescente);
+    EXPECT_EQ(indices(r), GetParam().ordem);
+    // The lists and the report follow the order on the screen.
+    EXPECT_EQ(Conjunto(s, TabLog).Campo("Index"), GetParam().ordem.first());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Relatorio, OrdemDaLista,
+    ::testing::Values(
+        Ordenacao{ColunaLog::Valor, true, {"0000000003", "0000000002", "0000000001"}},
+        Ordenacao{ColunaLog::DataLog, false, {"0000000003", "0000000002", "0000000001"}},
+        Ordenacao{ColunaLog::Favorecido, true, {"0000000002", "0000000001", "0000000003"}},
+        Ordenacao{ColunaLog::Numero, true, {"0000000002", "0000000003", "0000000001"}},
+        Ordenacao{ColunaLog::Situacao, false, {"0000000002", "0000000003", "0000000001"}},
+        Ordenacao{-1, false, {"0000000003", "0000000002", "0000000001"}}));
+
+TEST_F(TelaRelato, FiltroMostraSinalContagemEOrdemFica) {
+    grava_exemplo();
+    Relato &r = relato();
+    EXPECT_FALSE(r.LabelFiltro.Visible);
+    EXPECT_EQ(r.LabelContagem.Caption, "3 cheques");
+    r.Ordena(ColunaLog::Valor, false);
+    MontaFiltroLog(s, d, "", "", "", "", "", "", "", "a");
+    EXPECT_TRUE(r.LabelFiltro.Visible);
+    EXPECT_EQ(indices(r), (QStringList{"0000000001", "0000000003"}));
+    EXPECT_EQ(r.LabelContagem.Caption, "2 cheques");
+    r.Clica("SSCommand5");
+    EXPECT_FALSE(r.LabelFiltro.Visible);
+    QList<SomaMensal> somas;
+    ASSERT_TRUE(somas_mensais(*r.Linhas(), somas));
+    // The chart's sums are the plain sums of the cheques not cancelled, by month and bank.
+    QSqlQuery q(s.Banco->db());
+    ASSERT_TRUE(q.exec("SELECT substr(Data,7,2)||substr(Data,4,2), Banco, "
+                       "SUM(CAST(round(CAST(replace(V_CH,',','.') AS REAL)*100) AS INTEGER)) "
+                       "FROM Log WHERE StCancel <> 'C' GROUP BY 1, 2 ORDER BY 1, 2"));
+    for (const SomaMensal &m : somas) {
+        ASSERT_TRUE(q.next());
+        EXPECT_EQ(m.Mes + m.Banco + QString::number(m.Centavos),
+                  q.value(0).toString() + q.value(1).toString() + q.value(2).toString());
+    }
+    EXPECT_FALSE(q.next());
+}
+
+TEST_F(TelaRelato, PlanilhasTrazemCadaValorDeVolta) {
+    grava_exemplo();
+    grava({{"0000000004", "001", "2,5", "A; \"B\"", "", "", "", ""}});
+    Relato &r = relato();
+    const QString csv = pasta.path() + "/cheques.csv", ods = pasta.path() + "/cheques.ods";
+    d.CaminhoSalvar = csv;
+    r.Clica("Exportar", 0);
+    QFile f(csv);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QByteArray esperado =
+        "\xEF\xBB\xBF"
+        "Situação;Nº;Banco;Valor;Data;Favorecido;Cidade;Comentário\r\n"
+        "Emitido;000123;001;1234,50;05/02/1999;Maria D'Ávila;São Paulo;Aluguel de fevereiro\r\n"
+        "Cancelado;;237;100,00;10/02/1999;João da Silva;Campinas;\r\n"
+        "Emitido;77;341;99,99;20/03/1999;Posto 50% Ltda;Santos;\r\n"
+        "Emitido;;001;2,50;;\"A; \"\"B\"\"\";;\r\n";
+    EXPECT_EQ(f.readAll(), esperado);
+    d.CaminhoSalvar = ods;
+    r.Clica("Exportar", 1);
+    ASSERT_TRUE(QFile::exists(ods));
+    const QString soffice = QStandardPaths::findExecutable("soffice");
+    if (soffice.isEmpty()) GTEST_SKIP() << "LibreOffice is not installed";
+    QProcess p;
+    p.setWorkingDirectory(pasta.path());
+    p.start(soffice, {"-env:UserInstallation=file://" + pasta.path() + "/lo", "--headless",
+                      "--convert-to", "csv:Text - txt - csv (StarCalc):59,34,76,1,,,,,true",
+                      "--outdir", pasta.path() + "/lo_csv", ods});
+    ASSERT_TRUE(p.waitForFinished(120000));
+    QFile volta(pasta.path() + "/lo_csv/cheques.csv");
+    ASSERT_TRUE(volta.open(QIODevice::ReadOnly)) << p.readAllStandardError().toStdString();
+    // The spreadsheet quotes texts its own way: the values are compared, cell by cell.
+    const auto celulas = [](QByteArray b) {
+        if (b.startsWith("\xEF\xBB\xBF")) b = b.mid(3);
+        QStringList c = QString::fromUtf8(b).replace("\r\n", "\n").split('\n', Qt::SkipEmptyParts);
+        for (QString &l : c)
+            l.remove('"');
+        return c;
+    };
+    EXPECT_EQ(celulas(volta.readAll()), celulas(esperado));
+}
+
+TEST_F(Cancelamento, CanceladoNoMeioNaoDeixaNadaPelaMetade) {
+    grava_exemplo();
+    Relato &r = relato();
+    d.Progressos.CancelaEm = 0;
+    // The spreadsheet and the general report: no file.
+    d.CaminhoSalvar = pasta.path() + "/parou.csv";
+    r.Clica("Exportar", 0);
+    r.Clica("criar");
+    EXPECT_FALSE(QFile::exists(d.CaminhoSalvar));
+    // Every cheque: none marked, the list as it was.
+    ExcluiRel &e = cancelamento(r);
+    escolhe(e, 1, false, true);
+    d.Respostas = {Resposta::Yes};
+    e.Clica("BtnCmd", 0);
+    EXPECT_EQ(cancelados(), QStringList{"0000000002"});
+    EXPECT_EQ(indices(r), tres);
+    ASSERT_EQ(d.Progressos.Trabalhos.size(), 3);
+    for (const auto &t : d.Progressos.Trabalhos)
+        EXPECT_TRUE(t.Terminado && t.Cancelavel && !t.Passos.isEmpty()) << t.Titulo.toStdString();
+}
