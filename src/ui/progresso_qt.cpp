@@ -26,7 +26,7 @@ void ProgressoQt::Inicia(const QString &titulo, const QString &texto, qint64 max
 
 bool ProgressoQt::Passo(qint64 valor) {
     if (!dialogo_) return true;
-    dialogo_->setValue(int(qBound<qint64>(0, valor * 1000 / maximo_, 1000)));
+    dialogo_->setValue(int(qBound<qint64>(0, valor * 1000 / maximo_, qint64(1000))));
     QApplication::processEvents();
     return !dialogo_->wasCanceled();
 }

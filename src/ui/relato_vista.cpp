@@ -35,10 +35,10 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
     // The order of the list, and the sign of a filter in force.
     auto *topo = new QHBoxLayout;
     auto *rotuloOrdem = cria<QLabel>(central, "LabelOrdem");
-    auto *ordem = cria<QComboBox>(central, "Ordem");
-    rotuloOrdem->setBuddy(ordem);
+    auto *escolha = cria<QComboBox>(central, "Ordem");
+    rotuloOrdem->setBuddy(escolha);
     topo->addWidget(rotuloOrdem);
-    topo->addWidget(ordem);
+    topo->addWidget(escolha);
     topo->addWidget(cria<QCheckBox>(central, "Decrescente"));
     topo->addSpacing(16);
     auto *filtro = cria<QLabel>(central, "LabelFiltro");
