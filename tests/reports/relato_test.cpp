@@ -337,9 +337,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 // --- access keys: every button and option of the three screens has its own
 
-class TeclasDeAcesso : public TelaRelato, public ::testing::WithParamInterface<QString> {};
+class TeclasDoRelatorio : public TelaRelato, public ::testing::WithParamInterface<QString> {};
 
-TEST_P(TeclasDeAcesso, UmaPorBotaoSemRepetir) {
+TEST_P(TeclasDoRelatorio, UmaPorBotaoSemRepetir) {
     const std::unique_ptr<Tela> t = cria_tela(GetParam(), s, d);
     ASSERT_TRUE(t);
     QSet<QChar> usadas;
@@ -354,7 +354,7 @@ TEST_P(TeclasDeAcesso, UmaPorBotaoSemRepetir) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Relatorio, TeclasDeAcesso,
+INSTANTIATE_TEST_SUITE_P(Relatorio, TeclasDoRelatorio,
                          ::testing::Values(telas::Relato, telas::Filtro, telas::ExcluiRel),
                          [](const auto &info) { return info.param.toStdString(); });
 
@@ -848,10 +848,10 @@ TEST_F(TelaRelato, FiltroMostraSinalContagemEOrdemFica) {
     Relato &r = relato();
     EXPECT_FALSE(r.LabelFiltro.Visible);
     EXPECT_EQ(r.LabelContagem.Caption, "3 cheques");
-    r.Ordena(ColunaLog::Valor, false);
-    MontaFiltroLog(s, d, "", "", "", "", "", "", "", "a");
+    r.Ordena(ColunaLog::Valor, true);
+    MontaFiltroLog(s, d, "", "01/02/99", "28/02/99", "", "", "", "", "");
     EXPECT_TRUE(r.LabelFiltro.Visible);
-    EXPECT_EQ(indices(r), (QStringList{"0000000001", "0000000003"}));
+    EXPECT_EQ(indices(r), (QStringList{"0000000002", "0000000001"}));
     EXPECT_EQ(r.LabelContagem.Caption, "2 cheques");
     r.Clica("SSCommand5");
     EXPECT_FALSE(r.LabelFiltro.Visible);

@@ -1,6 +1,7 @@
 #include "cheque/main.h"
 #include "core/desktop_roteiro.h"
 #include "core/ini.h"
+#include "core/inicio.h"
 #include "core/teclas.h"
 #include "printer/simulador.h"
 #include "settings/configura.h"
