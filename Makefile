@@ -3,10 +3,14 @@ BUILD ?= build
 PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins libgl-dev \
            libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
            fonts-liberation fonts-dejavu-core clang-format poppler-utils ccache \
-           qt6-translations-l10n zlib1g-dev libreoffice-calc-nogui
+           qt6-translations-l10n dpkg-dev file mdbtools-dev mdbtools \
+           cups printer-driver-cups-pdf zlib1g-dev libreoffice-calc-nogui qt6-charts-dev \
+           libqt6opengl6-dev
+# What the package and its checks need besides the build.
+PACOTES_DEB := lintian appstream desktop-file-utils librsvg2-bin
 export QT_QPA_PLATFORM ?= offscreen
 
-.PHONY: all deps build run test bench capturas ensaios format format-check clean
+.PHONY: all deps build run test deb icones bench capturas ensaios format format-check clean
 
 all: build
 
@@ -38,9 +42,27 @@ run: build
 test: build format-check
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j2
 
+# The Debian package in $(BUILD)/pacotes/, checked as Debian checks one.
+deb: deps
+	@$(MAKE) --no-print-directory deps PACOTES="$(PACOTES_DEB)"
+	cmake -S . -B $(BUILD) -G Ninja >/dev/null
+	cmake --build $(BUILD) --target vexa_app vexa_pacote_docs
+	rm -f $(BUILD)/pacotes/*.deb
+	cd $(BUILD) && cpack -G DEB
+	appstreamcli validate --no-net $(BUILD)/pacote/org.vexaplus.VexaPlus.metainfo.xml
+	desktop-file-validate pacote/org.vexaplus.VexaPlus.desktop
+	lintian --fail-on error $(BUILD)/pacotes/vexa-plus_*.deb
+
+# The icon's PNG sizes, drawn again from the SVG after it changes.
+icones:
+	@$(MAKE) --no-print-directory deps PACOTES=librsvg2-bin
+	for n in 16 32 48 64 128 256; do \
+	  rsvg-convert -w $$n -h $$n pacote/org.vexaplus.VexaPlus.svg -o pacote/icone-$$n.png; done
+
 bench: build
 	$(BUILD)/benchmarks/vexa_bench
 	$(BUILD)/benchmarks/vexa_bench_simulador
+	$(BUILD)/benchmarks/vexa_bench_sistema
 
 # Short trials under faults; each prints its figures and fails when one went wrong.
 ensaios: build

@@ -13,9 +13,12 @@
 #include "store/tabelas.h"
 
 #include <QFile>
+#include <QProcess>
 #include <QSqlQuery>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <cstdio>
+#include <vector>
 
 using namespace vexa;
 using namespace vexa::bench;
@@ -124,12 +127,19 @@ void mede_relatorio() {
                                   "REAL) DESC");
     });
     linha("ordenar a lista pelo valor", porValor, porValorSql, "(meta: abaixo de 500 ms)");
-    const double porData = mediana_ms(3, [&] {
-        r.Ordena(ColunaLog::DataLog, true);
-        r.List1.List(0);
-    });
-    linha("ordenar a lista pela data", porData, porValorSql,
-          "(meta: abaixo de 500 ms; SQLite: pelo valor)");
+    // Any column, as a click on its heading: the slowest of the eight.
+    double pior = 0;
+    int piorColuna = 0;
+    for (int coluna = 0; coluna < ColunasLog; ++coluna) {
+        const double ms = mediana_ms(3, [&] {
+            r.Cabecalho_Click(coluna);
+            r.List1.List(0);
+        });
+        if (ms > pior) pior = ms, piorColuna = coluna;
+    }
+    const std::string pela =
+        ("ordenar pela coluna mais lenta (" + r.Ordem.List(piorColuna + 1) + ")").toStdString();
+    linha(pela.c_str(), pior, porValorSql, "(meta: abaixo de 500 ms; SQLite: pelo valor)");
 
     QList<SomaMensal> somas;
     const double grafico = mediana_ms(3, [&] { somas_mensais(*r.Linhas(), somas); });
@@ -178,6 +188,34 @@ void mede_relatorio() {
         linha(formato == FormatoLista::Normal ? "lista Normal em arquivo"
                                               : "lista Compacto em arquivo",
               lista, grava, "(meta: abaixo de 3.000 ms; contra gravar os mesmos bytes)");
+    }
+
+    // The real window offscreen: the table and the chart painted.
+    std::vector<double> abrir, ordenar, desenho;
+    for (int i = 0; i < 3; ++i) {
+        QProcess p;
+        p.start(TELA_RELATO, {pasta.path()});
+        p.waitForFinished(120000);
+        const QStringList saida =
+            QString::fromLocal8Bit(p.readAllStandardOutput()).trimmed().split(' ');
+        if (saida.size() < 3) continue;
+        abrir.push_back(saida[0].toDouble());
+        ordenar.push_back(saida[1].toDouble());
+        desenho.push_back(saida[2].toDouble());
+    }
+    if (abrir.empty()) {
+        std::printf("  a janela do relatório não abriu\n");
+    } else {
+        const auto meio = [](std::vector<double> v) {
+            std::sort(v.begin(), v.end());
+            return v[v.size() / 2];
+        };
+        linha("janela: tabela e gráfico pintados", meio(abrir), abreSql,
+              "(meta: abaixo de 500 ms na lista)");
+        linha("janela: clique no título Valor", meio(ordenar), porValorSql,
+              "(meta: abaixo de 500 ms)");
+        linha("janela: gráfico somado e desenhado", meio(desenho), graficoSql,
+              "(meta: abaixo de 300 ms)");
     }
 
     const long kib = roda_filho("memoria-relato", {pasta.path()}).trimmed().toLong();

@@ -1,5 +1,6 @@
 // make capturas: opens every screen offscreen, as the operator would see it, and writes a
 // PNG of each into the folder given.
+#include "catalogo/telas.h"
 #include "cheque/main.h"
 #include "copy/script.h"
 #include "core/ini.h"
@@ -13,8 +14,9 @@
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
-#include "catalogo/telas.h"
 #include "reports/relato.h"
+#include "settings/calibra.h"
+#include "store/historico.h"
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
 #include "ui/aplicacao.h"
@@ -139,20 +141,32 @@ void captura_registros(Sessao &sessao, ui::DesktopQt &desktop) {
 void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
     if (AbreTabelas(sessao, desktop, 0, 0, 0, 1) == -2) return;
     RecordSet &rs = Conjunto(sessao, TabLog);
-    const QStringList cheques[] = {
-        {"001", "1234,5", "Maria de Souza", "Santos", "05/03/99", "000123", " "},
-        {"237", "87,9", "Construtora Boa Vista Ltda.", "Curitiba", "12/03/99", "000124", "C"},
-        {"341", "15000,", "Mercado Central do Bairro", "Londrina", "20/03/99", "", " "},
-        {"104", "350,25", "José Conceição Pereira", "Maringá", "02/04/99", "000126", " "}};
-    int n = 0;
-    for (const QStringList &c : cheques) {
-        const QString Index = QString("%1").arg(++n, 10, 10, QChar('0'));
+    // Half a year of an office's cheques: four banks, a few cancelled, some with comments.
+    const QStringList bancos = {"001", "237", "341", "104"};
+    const QStringList favorecidos = {
+        "Maria de Souza",         "Construtora Boa Vista Ltda.", "Mercado Central do Bairro",
+        "José Conceição Pereira", "Papelaria Aliança",           "Companhia de Luz e Força",
+        "Auto Posto Estrela",     "Dr. Antônio Ribeiro"};
+    const QStringList cidades = {"Santos", "Curitiba", "Londrina", "Maringá", "São Paulo"};
+    const QStringList comentarios = {"Aluguel da sala 5", "", "NF 2611", "",
+                                     "Parcela 2 de 3",    "", ""};
+    for (int n = 1; n <= 42; ++n) {
+        const QString Index = QString("%1").arg(n, 10, 10, QChar('0'));
+        const int mes = 1 + (n - 1) / 7, dia = 1 + (n * 11) % 27;
+        const qint64 centavos = 4590 + (n * 7919 % 97) * 1733 + (n % 5 == 0 ? 1500000 : 0);
         rs.AddNew();
         rs.Define("Index", Index);
         rs.Define("Codigo", Index.right(5));
-        const QStringList campos = {"Banco", "V_CH", "Favor", "Local", "Data", "NRCH", "StCancel"};
-        for (int i = 0; i < campos.size(); ++i)
-            rs.Define(campos[i], c[i]);
+        rs.Define("Banco", bancos[(n * 3) % bancos.size()]);
+        rs.Define("V_CH",
+                  QString("%1,%2").arg(centavos / 100).arg(centavos % 100, 2, 10, QChar('0')));
+        rs.Define("Favor", favorecidos[n % favorecidos.size()]);
+        rs.Define("Local", cidades[n % cidades.size()]);
+        rs.Define("Data",
+                  QString("%1/%2/99").arg(dia, 2, 10, QChar('0')).arg(mes, 2, 10, QChar('0')));
+        rs.Define("NRCH", QString("%1").arg(122 + n, 6, 10, QChar('0')));
+        rs.Define("Comentario", comentarios[n % comentarios.size()]);
+        rs.Define("StCancel", n % 9 == 2 ? "C" : " ");
         rs.Update();
     }
     FechaTabelas(sessao, 0, 0, 0, 1);
@@ -168,45 +182,15 @@ void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
         grava(desktop.Janela(*cancela), "excluirel");
         cancela->Unload();
     }
+    const QString mostrado = static_cast<Relato *>(relato)->Mostrado;
+    grava_historico(sessao, mostrado, "Reimpressão");
+    grava_historico(sessao, mostrado, "Folha inutilizada");
+    relato->Clica("Historico");
+    if (Tela *historico = desktop.Aberta(telas::HistoricoCheque)) {
+        grava(desktop.Janela(*historico), "historico");
+        historico->Unload();
+    }
     relato->Unload();
-}
-
-// A copy layout in table Script, chosen as the last one used: the copy opens composed by it.
-void registra_layout_copia(Sessao &sessao, Desktop &desktop) {
-    if (AbreTabelas(sessao, desktop, 0, 0, 0, 0) == -2) return;
-    RecordSet rs;
-    if (!rs.Abre(sessao.Banco->db(), "Select * From Script")) return;
-    // Code, name, l1 l2 l3 l6 l7 l4 l5 l8, c1 c2 c3 c9 c10 c4 c5 c11 c6 c7 c8.
-    const QStringList layout = {"001", "Cheque padrão",
-                                "2",   "5",
-                                "6",   "1",
-                                "2",   "8",
-                                "10",  "14",
-                                "60",  "5",
-                                "5",   "2",
-                                "2",   "5",
-                                "30",  "5",
-                                "52",  "56",
-                                "68"};
-    rs.AddNew();
-    for (int i = 0; i < CamposScript().size(); ++i)
-        rs.Define(CamposScript()[i], layout.value(i));
-    rs.Update();
-    LeGravaIni(sessao.CaminhoIni, "Opcoes", "Script", "001");
-}
-
-// A bank included on the transfer layouts' register with the layout a new bank starts from.
-void registra_banco_transferencia(Sessao &sessao, ui::DesktopQt &desktop) {
-    Tela *tela = desktop.Abre(cria_tela(telas::BancTrans, sessao, desktop));
-    auto *banctrans = dynamic_cast<BancTrans *>(tela);
-    if (!banctrans) return;
-    const QStringList posicoes = posicoes_padrao_transf();
-    banctrans->Text1[0].Text = "001";
-    banctrans->Text1[1].Text = "Banco do Brasil";
-    for (int i = 0; i < posicoes.size(); ++i)
-        banctrans->Text1[i + 2].Text = posicoes[i];
-    banctrans->Clica("Command3D1", 0);
-    banctrans->Unload();
 }
 
 // The transfer cheque as the operator fills it in, each field left with Enter.
@@ -225,8 +209,8 @@ void preenche_transferencia(Tela &transf) {
 // chosen and its graphic adjust; the copy layouts with the adjust of the first, and the copy of the
 // entry screen's cheque composed by the layout last chosen.
 void captura_outras(Sessao &sessao, ui::DesktopQt &desktop) {
-    registra_banco_transferencia(sessao, desktop);
-    registra_layout_copia(sessao, desktop);
+    // Bank 001 comes out of the box with a transfer layout and a copy layout: the screens show
+    // them as a new office finds them.
     if (Tela *main = desktop.Aberta(telas::Main)) main->Digita("Text2", 0, "Aluguel de março");
     for (const QString &nome :
          {telas::Filtro, telas::ChequeTransf, telas::BancTrans, telas::Script, telas::CmpCopia}) {
@@ -276,6 +260,10 @@ void captura_configuracoes(Sessao &sessao, ui::DesktopQt &desktop) {
     if (Tela *configura = desktop.Abre(cria_tela(telas::Configura, sessao, desktop))) {
         grava(desktop.Janela(*configura), "configura");
         configura->Unload();
+    }
+    if (Tela *calibra = desktop.Abre(cria_tela(telas::Calibra, sessao, desktop))) {
+        grava(desktop.Janela(*calibra), "calibra");
+        calibra->Unload();
     }
     if (Tela *opsoft = desktop.Abre(cria_tela(telas::OpSoft, sessao, desktop))) {
         grava(desktop.Janela(*opsoft), "opsoft");

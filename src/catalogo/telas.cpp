@@ -17,8 +17,11 @@
 #include "registers/saida.h"
 #include "reports/excluirel.h"
 #include "reports/filtro.h"
+#include "reports/historico.h"
 #include "reports/relato.h"
+#include "settings/calibra.h"
 #include "settings/configura.h"
+#include "settings/copias.h"
 #include "settings/opsoft.h"
 #include "settings/sobre.h"
 
@@ -58,6 +61,9 @@ const std::map<QString, FabricaTela> &fabricas_telas() {
         {telas::Configura, cria<Configura>},
         {telas::OpSoft, cria<OpSoft>},
         {telas::Sobre, cria<Sobre>},
+        {telas::HistoricoCheque, cria<HistoricoCheque>},
+        {telas::Calibra, cria<Calibra>},
+        {telas::Copias, cria<Copias>},
     };
     return fabricas;
 }

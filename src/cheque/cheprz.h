@@ -6,6 +6,7 @@
 // The schedule stands in rows: row k (0 to 11) holds the days Text1(k+1), the due date
 // Text1(k+13), the amount Text2(k) and the cheque's number Text4(k).
 #include "core/tela.h"
+#include "store/registro_cheques.h"
 
 namespace vexa {
 
@@ -50,6 +51,8 @@ class ChePrz : public Tela {
     // The row of Log of a printed instalment (0 to 11). -2 when the register couldn't be
     // opened, otherwise the closing of the tables' 0.
     int RegistraParcela(int Parcela);
+    // The cheque of an instalment (0 to 11) as its row of Log takes it.
+    ChequeImpresso parcela(int i) const;
 
     // --- handlers
     void Text1_Change(int Index);
@@ -89,6 +92,8 @@ class ChePrz : public Tela {
     // F8 empties the field; true when the key was it.
     bool limpa_campo(Texto &campo, int KeyCode);
     void grava_periodos();
+    // The instalments without a number take the bank's book in turn, from its next number.
+    void numera_parcelas();
 
     // Set when the focus is on its way to another field of days: leaving an empty one then
     // goes on to the dates instead.

@@ -1,6 +1,7 @@
 #include "cheque/extra.h"
 
 #include "core/conversoes.h"
+#include "core/grava_ini.h"
 #include "core/ini.h"
 
 namespace vexa {
@@ -58,10 +59,10 @@ void CmpExtra::BtnCmd_Click(int Index) {
         return void(desktop.MsgBox("Campo incorreto", Botoes::OK, "Erro"));
     LinhaCampo[campo] = int(Val(linha));
     ColunaCampo[campo] = int(Val(coluna));
-    LeGravaIni(sessao.CaminhoIni, "FrenteInfo", chave(campo, "Lin"),
-               QString::number(LinhaCampo[campo]));
-    LeGravaIni(sessao.CaminhoIni, "FrenteInfo", chave(campo, "Col"),
-               QString::number(ColunaCampo[campo]));
+    if (GravaIni(sessao, desktop, "FrenteInfo", chave(campo, "Lin"),
+                 QString::number(LinhaCampo[campo])))
+        GravaIni(sessao, desktop, "FrenteInfo", chave(campo, "Col"),
+                 QString::number(ColunaCampo[campo]));
 }
 
 } // namespace vexa

@@ -10,9 +10,9 @@ class CmpExtra : public Tela {
   public:
     CmpExtra(Sessao &sessao, Desktop &desktop);
 
-    Matriz<Botao> CmdNumCampo{"Campo 1", "Campo 2", "Campo 3"};
+    Matriz<Botao> CmdNumCampo{"Campo &1", "Campo &2", "Campo &3"};
     Matriz<Texto> PosText{"Linha:", "Coluna:"};
-    std::map<int, Botao> BtnCmd{{0, Botao("Salvar")}, {2, Botao("Fechar")}};
+    std::map<int, Botao> BtnCmd{{0, Botao("&Salvar")}, {2, Botao("&Fechar")}};
 
     // The stored positions; entries 0 to 2 are in use, 0 where none is stored.
     int LinhaCampo[5] = {};

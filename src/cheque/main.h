@@ -2,6 +2,7 @@
 // The entry screen: the hub of the program. A cheque is typed here, printed from here, and
 // every other screen opens from its commands and menus. Its load runs the whole start-up.
 #include "core/tela.h"
+#include "store/registro_cheques.h"
 
 #include <QMap>
 #include <QString>
@@ -9,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace vexa {
 
@@ -38,26 +40,32 @@ class Main : public Tela {
 
     // --- the year's digits on the cheque
     Quadro Frame2{"Formato de Data"};
-    Opcao Option1{"1 Digito 199_"};
-    Opcao Option2{"2 Digitos 20__"};
-    Opcao Option3{"4 Digitos ____"};
+    Opcao Option1{"1 Dígito 199_"};
+    Opcao Option2{"2 Dígitos 20__"};
+    Opcao Option3{"4 Dígitos ____"};
 
     Painel Panel3D2{"F3 - Pesquisa  |  F8 - Limpa Campo  |  F4 - Grava Linha"};
     Medidor Gauge1;
     Rotulo Label3{"Impressão:"};
+    // What became of the last print: printed, registered or not.
+    Rotulo Situacao;
     // Which printer the program talks to, so the simulator is never taken for the printer.
     Rotulo RotuloImpressora;
     Imagem Image1;
     Temporizador Timer1{2500};
 
-    Matriz<Botao> Opcoes{"Imprime C&heque", "Imprime &Verso",      "&Relatório",
-                         "Limpa Cheq&ue",   "Limpa Ver&so",        "Cheque a Pra&zo",
-                         "Imprime Có&pia",  "Cheque Transferência"};
+    Matriz<Botao> Opcoes{"Imprime C&heque", "Imprime &Verso",        "&Relatório",
+                         "Limpa Cheq&ue",   "Limpa Ver&so",          "Cheque a Pra&zo",
+                         "Imprime Có&pia",  "Cheque &Transferência", "Inutilizar &Folha"};
 
     // --- menus
     MenuItem Arquivo{"&Arquivo"};
     MenuItem Conf_Vexa{"C&onfigurações"};
     MenuItem MOpSoft{"Opções do Sof&tware"};
+    MenuItem CopiaAgora{"Fazer cópia de segurança agora"};
+    MenuItem RestauraCopia{"Restaurar cópia de segurança..."};
+
+    MenuItem Importa{"&Importar do Vexa antigo..."};
     MenuItem Sair{"&Sair"};
     MenuItem Cadastro{"&Cadastro"};
     MenuItem Bank{"&Bancos"};
@@ -80,6 +88,8 @@ class Main : public Tela {
 
     // The fields of a request, indexed as Text1; emptied as they reach the fields.
     QStringList ParametrosCheque;
+    // The Index of the row the report sent to be reprinted; empty for a new cheque.
+    QString IndexReimpresso;
 
     void Form_Load() override;
     void Form_Unload() override;
@@ -94,8 +104,25 @@ class Main : public Tela {
     void CarregaFrente();
     void LimpaVerso();
     bool ValidaCheque();
+    // The report box back as the operator left it: a reprint from the report unticks it for
+    // that one cheque, which is printed or abandoned.
+    void DevolveCaixa();
     // The texts of the extra fields, in order.
     QStringList TextosExtras() const;
+    // The bank's next number in the number field, unless the operator or a request put another
+    // one there.
+    void PropoeNumero();
+    // A cheque went out on paper (Index: its row of Log, empty when unregistered): the book's
+    // next number is proposed, and the leaf can be declared spoiled.
+    void Impresso(const ChequeImpresso &Cheque, const QString &Index);
+    // The last cheque printed came out wrong: its row stays, cancelled as a spoiled leaf, and the
+    // same cheque waits for the next leaf with the next number.
+    void InutilizaFolha();
+    // The last cheque's leaf is spoiled and its row cancelled: the same cheque comes back,
+    // with the book's next number, ready for the next leaf.
+    void ProximaFolha();
+    // A request's number already in the register is told here, before anything prints.
+    void AvisaDuplicado();
 
     // --- handlers
     void Text1_Change(int Index);
@@ -113,6 +140,7 @@ class Main : public Tela {
     void Option_Click(int Digitos);
     void Timer1_Timer();
     void Sair_Click();
+    void CheckBox_Click();
 
     // A request that reached this running copy: the fields take their texts as if typed and
     // left, and the window comes forward. A request that comes while a command runs (a print
@@ -143,6 +171,7 @@ class Main : public Tela {
     // Serves the waiting requests one after the other, never inside one another.
     void atende_pedidos();
     void abre_campo_extra(int campo);
+    void grava_caixa();
 
     QString linhaComando_;
     std::unique_ptr<Instancia> instancia_;
@@ -152,6 +181,13 @@ class Main : public Tela {
     int ocupado_ = 0;
     QMap<int, QString> pedido_;
     bool temPedido_ = false;
+    // The report box as the operator set it: at start from the settings, then by its clicks.
+    int caixaEscolhida_ = 1;
+    // The number the book proposed last: a number field still holding it follows the bank.
+    QString numeroProposto_;
+    // The last cheque printed in this run, for a spoiled leaf.
+    std::optional<ChequeImpresso> ultimo_;
+    QString ultimoIndex_;
 };
 
 } // namespace vexa

@@ -49,6 +49,7 @@ void AplicaParametros(Main &Tela) {
     bool recusado = false;
     for (int i : chegados)
         if (!Tela.NormalizaCampo(i) && !std::exchange(recusado, true)) Tela.SetFocus("Text1", i);
+    if (!recusado && chegados.contains(6)) Tela.AvisaDuplicado();
 }
 
 } // namespace vexa

@@ -1,5 +1,7 @@
 #include "cheque/transf.h"
 
+#include "cheque/frente.h"
+
 #include "core/conversoes.h"
 #include "core/entrada.h"
 #include "core/ini.h"
@@ -299,6 +301,10 @@ void ChequeTransf::Opcoes_Click(int Index) {
     if (Index == 1) return Unload();
     if (Index != 0 && Index != 2) return;
     if (!ValidaTransf()) return;
+    // A copy takes no leaf of the book; a cheque whose number is already registered is asked
+    // about.
+    if (Index == 0 && !confere_duplicado(sessao, desktop, txtBanco.Text, txtNumeroCheque.Text))
+        return SetFocus(txtNumeroCheque);
     Copia = Index == 2;
     ImprimeTransf();
     Copia = false;

@@ -12,7 +12,12 @@ const QString Margem(15, u' ');
 } // namespace
 
 void ImprimeVerso(Main &Tela) {
-    if (!pede_documento(Tela.desktop, "Impressão do Verso")) return;
+    // Whose back it is: the cheque's number and payee, as far as the front holds them.
+    QStringList dono;
+    if (!Tela.Text1[6].Text.trimmed().isEmpty()) dono << "cheque " + Tela.Text1[6].Text.trimmed();
+    if (!Tela.Text1[2].Text.trimmed().isEmpty()) dono << Tela.Text1[2].Text.trimmed();
+    const QString documento = dono.isEmpty() ? QString() : "Verso do " + dono.join(" — ");
+    if (!pede_documento(Tela.desktop, "Impressão do Verso", Icone::Informacao, documento)) return;
     QString texto;
     qint16 modo = 3;
     for (int i = 0; i <= 9; ++i) {

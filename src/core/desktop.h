@@ -1,8 +1,6 @@
 #pragma once
 // The port to the platform: message boxes, screens, dialogs and the system printer.
 // The Qt side implements it in src/ui; tests use DesktopRoteiro.
-#include "core/progresso.h"
-
 #include <QString>
 #include <QStringList>
 #include <memory>
@@ -29,6 +27,20 @@ struct DocumentoImpressao {
     QString Titulo;
     QList<QStringList> Paginas;
     int TamanhoFonte = 10;
+};
+
+// The window of a long task: a title, the text of the step under way, a bar from 0 to a
+// maximum, and Cancelar. The window closes when the object goes. The task asks Cancelado()
+// between steps of its own choosing and then stops itself, leaving things as they were.
+class Progresso {
+  public:
+    virtual ~Progresso() = default;
+    // A new step: its text, and the bar back to 0 of a new maximum (0: a bar that only moves).
+    virtual void Etapa(const QString &texto, int maximo = 0) = 0;
+    // How far the step has gone, 0 to its maximum. Lets pending events run.
+    virtual void Valor(int valor) = 0;
+    // Whether the operator pressed Cancelar.
+    virtual bool Cancelado() const = 0;
 };
 
 class Desktop {
@@ -64,17 +76,17 @@ class Desktop {
     // operator cancelled the dialog, 482 when there is no printer, another number otherwise.
     virtual int ImprimeSistema(const DocumentoImpressao &documento) = 0;
 
+    // The folder dialog: the chosen folder, or empty on Cancel.
+    virtual QString EscolhePasta(const QString &titulo) = 0;
+
+    // Opens the window of a long task.
+    virtual std::unique_ptr<Progresso> AbreProgresso(const QString &titulo) = 0;
+
     // Shows the help at a topic.
     virtual void Ajuda(const QString &topico) = 0;
 
     // Lets pending events run (a long walk stays responsive).
     virtual void Processa() {}
-
-    // The progress of long work; by default one that shows nothing.
-    virtual Progresso &Andamento() {
-        static ProgressoMudo mudo;
-        return mudo;
-    }
 };
 
 } // namespace vexa

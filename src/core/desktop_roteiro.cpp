@@ -20,22 +20,6 @@ Resposta primeiro_botao(Botoes b) {
 }
 } // namespace
 
-void ProgressoRoteiro::Inicia(const QString &titulo, const QString &texto, qint64 maximo,
-                              bool cancelavel) {
-    Trabalhos.append({titulo, texto, maximo, cancelavel, {}, false});
-}
-
-bool ProgressoRoteiro::Passo(qint64 valor) {
-    if (Trabalhos.isEmpty()) return true;
-    Registro &r = Trabalhos.last();
-    r.Passos.append(valor);
-    return !(r.Cancelavel && CancelaEm && valor >= *CancelaEm);
-}
-
-void ProgressoRoteiro::Termina() {
-    if (!Trabalhos.isEmpty()) Trabalhos.last().Terminado = true;
-}
-
 Resposta DesktopRoteiro::MsgBox(const QString &texto, Botoes botoes, const QString &titulo,
                                 Icone icone, std::optional<Resposta> Padrao) {
     const Resposta padrao = Padrao.value_or(primeiro_botao(botoes));
@@ -92,6 +76,42 @@ int DesktopRoteiro::ImprimeSistema(const DocumentoImpressao &documento) {
 
 void DesktopRoteiro::Ajuda(const QString &topico) {
     Ajudas.append(topico);
+}
+
+QString DesktopRoteiro::EscolhePasta(const QString &) {
+    return PastaEscolhida;
+}
+
+namespace {
+class ProgressoRoteiro : public Progresso {
+  public:
+    ProgressoRoteiro(QStringList &registro, int &etapas, int cancela, int cancelaValor,
+                     const QString &titulo)
+        : registro_(registro), etapas_(etapas), cancela_(cancela), cancelaValor_(cancelaValor),
+          titulo_(titulo) {
+        registro_.append(titulo);
+    }
+    void Etapa(const QString &texto, int) override {
+        registro_.append(titulo_ + ": " + texto);
+        cancelado_ = cancelado_ || ++etapas_ == cancela_;
+    }
+    void Valor(int valor) override {
+        cancelado_ = cancelado_ || (cancelaValor_ > 0 && valor >= cancelaValor_);
+    }
+    bool Cancelado() const override { return cancelado_; }
+
+  private:
+    QStringList &registro_;
+    int &etapas_;
+    int cancela_, cancelaValor_;
+    QString titulo_;
+    bool cancelado_ = false;
+};
+} // namespace
+
+std::unique_ptr<Progresso> DesktopRoteiro::AbreProgresso(const QString &titulo) {
+    return std::make_unique<ProgressoRoteiro>(Progressos, etapas_, CancelaNaEtapa, CancelaNoValor,
+                                              titulo);
 }
 
 QStringList DesktopRoteiro::Textos() const {

@@ -9,26 +9,6 @@
 
 namespace vexa {
 
-// Records each piece of long work and its steps; told to, cancels at a step.
-class ProgressoRoteiro : public Progresso {
-  public:
-    struct Registro {
-        QString Titulo, Texto;
-        qint64 Maximo = 0;
-        bool Cancelavel = true;
-        QList<qint64> Passos;
-        bool Terminado = false;
-    };
-    QList<Registro> Trabalhos;
-    // Cancelar is pressed at the first step told at or past this value (of any work).
-    std::optional<qint64> CancelaEm;
-
-    void Inicia(const QString &titulo, const QString &texto, qint64 maximo,
-                bool cancelavel) override;
-    bool Passo(qint64 valor) override;
-    void Termina() override;
-};
-
 class DesktopRoteiro : public Desktop {
   public:
     struct Mensagem {
@@ -54,6 +34,16 @@ class DesktopRoteiro : public Desktop {
     int ErroImpressao = 0;
     QList<DocumentoImpressao> Impressos;
     QStringList Ajudas;
+    // The folder the folder dialog answers (empty: Cancel).
+    QString PastaEscolhida;
+    // The progress windows: every title and step text, in order ("título" for a window,
+    // then "título: etapa" for each of its steps). Cancelar is pressed when the step
+    // numbered CancelaNaEtapa (from 1, over all windows) has begun; 0 never.
+    QStringList Progressos;
+    int CancelaNaEtapa = 0;
+    // Cancelar is also pressed once a step has gone as far as this value (0: never), so a
+    // test can stop a task in the middle of its rows.
+    int CancelaNoValor = 0;
     // Screens shown while loading, and whether the run was ended (with its code).
     QStringList Mostradas;
     bool Encerrado = false;
@@ -71,9 +61,8 @@ class DesktopRoteiro : public Desktop {
                        const QString &nomeSugerido) override;
     int ImprimeSistema(const DocumentoImpressao &documento) override;
     void Ajuda(const QString &topico) override;
-    Progresso &Andamento() override { return Progressos; }
-
-    ProgressoRoteiro Progressos;
+    QString EscolhePasta(const QString &titulo) override;
+    std::unique_ptr<Progresso> AbreProgresso(const QString &titulo) override;
 
     // The texts of the recorded messages, in order.
     QStringList Textos() const;
@@ -82,6 +71,7 @@ class DesktopRoteiro : public Desktop {
     }
 
   private:
+    int etapas_ = 0;
     std::vector<std::unique_ptr<Tela>> telas_;
     std::vector<std::unique_ptr<Tela>> fechadas_;
 };

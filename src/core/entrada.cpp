@@ -48,8 +48,9 @@ bool corta_tamanho(Tela &tela, Controle &campo, int ate, int corta) {
     return true;
 }
 
-bool pede_documento(Desktop &d, const QString &titulo, Icone icone) {
-    return d.MsgBox("Insira o Documento.", Botoes::OKCancel, titulo, icone) == Resposta::OK;
+bool pede_documento(Desktop &d, const QString &titulo, Icone icone, const QString &documento) {
+    const QString texto = "Insira o Documento." + (documento.isEmpty() ? "" : "\n\n" + documento);
+    return d.MsgBox(texto, Botoes::OKCancel, titulo, icone) == Resposta::OK;
 }
 
 } // namespace vexa

@@ -34,7 +34,9 @@ bool enter_avanca(Tela &tela, const RefControle &campo, int &KeyCode,
 // cut to `corta`, after "Tamanho Máximo deste campo..." under "Erro". True when it cut.
 bool corta_tamanho(Tela &tela, Controle &campo, int ate, int corta);
 
-// "Insira o Documento.", with OK and Cancel: true when the operator answered OK.
-bool pede_documento(Desktop &d, const QString &titulo, Icone icone = Icone::Informacao);
+// "Insira o Documento.", with OK and Cancel, and below it which document when one is named:
+// true when the operator answered OK.
+bool pede_documento(Desktop &d, const QString &titulo, Icone icone = Icone::Informacao,
+                    const QString &documento = QString());
 
 } // namespace vexa

@@ -27,5 +27,6 @@ inline const QString CmpCopia = QStringLiteral("CmpCopia");
 inline const QString Configura = QStringLiteral("Configura");
 inline const QString OpSoft = QStringLiteral("OpSoft");
 inline const QString Sobre = QStringLiteral("Sobre");
+inline const QString HistoricoCheque = QStringLiteral("HistoricoCheque");
 
 } // namespace vexa::telas

@@ -35,9 +35,9 @@ bool posicoes_validas(const QString &posicoes) {
     return true;
 }
 
-QStringList compoe_face(const ModeloFace &modelo, const QString &Valor, const QString &Favorecido,
-                        const QString &Cidade, const QString &Data,
-                        const QMap<int, CampoExtra> &extras) {
+QList<CampoFace> campos_face(const ModeloFace &modelo, const QString &Valor,
+                             const QString &Favorecido, const QString &Cidade, const QString &Data,
+                             const QMap<int, CampoExtra> &extras) {
     QList<int> p;
     for (const QString &v : modelo.Posicoes.split(u','))
         p << v.trimmed().toInt();
@@ -55,12 +55,6 @@ QStringList compoe_face(const ModeloFace &modelo, const QString &Valor, const QS
         m.captured(3).size() == 4 ? m.captured(3).toInt() : ano_completo(m.captured(3).toInt());
     const QDate dia(ano, m.captured(2).toInt(), m.captured(1).toInt());
     if (!dia.isValid()) return {};
-
-    QStringList grade;
-    for (int i = 0; i < LinhasFace; ++i)
-        grade << QString(ColunasFace, u' ');
-
-    poe(grade, L1, C1, "#" + Valor.trimmed() + "#");
 
     // The words break at a blank where the first line reaches the last column; the second
     // line is closed with "*" so that nothing can be written after the words.
@@ -80,18 +74,34 @@ QStringList compoe_face(const ModeloFace &modelo, const QString &Valor, const QS
     }
     QString linha2 = resto.isEmpty() ? QString() : resto + " ";
     if (linha2.size() < largura2) linha2 += QString(largura2 - linha2.size(), u'*');
-    poe(grade, L2, C2, linha1);
-    poe(grade, L3, C3, linha2);
 
-    poe(grade, L4, C4, da_impressora(Favorecido));
-    poe(grade, L5, C5, da_impressora(Cidade));
-    poe(grade, L5, C5 + C6, QStringLiteral("%1").arg(dia.day(), 2, 10, QChar(u'0')));
-    poe(grade, L5, C5 + C7, MesExtenso(QString::number(dia.month())));
-    poe(grade, L5, C5 + C8, digitos_ano(dia.year(), modelo.DigitosAno));
+    QList<CampoFace> campos = {
+        {"Valor", L1, C1, "#" + Valor.trimmed() + "#"},
+        {"Extenso 1", L2, C2, linha1},
+        {"Extenso 2", L3, C3, linha2},
+        {"Favorecido", L4, C4, da_impressora(Favorecido)},
+        {"Cidade", L5, C5, da_impressora(Cidade)},
+        {"Dia", L5, C5 + C6, QStringLiteral("%1").arg(dia.day(), 2, 10, QChar(u'0'))},
+        {"Mês", L5, C5 + C7, MesExtenso(QString::number(dia.month()))},
+        {"Ano", L5, C5 + C8, digitos_ano(dia.year(), modelo.DigitosAno)},
+    };
+    for (auto c = extras.begin(); c != extras.end(); ++c)
+        campos.append({"Campo " + QString::number(c.key()), c->Linha, c->Coluna, c->Texto});
+    for (CampoFace &c : campos)
+        c.Texto.truncate(qMax(0, ColunasFace - c.Coluna + 1));
+    return campos;
+}
 
-    for (const CampoExtra &c : extras)
+QStringList compoe_face(const ModeloFace &modelo, const QString &Valor, const QString &Favorecido,
+                        const QString &Cidade, const QString &Data,
+                        const QMap<int, CampoExtra> &extras) {
+    const QList<CampoFace> campos = campos_face(modelo, Valor, Favorecido, Cidade, Data, extras);
+    if (campos.isEmpty()) return {};
+    QStringList grade;
+    for (int i = 0; i < LinhasFace; ++i)
+        grade << QString(ColunasFace, u' ');
+    for (const CampoFace &c : campos)
         poe(grade, c.Linha, c.Coluna, c.Texto);
-
     for (QString &l : grade)
         while (l.endsWith(u' '))
             l.chop(1);

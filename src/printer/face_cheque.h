@@ -9,6 +9,7 @@
 //     the month's name at C5+C7 and the year at C5+C8, with 1, 2 or 4 digits;
 //   - the extra fields at their own line and column, over what stands there.
 // Text beyond the last column, and fields outside the grid, are not printed.
+#include <QList>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -32,8 +33,23 @@ struct ModeloFace {
     int DigitosAno = 4;
 };
 
+// One printed field of a face: where the layout puts it on the grid (line and column from 1;
+// it may fall outside the grid) and its text, cut at the grid's last column.
+struct CampoFace {
+    QString Nome;
+    int Linha = 0, Coluna = 0;
+    QString Texto;
+};
+
 // A layout the printer takes: 13 values of one to three digits, joined by commas.
 bool posicoes_validas(const QString &posicoes);
+
+// The fields of the face in the order they print, the extra fields last: the one composition
+// of a face, on the simulated printer's grid and on a system printer in millimetres alike.
+// Empty when the layout, the amount or the date can't be read.
+QList<CampoFace> campos_face(const ModeloFace &modelo, const QString &Valor,
+                             const QString &Favorecido, const QString &Cidade, const QString &Data,
+                             const QMap<int, CampoExtra> &extras);
 
 // The lines of the face. Payee and city come as sent (read in the printer's code page).
 // Empty when the layout, the amount or the date can't be read.

@@ -4,6 +4,7 @@
 #include "core/grava_ini.h"
 #include "core/ini.h"
 #include "core/tela.h"
+#include "printer/impressora_sistema.h"
 #include "printer/nativo.h"
 #include "printer/simulador.h"
 
@@ -158,13 +159,13 @@ qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo) {
         const QString texto = TxtCpo.value(i);
         if (texto.isEmpty()) continue;
         if (LinhaCampo[i] == -2 || ColunaCampo[i] == -2) {
-            d.MsgBox("Valores de posicao nao cadastrados na impressao do campo" + str_vb(i + 1) +
+            d.MsgBox("Valores de posição não cadastrados na impressão do campo" + str_vb(i + 1) +
                          "!\n",
                      Botoes::OK, titulo);
             return -4;
         }
         if (texto.size() + ColunaCampo[i] + 1 > 120 || LinhaCampo[i] > 20) {
-            d.MsgBox("Valores de posicao incorretos na impressao do campo" + str_vb(i + 1) +
+            d.MsgBox("Valores de posição incorretos na impressão do campo" + str_vb(i + 1) +
                          "!\nLinha =" + str_vb(LinhaCampo[i]) +
                          " e Coluna = " + str_vb(ColunaCampo[i]) + " + texto de tamanho " +
                          str_vb(texto.size()) + "!",
@@ -180,8 +181,34 @@ qint16 ImprimeCamposExtras(Sessao &s, Desktop &d, const QStringList &TxtCpo) {
     return 1;
 }
 
+QString causa_erro_cheque(const Sessao &s, qint16 Codigo) {
+    // A system printer has causes of its own, and names its printer.
+    if (const auto *sistema = dynamic_cast<const ImpressoraSistema *>(s.Impressora.get()))
+        if (const QString motivo = sistema->Motivo(Codigo); !motivo.isEmpty()) return motivo;
+    switch (Codigo) {
+    case 2:
+        return "A impressora não respondeu na porta " + s.PortaImpressora +
+               ". Verifique o cabo e a porta em Arquivo > Configurações e tente de novo.";
+    case 3:
+        return "A impressora não tem o formato deste banco na memória. Grave o banco na "
+               "impressora em Cadastro > Bancos e tente de novo.";
+    case 4:
+        return "A impressora está sem papel ou desligada. Coloque o cheque, verifique se ela "
+               "está ligada e tente de novo.";
+    case 5:
+        return "A impressora recusou um dos campos do cheque. Confira os campos e tente de novo.";
+    case 6:
+        return "A impressora não conseguiu gravar na sua memória. Desligue-a, ligue-a de novo e "
+               "tente outra vez.";
+    default:
+        return "A impressora devolveu o código " + Format(QString::number(Codigo), "000") +
+               ". Verifique a impressora e o cabo e tente de novo.";
+    }
+}
+
 std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
-                                        const TextosCheque &Textos, bool TestaPorta) {
+                                        const TextosCheque &Textos, bool TestaPorta,
+                                        QString *Nota) {
     if (!s.Impressora) return std::nullopt;
     // The printer can't take an empty payee or city.
     const auto para_impressora = [](const QString &texto) {
@@ -191,8 +218,7 @@ std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
     if (Gauge) AnimaGauge(*Gauge, 1);
     Vexa32 &imp = *s.Impressora;
     if (imp.IniciaPorta(s.PortaImpressora) != 1 && TestaPorta) {
-        d.MsgBox("Problemas ao se comunicar com a impressora!\rVerifique a mesma e selecione "
-                 "\"OK\"!",
+        d.MsgBox("Problemas ao se comunicar com a impressora!\r" + causa_erro_cheque(s, 2),
                  Botoes::OK, "Impressão do Cheque", Icone::Critico);
         if (Gauge) AnimaGauge(*Gauge, 0);
         return std::nullopt;
@@ -202,15 +228,26 @@ std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
                           para_impressora(Textos.Cidade), Textos.Data, Textos.Extra);
     imp.FechaPorta();
     if (Gauge) AnimaGauge(*Gauge, 0);
+    const auto *sistema = dynamic_cast<const ImpressoraSistema *>(&imp);
     if (resultado != 1)
-        d.MsgBox("Problemas com a impressao do cheque", Botoes::OK,
+        d.MsgBox("Problemas com a impressão do cheque.\n\n" + causa_erro_cheque(s, resultado),
+                 Botoes::OK,
                  "Impressão do Cheque (" + Format(QString::number(resultado), "000") + ")",
                  Icone::Exclamacao);
+    else if (sistema && sistema->ConfereNoPapel() && Nota &&
+             d.MsgBox(PerguntaChequeSaiu, Botoes::YesNo, "Impressão do Cheque", Icone::Pergunta,
+                      Resposta::Yes) == Resposta::No)
+        *Nota = NotaChequeErrado;
     return resultado;
 }
 
 void AnimaGauge(Medidor &Gauge, qint16 Ligado) {
-    if (Ligado == 0) return;
+    // Off, the gauge goes back to rest, so that a finished print doesn't look under way.
+    if (Ligado == 0) {
+        Gauge.Value = 0;
+        Gauge.ForeColor = SemCor;
+        return;
+    }
     Gauge.ForeColor = 65280;
     for (int i = 1; i <= 100; ++i) {
         Gauge.Value = i;
@@ -232,7 +269,7 @@ void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor) {
     }
     QFile arquivo(s.CaminhoApp + "/Extenso.ret");
     if (r == 2 || !arquivo.open(QIODevice::ReadOnly)) {
-        d.MsgBox("Nao foi Possível Abrir o Arquivo");
+        d.MsgBox("Não foi possível abrir o arquivo");
         return;
     }
     s.ValorExtenso = apara(de_ansi(arquivo.readAll()));
@@ -241,6 +278,8 @@ void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor) {
 std::unique_ptr<Vexa32> cria_impressora(Sessao &s) {
     const QString escolha = LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "").trimmed();
     if (escolha == "-2") LeGravaIni(s.CaminhoIni, "Sistema", "Impressora", "Simulador");
+    if (escolha.compare("Sistema", Qt::CaseInsensitive) == 0)
+        return std::make_unique<ImpressoraSistema>(s.CaminhoApp, s.CaminhoIni);
     if (escolha.compare("Nativo", Qt::CaseInsensitive) == 0) {
         // The library writes Extenso.ret in the current folder; MontaExtenso reads it from the
         // data folder.

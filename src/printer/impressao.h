@@ -63,16 +63,31 @@ struct TextosCheque {
     QString Banco, Valor, Favorecido, Cidade, Data, Extra;
 };
 
+// What a result of ImprimeCheque other than 1 means, and what the operator does about it: the
+// port (2) is the cable and the port in the settings; no paper (4) is to put the cheque in.
+QString causa_erro_cheque(const Sessao &s, qint16 Codigo);
+
 // One cheque between IniciaPorta and FechaPorta, with the gauge's sweep ahead of it (no gauge:
 // none). Returns the result of ImprimeCheque: 1 printed; any other, -1 included, is shown as
-// "Problemas com a impressao do cheque" with the code in the title. The single cheque doesn't
+// "Problemas com a impressão do cheque." with the cause in words (causa_erro_cheque) and the code
+// in the title. The single cheque doesn't
 // look at the port: the cheque's own code tells the failure. With TestaPorta a port that doesn't
 // open stops the print with its own message, and there is no result; nor is there without a
 // printer.
+//
+// On a system printer the job the spooler took is not yet a cheque on paper: the operator is
+// asked whether it came out right, and a No gives, in Nota, the note its row of Log carries as
+// a cancelled cheque. Without Nota nobody registers the cheque, and nothing is asked.
 std::optional<qint16> imprime_um_cheque(Sessao &s, Desktop &d, Medidor *Gauge,
-                                        const TextosCheque &Textos, bool TestaPorta = false);
+                                        const TextosCheque &Textos, bool TestaPorta = false,
+                                        QString *Nota = nullptr);
+inline const QString PerguntaChequeSaiu =
+    QStringLiteral("O cheque saiu certo na impressora?\n\nResponda Não se ele saiu torto, "
+                   "manchado ou incompleto: ele fica no relatório como cancelado.");
+inline const QString NotaChequeErrado =
+    QStringLiteral("folha inutilizada (saiu errado na impressora)");
 
-// The short colour sweep of a gauge ahead of a print; a zero Ligado does nothing.
+// The short colour sweep of a gauge ahead of a print; a zero Ligado puts it back to rest.
 void AnimaGauge(Medidor &Gauge, qint16 Ligado);
 
 // The amount in words, made by the printer and read back from Extenso.ret into
@@ -82,7 +97,8 @@ void AnimaGauge(Medidor &Gauge, qint16 Ligado);
 void MontaExtenso(Sessao &s, Desktop &d, const QString &Valor);
 
 // The printer the settings choose: Impressora of section Sistema, "Simulador" (written there
-// when missing) or "Nativo". Any other value gets the simulator.
+// when missing), "Nativo" or "Sistema" (a printer of the system). Any other value gets the
+// simulator.
 std::unique_ptr<Vexa32> cria_impressora(Sessao &s);
 
 } // namespace vexa

@@ -135,7 +135,7 @@ qint16 Simulador::ImprimeCheque(const QString &Banco, const QString &Valor,
                                 const QString &Favorecido, const QString &Cidade,
                                 const QString &Data, const QString &Extra) {
     // The extra fields go with this cheque whatever becomes of it.
-    const QMap<int, CampoExtra> extras = std::exchange(extras_, {});
+    const QMap<int, CampoExtra> extras = toma_extras();
     const QStringList args{Banco, Valor, Favorecido, Cidade, Data, Extra};
     return opera("ImprimeCheque", args, ExigePorta | ExigePapel, [&]() -> qint16 {
         if (!memoria_.Bancos().contains(Banco.trimmed())) return BancoSemLayout;

@@ -29,6 +29,7 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <utility>
 
 namespace vexa {
 
@@ -112,13 +113,18 @@ class Simulador : public Vexa32 {
     QStringList Face(const QString &Banco, const QString &Valor, const QString &Favorecido,
                      const QString &Cidade, const QString &Data) const;
 
-  private:
+  protected:
+    // For a printer that keeps the same memory and prints elsewhere.
     ModeloFace modelo(const QString &Banco) const;
     // One operation, recorded with its answer. A failure a test set, the closed port (with
     // ExigePorta) and the missing paper (with ExigePapel) answer ahead of faz.
     enum Exigencia { ExigePorta = 1, ExigePapel = 2 };
     qint16 opera(const QString &operacao, const QStringList &argumentos, int exige,
                  const std::function<qint16()> &faz);
+    // The extra fields given for the next cheque, handed over once.
+    QMap<int, CampoExtra> toma_extras() { return std::exchange(extras_, {}); }
+
+  private:
     bool falha(const QString &operacao, qint16 &codigo) const;
     void le_configuracao();
     qint16 escreve_texto(const QString &texto);

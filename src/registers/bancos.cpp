@@ -8,6 +8,7 @@
 #include "registers/regras.h"
 #include "store/bancos_padrao.h"
 #include "store/tabelas.h"
+#include "store/talao.h"
 
 namespace vexa {
 
@@ -36,6 +37,7 @@ Bancos::Bancos(Sessao &sessao, Desktop &desktop)
     : Cadastro(telas::Bancos, "Cadastro de Bancos", sessao, desktop, TabBancos, campos_banco(),
                "Pesquisar por:") {
     registra_cadastro("SSCommand1", SSCommand1);
+    registra("ProximoCheque", ProximoCheque);
     registra("Command3D2", Command3D2);
     liga("Command3D2", Evento::Click, [this](int) { Command3D2_Click(); });
 }
@@ -87,6 +89,13 @@ void Bancos::grava(int Index) {
     ExisteCodigo(sessao, QString(), TabBancos);
     PreencheLista(TabBancos);
     LimpaCampos();
+    ProximoCheque.Text.clear();
+}
+
+void Bancos::Command3D1_Click(int Index) {
+    Cadastro::Command3D1_Click(Index);
+    // The screen emptied for a new bank: the number of the one shown goes with it.
+    if (Text1[0].Text.isEmpty()) ProximoCheque.Text.clear();
 }
 
 void Bancos::CarregaBanco(const QString &Codigo) {
@@ -95,6 +104,7 @@ void Bancos::CarregaBanco(const QString &Codigo) {
     const RecordSet &rs = conjunto();
     for (int i = 0; i < campos_tabela().size(); ++i)
         Text1[i].Text = rs.Campo(campos_tabela()[i]);
+    ProximoCheque.Text = proximo_cheque(sessao, Codigo);
 }
 
 void Bancos::grava_campos() {
@@ -103,8 +113,10 @@ void Bancos::grava_campos() {
         rs.Define(campos_tabela()[i], Text1[i].Text);
     if (!rs.Update()) {
         rs.CancelUpdate();
-        avisa_registro_nao_gravado(desktop);
+        return avisa_registro_nao_gravado(desktop);
     }
+    if (!grava_proximo_cheque(sessao, Text1[0].Text, ProximoCheque.Text))
+        avisa_registro_nao_gravado(desktop);
 }
 
 void Bancos::NovoRegistroBanco() {

@@ -11,6 +11,9 @@ class Bancos : public Cadastro {
 
     Botao Command3D2{"Ajuste &Gráfico"};
     Botao SSCommand1{"Imprimir &Lista"};
+    // The number of the bank's next cheque, typed from the cheque book; the entry screen
+    // proposes it and moves it on at each print.
+    Texto ProximoCheque{"Próximo Cheque:", 12};
 
     int TemCampoVazio() const;
     int VerificaCodigo(int Modo) { return verifica_campos(Modo); }
@@ -22,6 +25,7 @@ class Bancos : public Cadastro {
     void PreparaAjuste();
 
     void Command3D2_Click();
+    void Command3D1_Click(int Index) override;
 
     // The thirteen positions L1..L5, C1..C8 as they stand on the screen.
     QStringList Posicoes() const;

@@ -1,4 +1,5 @@
 #include "reports/excluirel.h"
+#include "reports/andamento.h"
 
 #include "printer/vexa32.h"
 #include "registers/cadastro.h"
@@ -60,13 +61,15 @@ void ExcluiRel::cancela_linhas(Relato &r, const std::set<int> &linhas) {
     RecordSet antes = atual.Aberto() ? atual.Copia() : RecordSet();
     bool gravou = true, parou = false;
     {
-        Trabalho t(desktop.Andamento(), "Opções de Cancelamento",
-                   QString("Cancelando %1 cheques no banco de dados...").arg(chaves.size()),
-                   chaves.size(), junta);
+        // Only a run inside one transaction can be stopped, and only it shows a progress.
+        const auto p = junta ? desktop.AbreProgresso("Opções de Cancelamento") : nullptr;
+        if (p)
+            p->Etapa(QString("Cancelando %1 cheques no banco de dados...").arg(chaves.size()),
+                     int(chaves.size()));
         constexpr int Bloco = 2000;
         for (qsizetype i = 0; i < chaves.size() && !parou; i += Bloco) {
             gravou = MarcaCheques(sessao, desktop, chaves.mid(i, Bloco), "C") && gravou;
-            parou = junta && !t.passo(qMin<qsizetype>(i + Bloco, chaves.size()));
+            parou = p && !segue(p.get(), qMin<qsizetype>(i + Bloco, chaves.size()));
         }
     }
     if (parou) {

@@ -1,7 +1,10 @@
 #include "reports/geral.h"
+#include "reports/andamento.h"
 
 #include "core/conversoes.h"
+#include "core/ini.h"
 #include "reports/arquivo_relatorio.h"
+#include "reports/historico.h"
 #include "reports/relato.h"
 #include "store/tabelas.h"
 
@@ -20,7 +23,7 @@ struct Banco {
 
 } // namespace
 
-QString texto_relatorio_geral(Sessao &s, bool *lido, Trabalho *t) {
+QString texto_relatorio_geral(Sessao &s, bool *lido, bool ComHistorico, Progresso *p) {
     QString texto = "Relatório Geral de Cheques Emitidos" + Fim;
     RecordSet &rs = Conjunto(s, TabLog);
     if (lido) *lido = rs.Aberto();
@@ -39,8 +42,10 @@ QString texto_relatorio_geral(Sessao &s, bool *lido, Trabalho *t) {
         }
     }
     // Only the fields the report shows, in one pass over the set.
-    const QStringList campos = {"Codigo", "Banco", "NRCH",       "V_CH",        "Local",
-                                "Data",   "Favor", "Comentario", "Comentario1", "Comentario2"};
+    const QStringList campos = {"Codigo",      "Banco",       "NRCH",  "V_CH",
+                                "Local",       "Data",        "Favor", "Comentario",
+                                "Comentario1", "Comentario2", "Index"};
+    const auto historico = ComHistorico ? historico_completo(s) : decltype(historico_completo(s)){};
     const QList<QStringList> linhas = rs.Colunas(campos);
     // A read that fails gives no rows at all.
     if (lido) *lido = bancosLidos && (!linhas.isEmpty() || rs.RecordCount() == 0);
@@ -49,7 +54,7 @@ QString texto_relatorio_geral(Sessao &s, bool *lido, Trabalho *t) {
     const QString estrelas = QString(56, u'*') + Fim;
     for (qsizetype i = 0; i < linhas.size(); ++i) {
         // Stopped by the operator: no text, and so no file.
-        if (t && !t->passo(i)) return QString();
+        if (!segue(p, i)) return QString();
         const QStringList &c = linhas[i];
         // A bank that is no longer registered shows the one found last.
         const auto b = bancos.constFind(c[1]);
@@ -61,6 +66,8 @@ QString texto_relatorio_geral(Sessao &s, bool *lido, Trabalho *t) {
         texto += u"Fav.: " % c[6] % Fim;
         for (int i = 7; i <= 9; ++i)
             if (!c[i].isEmpty()) texto += c[i] % Fim;
+        for (const EntradaHistorico &e : historico.value(c[10]))
+            texto += u"Hist.: " % linha_historico(e) % Fim;
         texto += estrelas;
     }
     return texto;
@@ -76,12 +83,14 @@ void cria_relatorio_geral(Sessao &s, Desktop &d) {
         return;
     }
     bool lido = false;
+    // The history of each cheque goes in when the settings ask for it.
+    const bool historico = LeGravaIni(s.CaminhoIni, "Opcoes", "HistoricoNoRelatorio", "") == "1";
     QString texto;
     {
-        Trabalho t(d.Andamento(), "Relatório Geral",
-                   QString("Montando o relatório de %1 cheques...").arg(rs.RecordCount()),
-                   rs.RecordCount());
-        texto = texto_relatorio_geral(s, &lido, &t);
+        const auto p = d.AbreProgresso("Relatório Geral");
+        p->Etapa(QString("Montando o relatório de %1 cheques...").arg(rs.RecordCount()),
+                 rs.RecordCount());
+        texto = texto_relatorio_geral(s, &lido, historico, p.get());
     }
     if (!lido) return avisa_registro_ilegivel(s, d);
     if (texto.isEmpty()) return;

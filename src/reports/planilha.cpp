@@ -1,8 +1,10 @@
 #include "reports/planilha.h"
+#include "reports/andamento.h"
 
 #include "core/arquivo.h"
 #include "core/conversoes.h"
 #include "reports/arquivo_relatorio.h"
+#include "store/consulta_log.h"
 #include "store/recordset.h"
 
 #include <QDate>
@@ -13,9 +15,6 @@
 namespace vexa {
 
 namespace {
-
-// The columns of each cell in a row read by campos_planilha().
-enum { St, Nr, Bco, Vl, Dt, Fav, Loc, Com };
 
 QString texto_centavos(qint64 c, QChar separador) {
     const QString sinal = c < 0 ? QStringLiteral("-") : QString();
@@ -82,17 +81,18 @@ const QStringList &titulos_planilha() {
 
 QStringList celulas_planilha(const QStringList &c) {
     QStringList r = c;
-    r[St] = c.value(St) == "C" ? QStringLiteral("Cancelado") : QStringLiteral("Emitido");
-    const auto v = centavos(c.value(Vl));
-    r[Vl] = v ? texto_centavos(*v, u',') : c.value(Vl);
-    const auto d = data_de(c.value(Dt));
-    r[Dt] = d ? d->toString("dd/MM/yyyy") : c.value(Dt).trimmed();
+    r[ColunaLog::Situacao] = c.value(ColunaLog::Situacao) == "C" ? QStringLiteral("Cancelado")
+                                                                 : QStringLiteral("Emitido");
+    const auto v = centavos(c.value(ColunaLog::Valor));
+    r[ColunaLog::Valor] = v ? texto_centavos(*v, u',') : c.value(ColunaLog::Valor);
+    const auto d = data_de(c.value(ColunaLog::DataLog));
+    r[ColunaLog::DataLog] = d ? d->toString("dd/MM/yyyy") : c.value(ColunaLog::DataLog).trimmed();
     for (QString &t : r)
         t = t.trimmed();
     return r;
 }
 
-std::optional<QByteArray> csv_planilha(const QList<QStringList> &linhas, Trabalho *t) {
+std::optional<QByteArray> csv_planilha(const QList<QStringList> &linhas, Progresso *p) {
     QString texto;
     texto.reserve(128 + linhas.size() * 96);
     const auto linha = [&texto](const QStringList &cs) {
@@ -104,13 +104,13 @@ std::optional<QByteArray> csv_planilha(const QList<QStringList> &linhas, Trabalh
     };
     linha(titulos_planilha());
     for (qsizetype i = 0; i < linhas.size(); ++i) {
-        if (t && !t->passo(i)) return std::nullopt;
+        if (!segue(p, i)) return std::nullopt;
         linha(celulas_planilha(linhas[i]));
     }
     return QByteArray("\xEF\xBB\xBF") + texto.toUtf8();
 }
 
-std::optional<QByteArray> ods_planilha(const QList<QStringList> &linhas, Trabalho *t) {
+std::optional<QByteArray> ods_planilha(const QList<QStringList> &linhas, Progresso *p) {
     QString x = QString::fromUtf8(ConteudoInicio);
     x.reserve(x.size() + linhas.size() * 420);
     x += QStringLiteral("<table:table-row>");
@@ -125,29 +125,29 @@ std::optional<QByteArray> ods_planilha(const QList<QStringList> &linhas, Trabalh
              u"</text:p></table:table-cell>";
     };
     for (qsizetype i = 0; i < linhas.size(); ++i) {
-        if (t && !t->passo(i)) return std::nullopt;
+        if (!segue(p, i)) return std::nullopt;
         const QStringList c = celulas_planilha(linhas[i]);
         x += QStringLiteral("<table:table-row>");
-        texto(c[St]);
-        texto(c[Nr]);
-        texto(c[Bco]);
-        if (const auto v = centavos(linhas[i].value(Vl)))
+        texto(c[ColunaLog::Situacao]);
+        texto(c[ColunaLog::Numero]);
+        texto(c[ColunaLog::BancoLog]);
+        if (const auto v = centavos(linhas[i].value(ColunaLog::Valor)))
             x += u"<table:table-cell table:style-name=\"valor\" office:value-type=\"float\" "
                  u"office:value=\"" %
-                 texto_centavos(*v, u'.') % u"\"><text:p>" % c[Vl] %
+                 texto_centavos(*v, u'.') % u"\"><text:p>" % c[ColunaLog::Valor] %
                  u"</text:p></table:table-cell>";
         else
-            texto(c[Vl]);
-        if (const auto d = data_de(linhas[i].value(Dt)))
+            texto(c[ColunaLog::Valor]);
+        if (const auto d = data_de(linhas[i].value(ColunaLog::DataLog)))
             x += u"<table:table-cell table:style-name=\"data\" office:value-type=\"date\" "
                  u"office:date-value=\"" %
-                 d->toString(Qt::ISODate) % u"\"><text:p>" % c[Dt] %
+                 d->toString(Qt::ISODate) % u"\"><text:p>" % c[ColunaLog::DataLog] %
                  u"</text:p></table:table-cell>";
         else
-            texto(c[Dt]);
-        texto(c[Fav]);
-        texto(c[Loc]);
-        texto(c[Com]);
+            texto(c[ColunaLog::DataLog]);
+        texto(c[ColunaLog::Favorecido]);
+        texto(c[ColunaLog::Cidade]);
+        texto(c[ColunaLog::Comentario]);
         x += QStringLiteral("</table:table-row>\n");
     }
     x += QStringLiteral(
@@ -226,17 +226,17 @@ void exporta_planilha(Desktop &d, const RecordSet &linhas, FormatoPlanilha forma
     if (caminho.isEmpty()) return;
     std::optional<QByteArray> conteudo;
     {
-        Trabalho t(d.Andamento(), "Exportar Planilha",
-                   "Exportando " + QString::number(linhas.RecordCount()) + " cheques para \"" +
-                       caminho + "\"...",
-                   linhas.RecordCount());
+        const auto p = d.AbreProgresso("Exportar Planilha");
+        p->Etapa("Exportando " + QString::number(linhas.RecordCount()) + " cheques para \"" +
+                     caminho + "\"...",
+                 linhas.RecordCount());
         const QList<QStringList> valores = linhas.Colunas(campos_planilha());
         if (valores.size() != linhas.RecordCount()) {
             d.MsgBox("Não foi possível ler o registro de cheques para exportar.", Botoes::OK,
                      "Erro", Icone::Exclamacao);
             return;
         }
-        conteudo = ods ? ods_planilha(valores, &t) : csv_planilha(valores, &t);
+        conteudo = ods ? ods_planilha(valores, p.get()) : csv_planilha(valores, p.get());
     }
     // Cancelled: nothing was written.
     if (!conteudo) return;

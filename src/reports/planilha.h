@@ -2,7 +2,6 @@
 // The rows of the report's list for a spreadsheet: a CSV as a spreadsheet set to Brazil reads
 // it, and an OpenDocument spreadsheet where amounts are numbers and dates are dates.
 #include "core/desktop.h"
-#include "core/progresso.h"
 
 #include <QByteArray>
 #include <QList>
@@ -13,7 +12,8 @@ namespace vexa {
 
 class RecordSet;
 
-// The fields of Log each column of the sheet shows, in the order of the table on the screen.
+// The fields of Log each column of the sheet shows, in the order of the table on the screen
+// (ColunaLog).
 const QStringList &campos_planilha();
 // Their headings.
 const QStringList &titulos_planilha();
@@ -22,9 +22,9 @@ const QStringList &titulos_planilha();
 // a decimal comma and no grouping, the date as dd/mm/aaaa.
 QStringList celulas_planilha(const QStringList &campos);
 
-// Each file whole, or nothing when the operator cancelled at a step of t (t may be null).
-std::optional<QByteArray> csv_planilha(const QList<QStringList> &linhas, Trabalho *t = nullptr);
-std::optional<QByteArray> ods_planilha(const QList<QStringList> &linhas, Trabalho *t = nullptr);
+// Each file whole, or nothing when the operator cancelled at a step of p (p may be null).
+std::optional<QByteArray> csv_planilha(const QList<QStringList> &linhas, Progresso *p = nullptr);
+std::optional<QByteArray> ods_planilha(const QList<QStringList> &linhas, Progresso *p = nullptr);
 
 // A zip archive whose entries are stored as they are, in order (the first of an OpenDocument
 // file must be its "mimetype", uncompressed).

@@ -1,11 +1,16 @@
 #include "reports/relato.h"
+#include "reports/andamento.h"
 
 #include "catalogo/telas.h"
 #include "cheque/main.h"
+#include "core/arquivo.h"
 #include "core/conversoes.h"
+#include "printer/sistema.h"
 #include "registers/cadastro.h"
+#include "reports/arquivo_relatorio.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
+#include "reports/historico.h"
 #include "reports/listas.h"
 #include "reports/planilha.h"
 #include "store/consulta_log.h"
@@ -100,6 +105,7 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     registra("SSCommand5", SSCommand5);
     registra("SSCommand6", SSCommand6);
     registra("Elimina", Elimina);
+    registra("Historico", Historico);
     registra("FrameGeral", FrameGeral);
     registra("criar", criar);
     registra("Label3", Label3);
@@ -115,12 +121,15 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     registra("LabelOrdem", LabelOrdem);
     registra("Ordem", Ordem);
     registra("Decrescente", Decrescente);
+    registra("Grafico", Grafico);
     Ordem.AddItem("Registro");
     for (const QString &t : titulos_planilha())
         Ordem.AddItem(t);
     Ordem.ListIndex = 0;
     Ordem.Text = Ordem.List(0);
     LabelFiltro.Visible = false;
+    // The table's columns carry their own headings; the fixed-pitch head is for the rows' text.
+    Label2.Visible = false;
     liga("List1", Evento::Click, [this](int) { List1_Click(); });
     liga("SSCommand1", Evento::Click, [this](int) { SSCommand1_Click(); });
     liga("SSCommand2", Evento::Click, [this](int) { SSCommand2_Click(); });
@@ -129,10 +138,12 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     liga("SSCommand5", Evento::Click, [this](int) { SSCommand5_Click(); });
     liga("SSCommand6", Evento::Click, [this](int) { SSCommand6_Click(); });
     liga("Elimina", Evento::Click, [this](int) { Elimina_Click(); });
+    liga("Historico", Evento::Click, [this](int) { Historico_Click(); });
     liga("criar", Evento::Click, [this](int) { criar_Click(); });
     liga("Exportar", Evento::Click, [this](int i) { Exportar_Click(i); });
     liga("Ordem", Evento::Click, [this](int) { Ordem_Click(); });
     liga("Decrescente", Evento::Click, [this](int) { Decrescente_Click(); });
+    liga("Grafico", Evento::Click, [this](int i) { Grafico_Click(i); });
 }
 
 void Relato::Form_Load() {
@@ -156,6 +167,7 @@ bool Relato::CarregaListaLog() {
     List1.Clear();
     Total = 0;
     linhas_.reset();
+    somas_.reset();
     LabelContagem.Caption.clear();
     if (!aberta_) return false;
     // The list keeps its own copy of the rows: a click narrows the shared set to one cheque
@@ -188,6 +200,9 @@ bool Relato::CarregaListaLog() {
     // The commands on the shown cheque act only on a cheque the operator can see in the list.
     if (!mostrado) LimpaDetalhe();
     const QStringList campos = linhas->Campos();
+    colunas_.clear();
+    for (const QString &c : campos_planilha())
+        colunas_ << linhas->Coluna(c);
     List1.Itens.fonte(linhas->RecordCount(), [linhas, campos](int i) {
         const QStringList f = linhas->Linha(i);
         // A row that could not be read stays empty rather than pose as a cheque of blanks.
@@ -215,7 +230,63 @@ void Relato::Ordena(int coluna, bool crescente) {
     // The rows the list shows, whatever a click did to the current set since.
     RecordSet &rs = Conjunto(sessao, TabLog);
     rs = linhas_->Copia();
-    CarregaListaLog();
+    // The same rows in another order: the chart's sums stand.
+    auto somas = std::move(somas_);
+    if (CarregaListaLog()) somas_ = std::move(somas);
+}
+
+void Relato::Cabecalho_Click(int coluna) {
+    Ordena(coluna, coluna != OrdemColuna || !OrdemCrescente);
+}
+
+QStringList Relato::Celulas(int linha) const {
+    const QStringList f = linhas_ ? linhas_->Linha(linha) : QStringList();
+    QStringList c;
+    if (f.isEmpty()) return c;
+    for (int i : std::as_const(colunas_))
+        c << f.value(i).trimmed();
+    c[ColunaLog::Situacao] =
+        c[ColunaLog::Situacao] == "C" ? QStringLiteral("Cancelado") : QString();
+    c[ColunaLog::Valor] = mascara_valor(c[ColunaLog::Valor], "#,###,###,##0.00");
+    return c;
+}
+
+bool Relato::Cancelada(int linha) const {
+    return linhas_ && !colunas_.isEmpty() &&
+           linhas_->Linha(linha).value(colunas_[ColunaLog::Situacao]) == QStringLiteral("C");
+}
+
+const QList<SomaMensal> &Relato::SomasGrafico() {
+    if (somas_) return *somas_;
+    somas_.emplace();
+    if (!linhas_ || !somas_mensais(*linhas_, *somas_)) return somas_->clear(), *somas_;
+    // The chart beside the table has room for two years: the last months of the list.
+    constexpr int Meses = 24;
+    QStringList meses;
+    for (const SomaMensal &m : std::as_const(*somas_))
+        if (meses.isEmpty() || meses.last() != m.Mes) meses << m.Mes;
+    if (meses.size() > Meses) {
+        const QString primeiro = meses[meses.size() - Meses];
+        somas_->removeIf([&primeiro](const SomaMensal &m) { return m.Mes < primeiro; });
+    }
+    return *somas_;
+}
+
+void Relato::Grafico_Click(int Index) {
+    if (Ilegivel) return avisa_registro_ilegivel(sessao, desktop);
+    if (SomasGrafico().isEmpty() || !GraficoPdf || !ImprimeGrafico) {
+        desktop.MsgBox("Não há cheques com data na lista para o gráfico.", Botoes::OK, "Gráfico",
+                       Icone::Exclamacao);
+        return;
+    }
+    if (Index == 0) return mostra_erro_impressao(desktop, ImprimeGrafico());
+    const QString caminho = pede_arquivo(desktop, "Salvar Gráfico", "Documento PDF (*.pdf)", "pdf");
+    if (caminho.isEmpty()) return;
+    const QByteArray pdf = GraficoPdf();
+    if (pdf.isEmpty() || !grava_inteiro(caminho, pdf))
+        return avisa_arquivo_nao_gravado(desktop, caminho);
+    desktop.MsgBox("O gráfico foi gravado em \"" + caminho + "\".", Botoes::OK, "Gráfico",
+                   Icone::Informacao);
 }
 
 void Relato::Ordem_Click() {
@@ -314,20 +385,18 @@ void Relato::SSCommand1_Click() {
     // The lists print the rows as the list shows them; the walk moves the chosen row along,
     // from a list where the row current at the start is no longer chosen.
     List1.SetSelected(List1.ListIndex, false);
-    // A file or the system printer takes the list in one go: the progress shows how far the
-    // pages are made. The cheque printer asks for each sheet, and its questions are the sign.
-    std::optional<Trabalho> t;
-    if (*destino != DestinoLista::Vexa)
-        t.emplace(desktop.Andamento(), "Enviar Lista",
-                  QString("Montando a lista de %1 cheques...").arg(linhas.size()), linhas.size(),
-                  false);
-    envia_lista(sessao, desktop, linhas, *formato, *destino, [this, &t](int i) {
-        List1.SetSelected(i, true);
-        List1.SetSelected(i - 1, false);
-        List1.ListIndex = i;
-        if (t) t->passo(i);
-    });
-    t.reset();
+    // The progress follows the rows as the pages are made; Cancelar there stops before
+    // anything reaches the printer or the file.
+    {
+        const auto p = desktop.AbreProgresso("Enviar Lista");
+        p->Etapa(QString("Montando a lista de %1 cheques...").arg(linhas.size()), linhas.size());
+        envia_lista(sessao, desktop, linhas, *formato, *destino, [this, &p](int i) {
+            List1.SetSelected(i, true);
+            List1.SetSelected(i - 1, false);
+            List1.ListIndex = i;
+            return segue(p.get(), i);
+        });
+    }
     Refresh();
 }
 
@@ -381,6 +450,7 @@ void Relato::SSCommand3_Click() {
         m.Muda(m.Text1[4], Text1[4].Caption);
         m.Muda(m.Text1[6], Text1[6].Caption);
         m.CheckBox.Value = 0;
+        m.IndexReimpresso = Mostrado;
         m.SetFocus(m.CheckBox);
         for (int i = 0; i < 3; ++i)
             m.Muda(m.Text2[i], sessao.UltimoComentario.value(i));
@@ -396,6 +466,12 @@ void Relato::SSCommand5_Click() {
 
 void Relato::SSCommand6_Click() {
     abre_tela(sessao, desktop, telas::Filtro);
+}
+
+void Relato::Historico_Click() {
+    if (auto *h =
+            dynamic_cast<HistoricoCheque *>(abre_tela(sessao, desktop, telas::HistoricoCheque)))
+        h->Mostra(Mostrado);
 }
 
 void Relato::Elimina_Click() {

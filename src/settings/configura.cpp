@@ -1,11 +1,13 @@
 #include "settings/configura.h"
 
+#include "catalogo/telas.h"
 #include "core/conversoes.h"
 #include "core/grava_ini.h"
 #include "core/ini.h"
 #include "core/teclas.h"
 #include "printer/impressao.h"
 #include "printer/vexa32.h"
+#include "settings/calibra.h"
 
 namespace vexa {
 
@@ -39,7 +41,7 @@ Configura::Configura(Sessao &sessao, Desktop &desktop)
                                                      &Command3D2})
         c->Container = &Frame3;
     Label4.Container = Text3.Container = Option3D2.Container = Command3D4.Container = &Frame4;
-    Command3D9.Container = &Frame5;
+    Command3D9.Container = Command3D10.Container = &Frame5;
     registra("Frame1", Frame1);
     registra("Label1", Label1);
     registra("cboPorta", cboPorta);
@@ -59,16 +61,19 @@ Configura::Configura(Sessao &sessao, Desktop &desktop)
     registra("Command3D4", Command3D4);
     registra("Frame5", Frame5);
     registra("Command3D9", Command3D9);
+    registra("Command3D10", Command3D10);
     registra("SSCommand1", SSCommand1);
-    ordem_ = {"cboPorta",   "Command3D7", "Text1(0)",   "Text1(1)", "Command3D1",
-              "Text2(0)",   "Text2(1)",   "Command3D2", "Text3",    "Option3D2",
-              "Command3D4", "Command3D9", "SSCommand1"};
+    ordem_ = {"cboPorta",   "Command3D7", "Text1(0)",    "Text1(1)",  "Command3D1",
+              "Text2(0)",   "Text2(1)",   "Command3D2",  "Text3",     "Option3D2",
+              "Command3D4", "Command3D9", "Command3D10", "SSCommand1"};
 
     liga("Command3D7", Evento::Click, [this](int) { Command3D7_Click(); });
     liga("Command3D1", Evento::Click, [this](int) { Command3D1_Click(); });
     liga("Command3D2", Evento::Click, [this](int) { Command3D2_Click(); });
     liga("Command3D4", Evento::Click, [this](int) { Command3D4_Click(); });
     liga("Command3D9", Evento::Click, [this](int) { Command3D9_Click(); });
+    liga("Command3D10", Evento::Click,
+         [this](int) { abre_tela(this->sessao, this->desktop, telas::Calibra); });
     liga("Option3D2", Evento::Click, [this](int) { Option3D2_Click(); });
     liga("SSCommand1", Evento::Click, [this](int) { Unload(); });
     liga("Text1", Evento::GotFocus, [this](int i) { Campo_GotFocus(Text1[i]); });

@@ -36,6 +36,8 @@ class Configura : public Tela {
 
     Quadro Frame5{"Auto-Teste"};
     Botao Command3D9{"Aut&o-Teste"};
+    // The cheques on a printer of the system instead, and its calibration.
+    Botao Command3D10{"Impressora do &Sistema..."};
     Botao SSCommand1{"Sai&r"};
 
     void Form_Load() override;

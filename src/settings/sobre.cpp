@@ -1,5 +1,9 @@
 #include "settings/sobre.h"
 
+#include "settings/versao.h"
+
+#include <QDir>
+
 namespace vexa {
 
 Sobre::Sobre(Sessao &sessao, Desktop &desktop)
@@ -8,13 +12,16 @@ Sobre::Sobre(Sessao &sessao, Desktop &desktop)
     registra("Label3", Label3);
     registra("Label4", Label4);
     registra("Label1", Label1);
+    registra("Label5", Label5);
     registra("Command3D1", Command3D1);
     liga("Command3D1", Evento::Click, [this](int) { Unload(); });
 }
 
 void Sobre::Form_Load() {
+    Label2.Caption = "Vexa Plus Document Printer versão " + VersaoPrograma();
     Label1.Caption = QString(6, u' ') + "Software de Impressão de Cheques\n" + QString(6, u' ') +
-                     "Versão 5.5 - Out/99";
+                     "Versão " + VersaoPrograma() + " - " + DataCompilacao();
+    Label5.Caption = "Pasta de dados:\n" + QDir::toNativeSeparators(sessao.CaminhoApp);
     Command3D1.Visible = true;
     if (sessao.FaseInicio == 1) {
         Command3D1.Visible = false;

@@ -1,6 +1,7 @@
 #pragma once
-// "Sobre": the product, its version and its maker. Opened in the first seconds of a run it is
-// the start's waiting card: no button, and the entry screen's timer closes it.
+// "Sobre": the product, its version and build date, its maker, and the data folder in use.
+// Opened in the first seconds of a run it is the start's waiting card: no button, and the entry
+// screen's timer closes it.
 #include "core/tela.h"
 
 namespace vexa {
@@ -9,10 +10,11 @@ class Sobre : public Tela {
   public:
     Sobre(Sessao &sessao, Desktop &desktop);
 
-    Rotulo Label2{"Vexa Plus Document Printer versão 6.2"};
+    Rotulo Label2;
     Rotulo Label3{"TOLVANE S/A."};
     Rotulo Label4{"Impressora de Cheques - Vexa Plus"};
     Rotulo Label1;
+    Rotulo Label5; // the data folder
     Botao Command3D1{"&OK"};
 
     void Form_Load() override;

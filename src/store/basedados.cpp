@@ -1,4 +1,5 @@
 #include "store/basedados.h"
+#include "store/historico.h"
 #include "store/leitura_direta.h"
 
 #include "core/conversoes.h"
@@ -174,8 +175,9 @@ QString data_chave_sql(const QString &data) {
 }
 
 // The version of the tables this program writes, in the database's user_version: 1 brought
-// the folded names and the cheques' date key, 2 the register's index by bank.
-constexpr int VersaoEsquema = 2;
+// the folded names and the cheques' date key, 2 the register's index by bank, 3 the cheque
+// books, the index by bank and number, and the history of the register.
+constexpr int VersaoEsquema = 3;
 
 // The folded name of every register and the date key of every cheque, kept by triggers.
 template <typename Executa> bool chaves_guardadas(QSqlQuery &q, const Executa &executa) {
@@ -210,6 +212,23 @@ template <typename Executa> bool chaves_guardadas(QSqlQuery &q, const Executa &e
                        ColunaDataChave + " = " + data + " WHERE rowid = NEW.rowid; END");
     return ok;
 }
+// The next number of each bank's book, and the history, which the database keeps from any
+// change or delete.
+template <typename Executa> bool historico_e_talao(QSqlQuery &q, const Executa &executa) {
+    QStringList campos;
+    for (const QString &c : campos_historico())
+        campos << '"' + c + "\" TEXT";
+    return executa(q, "CREATE TABLE IF NOT EXISTS Talao (Banco TEXT PRIMARY KEY, Proximo TEXT)") &&
+           executa(q, "CREATE INDEX IF NOT EXISTS LogNumero ON Log (Banco, NRCH)") &&
+           executa(q, "CREATE TABLE IF NOT EXISTS Historico (Id INTEGER PRIMARY KEY "
+                      "AUTOINCREMENT, Quando TEXT, Usuario TEXT, Maquina TEXT, Acao TEXT, " +
+                          campos.join(", ") + ")") &&
+           executa(q, "CREATE INDEX IF NOT EXISTS HistoricoIndex ON Historico (\"Index\")") &&
+           executa(q, "CREATE TRIGGER IF NOT EXISTS HistoricoFixo BEFORE UPDATE ON Historico "
+                      "BEGIN SELECT RAISE(ABORT, 'O histórico não se altera'); END") &&
+           executa(q, "CREATE TRIGGER IF NOT EXISTS HistoricoGuardado BEFORE DELETE ON "
+                      "Historico BEGIN SELECT RAISE(ABORT, 'O histórico não se apaga'); END");
+}
 } // namespace
 
 bool atualiza_esquema(QSqlDatabase &db, QSqlError *erro) {
@@ -229,8 +248,10 @@ bool atualiza_esquema(QSqlDatabase &db, QSqlError *erro) {
     }
     bool ok = versao >= 1 || chaves_guardadas(q, executa);
     // The report's filter by bank reads one bank's rows in the order of Index.
-    ok = ok && executa(q, "CREATE INDEX IF NOT EXISTS LogBanco ON Log (Banco, \"Index\")") &&
-         executa(q, "PRAGMA user_version = " + QString::number(VersaoEsquema));
+    ok = ok && executa(q, "CREATE INDEX IF NOT EXISTS LogBanco ON Log (Banco, \"Index\")");
+    // A cheque's number is looked up in its bank's rows before every print.
+    ok = ok && (versao >= 3 || historico_e_talao(q, executa));
+    ok = ok && executa(q, "PRAGMA user_version = " + QString::number(VersaoEsquema));
     q.finish();
     if (ok) return db.commit();
     db.rollback();
@@ -263,10 +284,12 @@ bool BaseDados::Abre() {
         db.close();
         return false;
     }
+    cria_tabela_pendentes(db);
     // The registers are read whole by the lists: mapped, a page costs no copy.
     q.exec("PRAGMA mmap_size = 268435456");
     q.finish();
     registra_funcoes_sql(db);
+    prepara_historico(db);
     return true;
 }
 

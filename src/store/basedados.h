@@ -75,6 +75,10 @@ QString fim_do_prefixo(const QString &prefixo);
 // with the database's error in erro.
 bool atualiza_esquema(QSqlDatabase &db, QSqlError *erro = nullptr);
 
+// The table of cheques written before their print and not yet registered (see
+// store/registro_cheques.h), made at the opening of a database that hasn't it yet.
+void cria_tabela_pendentes(QSqlDatabase &db);
+
 // Text for an SQL string literal: the quotes doubled. For the places where the select is
 // composed whole; values typed by the operator go bound instead wherever the select allows.
 QString literal_sql(const QString &texto);

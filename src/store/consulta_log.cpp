@@ -18,6 +18,7 @@ QString condicao(const QString &sql) {
 }
 
 QString ordem(int coluna) {
+    using namespace ColunaLog;
     switch (coluna) {
     case -1:
         return QStringLiteral("\"Index\"");

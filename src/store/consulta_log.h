@@ -10,7 +10,10 @@
 namespace vexa {
 
 // The columns of the register's table, in their order on the screen and in the spreadsheets.
-enum ColunaLog { Situacao, Numero, BancoLog, Valor, DataLog, Favorecido, Cidade, Comentario };
+// Their names stand apart, as the screens and tables of the same names do.
+namespace ColunaLog {
+enum : int { Situacao, Numero, BancoLog, Valor, DataLog, Favorecido, Cidade, Comentario };
+}
 inline constexpr int ColunasLog = 8;
 
 // Opens in rs the select of base (a select over Log) in the order of a column (-1: the key's
@@ -24,6 +27,7 @@ struct SomaMensal {
     QString Mes; // "aamm", as the cheque's date sorts
     QString Banco;
     qint64 Centavos = 0;
+    bool operator==(const SomaMensal &) const = default;
 };
 // The sums of the cheques of a select over Log, by month of the cheque's date and by bank,
 // the months in order. Cheques without a valid date are left out. False when the query failed.

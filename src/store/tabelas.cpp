@@ -2,6 +2,7 @@
 
 #include "core/conversoes.h"
 #include "store/bancos_padrao.h"
+#include "store/historico.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,12 +20,6 @@ namespace {
 
 QString caminho_base(const Sessao &s) {
     return s.CaminhoApp + "/VEXA.db";
-}
-
-BaseDados &base(Sessao &s) {
-    if (!s.Banco || s.Banco->Caminho() != caminho_base(s))
-        s.Banco = std::make_unique<BaseDados>(caminho_base(s));
-    return *s.Banco;
 }
 
 // The tables as the program reads and writes them: every field is text.
@@ -69,6 +64,7 @@ bool cria_em(const QString &arquivo) {
             ok = ok && db.commit();
             q.finish();
             ok = ok && atualiza_esquema(db);
+            if (ok) cria_tabela_pendentes(db);
             db.close();
         }
     }
@@ -158,8 +154,8 @@ bool executa(QSqlQuery &q, const QString &sql, const QVariantList &valores = {})
 // Before a purge deletes them, the rows go to VEXA-expurgo.db beside the database, in a table
 // Log of the same fields and the day of the purge, in the same transaction as the delete: a
 // purge either keeps its rows there or deletes nothing.
-bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v,
-                     const QDate &dia) {
+bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v, const QDate &dia,
+                     Progresso &p) {
     QSqlQuery q(db);
     QStringList campos;
     if (!q.exec("PRAGMA main.table_info(Log)")) return false;
@@ -176,14 +172,34 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
     q.finish();
     q.exec("PRAGMA main.cache_size = -32768");
     bool ok = db.transaction();
+    p.Etapa("Guardando os cheques antigos em \"" + QFileInfo(arquivo).fileName() + "\"...");
     ok = ok && q.exec("CREATE TABLE IF NOT EXISTS expurgo.Log (" + campos.join(" TEXT, ") +
                       " TEXT, Expurgo TEXT)");
     ok = ok && executa(q,
                        "INSERT INTO expurgo.Log (" + campos.join(',') + ", Expurgo) SELECT " +
                            campos.join(',') + ", ?" + v.onde,
                        QVariantList{dia.toString("dd/MM/yyyy")} + v.valores);
-    ok = ok && executa(q, "DELETE" + v.onde, v.valores);
+    // The history of the rows archived goes with them, their purge its last entry.
+    QStringList historico{"Id", "Quando", "Usuario", "Maquina", "Acao"};
+    for (const QString &c : campos_historico())
+        historico << '"' + c + '"';
+    {
+        const AcaoHistorico acao("Expurgo");
+        p.Etapa("Excluindo os cheques antigos do registro...");
+        ok = ok && !p.Cancelado() && executa(q, "DELETE" + v.onde, v.valores);
+    }
+    ok = ok &&
+         q.exec("CREATE TABLE IF NOT EXISTS expurgo.Historico (" + historico.join(" TEXT, ") +
+                " TEXT)") &&
+         executa(q,
+                 "INSERT INTO expurgo.Historico SELECT " + historico.join(',') +
+                     " FROM main.Historico WHERE \"Index\" IN (SELECT \"Index\" FROM "
+                     "expurgo.Log WHERE Expurgo = ?) AND Id NOT IN (SELECT Id FROM "
+                     "expurgo.Historico)",
+                 {dia.toString("dd/MM/yyyy")});
     q.finish();
+    // Cancelar leaves every cheque in the register and none in the archive.
+    ok = ok && !p.Cancelado();
     if (ok)
         ok = db.commit();
     else
@@ -194,6 +210,12 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
 }
 
 } // namespace
+
+BaseDados &base_dados(Sessao &s) {
+    if (!s.Banco || s.Banco->Caminho() != caminho_base(s))
+        s.Banco = std::make_unique<BaseDados>(caminho_base(s));
+    return *s.Banco;
+}
 
 void cria_base_dados(Sessao &s) {
     const QString arquivo = caminho_base(s);
@@ -210,7 +232,7 @@ void cria_base_dados(Sessao &s) {
 
 int AbreTabelas(Sessao &s, Desktop &d, int Bancos, int Favorecido, int Cidade, int Log,
                 int Transferencia) {
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (!b.Abre()) {
         // The file is held by another program: the classic advice about file locking.
         if (b.Travada()) {
@@ -244,11 +266,11 @@ void fecha_tabela(Sessao &s, int Tabela) {
 }
 
 RecordSet &Conjunto(Sessao &s, int Tabela) {
-    return base(s).Conjunto(Tabela);
+    return base_dados(s).Conjunto(Tabela);
 }
 
 int ExisteCodigo(Sessao &s, const QString &Chave, int Tabela) {
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (!b.Abre()) return 0;
     QVariantList valores;
     const QString sql = select_codigo(Tabela, Chave, valores);
@@ -260,10 +282,26 @@ int ExisteCodigo(Sessao &s, const QString &Chave, int Tabela) {
 }
 
 QString NomeBanco(Sessao &s, const QString &Codigo) {
-    if (ExisteCodigo(s, Codigo, TabBancos) == 0) return "Inexistente";
-    RecordSet &rs = Conjunto(s, TabBancos);
+    return le_nome_banco(s, Codigo).value_or("Inexistente");
+}
+
+std::optional<QString> le_nome_banco(Sessao &s, const QString &Codigo) {
+    BaseDados &b = base_dados(s);
+    if (!b.Abre()) return std::nullopt;
+    QVariantList valores;
+    const QString sql = select_codigo(TabBancos, Codigo, valores);
+    RecordSet &rs = b.Conjunto(TabBancos);
+    if (!rs.Abre(b.db(), sql, valores)) return std::nullopt;
+    if (rs.RecordCount() == 0) return QStringLiteral("Inexistente");
     rs.MoveFirst();
     return rs.Campo("Nome");
+}
+
+void avisa_registro_ilegivel(Desktop &d, const Sessao &s) {
+    d.MsgBox("O cadastro não pode ser lido agora: o banco de dados \"" + s.NomeMDB +
+                 "\" está sendo usado por outro programa ou está danificado. Tente de novo em "
+                 "seguida.",
+             Botoes::OK, "Erro", Icone::Exclamacao);
 }
 
 QString NomeCidade(Sessao &s, const QString &Codigo) {
@@ -277,7 +315,7 @@ QString NomeFavorecido(Sessao &s, const QString &Codigo) {
 void FiltraTabela(Sessao &s, const QString &Filtro, int Tabela) {
     const QString nome = nome_tabela(Tabela);
     if (nome.isEmpty()) return;
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (!b.Abre()) return;
     QString sql = "Select * From " + nome;
     QVariantList valores;
@@ -291,7 +329,7 @@ void FiltraTabela(Sessao &s, const QString &Filtro, int Tabela) {
 
 void PesquisaLista(Sessao &s, const QString &Filtro, int Tipo) {
     if (Tipo != TabFavorecido && Tipo != TabCidade && Tipo != TabBancos) return;
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (!b.Abre()) return;
     QString sql = "Select * From " + nome_tabela(Tipo);
     QVariantList valores;
@@ -306,7 +344,7 @@ bool MarcaCheque(Sessao &s, Desktop &d, const QString &Index, const QString &Aca
 }
 
 bool MarcaCheques(Sessao &s, Desktop &d, const QStringList &Indexes, const QString &Acao) {
-    BaseDados &b = base(s);
+    BaseDados &b = base_dados(s);
     if (Indexes.isEmpty() || !b.Abre()) return true;
     // The first row of each Index in the order of its select (the index of the field, then
     // the row's age), as a record set over that Index finds it.
@@ -329,7 +367,7 @@ bool MarcaCheques(Sessao &s, Desktop &d, const QStringList &Indexes, const QStri
 }
 
 QString proximo_index(Sessao &s, LinhaConferida Conferida) {
-    QSqlQuery q(base(s).db());
+    QSqlQuery q(base_dados(s).db());
     // The Codigo and Index of the first or the last row by Index, through the index of the
     // field; none in an empty register.
     const auto linha = [&q](bool ultima) -> std::optional<std::pair<QString, QString>> {
@@ -349,13 +387,13 @@ void ExpurgaCheques(Sessao &s, Desktop &d) {
     // The database alone: the question and the delete need no record set over Log.
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2) {
         // A locked database has been told as such already.
-        if (!base(s).Travada())
+        if (!base_dados(s).Travada())
             d.MsgBox("O Banco de dados \"" + s.NomeMDB + "\" nao foi encontrado!");
         return;
     }
     const auto dia = le_data(s.Hoje6);
     if (!dia) return;
-    QSqlDatabase db = base(s).db();
+    QSqlDatabase db = base_dados(s).db();
     const Vencidos v = log_vencido(*dia, s.PeriodoRel);
     QSqlQuery q(db);
     if (!executa(q, "SELECT 1" + v.onde + " LIMIT 1", v.valores) || !q.next()) return;
@@ -367,7 +405,8 @@ void ExpurgaCheques(Sessao &s, Desktop &d) {
                  Botoes::YesNo);
     if (r != Resposta::Yes) return;
     const QString arquivo = QFileInfo(caminho_base(s)).dir().filePath("VEXA-expurgo.db");
-    if (!arquiva_e_apaga(db, arquivo, v, *dia))
+    const auto p = d.AbreProgresso("Expurgo de Cheques");
+    if (!arquiva_e_apaga(db, arquivo, v, *dia, *p) && !p->Cancelado())
         d.MsgBox("Os cheques antigos não foram excluídos: não foi possível guardá-los em \"" +
                      QFileInfo(arquivo).fileName() + "\".",
                  Botoes::OK, "Erro", Icone::Exclamacao);

@@ -6,12 +6,16 @@
 #include "store/basedados.h"
 
 #include <QString>
+#include <optional>
 
 namespace vexa {
 
 // At the first start: VEXA.db with its six tables and the preset banks under the default
 // layout. An existing file is never touched.
 void cria_base_dados(Sessao &s);
+
+// The session's database (VEXA.db in the data folder), not yet opened.
+BaseDados &base_dados(Sessao &s);
 
 // Opens the database and, for each flag set, the shared record set of that table over all
 // its rows. -2 when the database can't be opened, 1 otherwise.
@@ -32,6 +36,11 @@ int ExisteCodigo(Sessao &s, const QString &Chave, int Tabela);
 // The bank's name, or "Inexistente". The city's name (empty when there is none). The
 // payee's name, or empty. Each leaves its table's record set where the select put it.
 QString NomeBanco(Sessao &s, const QString &Codigo);
+// The bank's name, "Inexistente" when it isn't there, or none when the register couldn't be
+// read (another program holds the database, or it is damaged).
+std::optional<QString> le_nome_banco(Sessao &s, const QString &Codigo);
+// Tells the operator that the registers can't be read now.
+void avisa_registro_ilegivel(Desktop &d, const Sessao &s);
 QString NomeCidade(Sessao &s, const QString &Codigo);
 QString NomeFavorecido(Sessao &s, const QString &Codigo);
 

@@ -17,6 +17,12 @@ void CriaVistaBancos(Tela &tela, QMainWindow &janela) {
     auto *v = cria_corpo(janela, central);
     QHBoxLayout *corpo = nullptr;
     auto *esquerda = cria_codigo_e_nome(tela, v, central, corpo);
+    auto *talao = new QHBoxLayout;
+    auto *proximo = cria_campo(central, "ProximoCheque", 110);
+    talao->addWidget(new QLabel(legenda(tela, "ProximoCheque", -1), central));
+    talao->addWidget(proximo);
+    talao->addStretch(1);
+    esquerda->addLayout(talao);
 
     // Each field's line beside its column, created in the order Enter walks them.
     auto *posicoes = new QGroupBox("Posições", central);

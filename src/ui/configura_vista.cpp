@@ -63,6 +63,7 @@ void CriaVistaConfigura(Tela &tela, QMainWindow &janela) {
 
     auto *teste = painel(central, "Frame5", g);
     g->addWidget(cria_botao(teste, "Command3D9"), 0, 0, Qt::AlignLeft);
+    g->addWidget(cria_botao(teste, "Command3D10"), 0, 1, Qt::AlignRight);
     v->addWidget(teste);
 
     auto *comandos = new QHBoxLayout;
@@ -85,10 +86,14 @@ void CriaVistaSobre(Tela &tela, QMainWindow &janela) {
     v->addWidget(cria<QLabel>(central, "Label4"), 0, Qt::AlignHCenter);
     v->addSpacing(8);
     v->addWidget(cria<QLabel>(central, "Label1"), 0, Qt::AlignHCenter);
+    auto *pasta = cria<QLabel>(central, "Label5");
+    pasta->setAlignment(Qt::AlignHCenter);
+    pasta->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    v->addWidget(pasta, 0, Qt::AlignHCenter);
     v->addStretch(1);
     v->addWidget(cria_botao(central, "Command3D1"), 0, Qt::AlignHCenter);
-    tela.LarguraJanela = 420;
-    tela.AlturaJanela = 230;
+    tela.LarguraJanela = 460;
+    tela.AlturaJanela = 270;
 }
 
 } // namespace vexa::ui

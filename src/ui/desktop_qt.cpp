@@ -2,7 +2,6 @@
 
 #include "core/ajuda.h"
 #include "ui/binder.h"
-#include "ui/progresso_qt.h"
 #include "ui/vistas.h"
 
 #include <QAction>
@@ -391,11 +390,6 @@ void DesktopQt::Ajuda(const QString &topico) {
     janela_ajuda->showNormal();
     janela_ajuda->raise();
     janela_ajuda->activateWindow();
-}
-
-Progresso &DesktopQt::Andamento() {
-    if (!progresso_) progresso_ = std::make_unique<ProgressoQt>();
-    return *progresso_;
 }
 
 void DesktopQt::Processa() {

@@ -4,7 +4,6 @@
 
 #include <QList>
 #include <QPointer>
-#include <memory>
 
 class QMainWindow;
 class QPrinter;
@@ -30,8 +29,10 @@ class DesktopQt : public Desktop {
                        const QString &nomeSugerido) override;
     int ImprimeSistema(const DocumentoImpressao &documento) override;
     void Ajuda(const QString &topico) override;
+    // In progresso_qt.cpp.
+    QString EscolhePasta(const QString &titulo) override;
+    std::unique_ptr<Progresso> AbreProgresso(const QString &titulo) override;
     void Processa() override;
-    Progresso &Andamento() override;
 
     // The window of an open screen.
     QMainWindow *Janela(const Tela &tela) const;
@@ -42,7 +43,6 @@ class DesktopQt : public Desktop {
 
   private:
     QList<QPointer<JanelaTela>> janelas_;
-    std::unique_ptr<Progresso> progresso_;
 };
 
 } // namespace vexa::ui

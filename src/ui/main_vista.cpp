@@ -52,6 +52,10 @@ void cria_menus(QMainWindow &janela) {
     QMenu *arquivo = menu(barra, "Arquivo");
     item(arquivo, "Conf_Vexa");
     item(arquivo, "MOpSoft");
+    item(arquivo, "Importa");
+    arquivo->addSeparator();
+    item(arquivo, "CopiaAgora");
+    item(arquivo, "RestauraCopia");
     arquivo->addSeparator();
     item(arquivo, "Sair");
     QMenu *cadastro = menu(barra, "Cadastro");
@@ -161,7 +165,8 @@ QWidget *cria_comandos(QWidget *pai, QList<QWidget *> &ordem) {
     auto *v = new QVBoxLayout(coluna);
     v->setContentsMargins(0, 0, 0, 0);
     v->setSpacing(6);
-    for (int i = 0; i < 8; ++i) {
+    // A spoiled leaf is declared right under the print that spoiled it.
+    for (int i : {0, 8, 1, 2, 3, 4, 5, 6, 7}) {
         auto *b = cria<QPushButton>(coluna, nome_controle("Opcoes", i));
         // Enter on a focused command presses it, as the road of the cheque expects.
         b->setAutoDefault(true);
@@ -223,6 +228,11 @@ QWidget *cria_rodape(QWidget *pai) {
     dica->setFrameShadow(QFrame::Sunken);
     dica->setMargin(4);
     h->addWidget(dica, 1);
+    // What became of the last print, beside the hint; without a frame, so that it shows nothing
+    // before the first print.
+    auto *situacao = cria<QLabel>(rodape, "Situacao");
+    situacao->setMargin(4);
+    h->addWidget(situacao, 1);
     auto *impressora = cria<QLabel>(rodape, "RotuloImpressora");
     impressora->setFrameShape(QFrame::StyledPanel);
     impressora->setFrameShadow(QFrame::Sunken);

@@ -1,5 +1,8 @@
 #include "ui/vistas.h"
 
+#include "settings/calibra.h"
+#include "settings/copias.h"
+
 namespace vexa::ui {
 
 // Each view's builder, defined in its own file.
@@ -24,6 +27,9 @@ void CriaVistaCmpCopia(Tela &tela, QMainWindow &janela);
 void CriaVistaConfigura(Tela &tela, QMainWindow &janela);
 void CriaVistaOpSoft(Tela &tela, QMainWindow &janela);
 void CriaVistaSobre(Tela &tela, QMainWindow &janela);
+void CriaVistaHistoricoCheque(Tela &tela, QMainWindow &janela);
+void CriaVistaCalibra(Tela &tela, QMainWindow &janela);
+void CriaVistaCopias(Tela &tela, QMainWindow &janela);
 
 const std::map<QString, FabricaVista> &fabricas_vistas() {
     static const std::map<QString, FabricaVista> vistas = {
@@ -48,6 +54,9 @@ const std::map<QString, FabricaVista> &fabricas_vistas() {
         {telas::Configura, CriaVistaConfigura},
         {telas::OpSoft, CriaVistaOpSoft},
         {telas::Sobre, CriaVistaSobre},
+        {telas::HistoricoCheque, CriaVistaHistoricoCheque},
+        {telas::Calibra, CriaVistaCalibra},
+        {telas::Copias, CriaVistaCopias},
     };
     return vistas;
 }

@@ -11,6 +11,7 @@
 #include "registers/pesquisa.h"
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
+#include "store/talao.h"
 
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -317,8 +318,8 @@ TEST_F(TelaPrazo, DiaFixoTrocaODiaDasDatasSemTocarOsValores) {
     digita("Text5", -1, "10");
     ASSERT_EQ(d.Mensagens.size(), 1);
     EXPECT_EQ(d.Mensagens[0].Texto,
-              "Primeiro calcule a data Normalmente,Preenchendo os campo normalmente\r\n depois "
-              "coloque o dia fixo desejado para que as datas sejam alteradas");
+              "Primeiro calcule as datas normalmente, preenchendo os campos;\r\ndepois "
+              "coloque o dia fixo desejado para que as datas sejam alteradas.");
     EXPECT_EQ(p->Foco().texto(), "Text5");
 
     agenda("100", "150127", "30", 2);
@@ -690,7 +691,14 @@ QStringList na_porta(int parcela) {
             "FechaPorta()"};
 }
 const QStringList TresNaPorta = na_porta(0) + na_porta(1) + na_porta(2);
-const QString Insira = "(i) Impressão do Cheque: Insira o Documento.";
+// The question before instalment k of tres_parcelas names it.
+QString insira(int k) {
+    return QStringLiteral("(i) Impressão do Cheque: Insira o Documento.\n\nParcela %1 de 3 — "
+                          "cheque %2 — R$ %3")
+        .arg(k)
+        .arg(k == 2 ? "000456" : "sem número", k == 1 ? "33,34" : "33,33");
+}
+const QStringList Insira = {insira(1), insira(2), insira(3)};
 const QString Primeira = "0000000001|00001|33,34|10/01/27|SEQ:00001";
 
 // The answers to "Insira o Documento." and the printer's one refusal in; the messages, the
@@ -741,7 +749,7 @@ TEST_P(ExecucaoPrazo, ImprimeERegistraCadaParcela) {
     }
     EXPECT_EQ(mensagens, c.mensagens);
     EXPECT_EQ(imp().Chamadas(), c.chamadas);
-    EXPECT_EQ(principal->Gauge1.Value, c.chamadas.isEmpty() ? 0 : 100); // the entry screen's
+    EXPECT_EQ(principal->Gauge1.Value, 0); // the entry screen's, at rest after the run
     QStringList novas;
     for (const auto &l : linhas_log()) {
         if (c.registro.contains(l["Index"] + "|" + l["Codigo"])) continue;
@@ -758,32 +766,34 @@ INSTANTIATE_TEST_SUITE_P(
     Casos, ExecucaoPrazo,
     ::testing::Values(
         Execucao{.nome = "TresImpressasERegistradas",
-                 .mensagens = QStringList(3, Insira),
+                 .mensagens = Insira,
                  .chamadas = TresNaPorta,
                  .linhas = {Primeira, "0000000002|00002|33,33|09/02/27|000456",
                             "0000000003|00003|33,33|11/03/27|SEQ:00003"}},
         // A refused cheque, even with the code -1, is told and the run goes on; it uses up no
         // index.
-        Execucao{
-            .nome = "RecusadoNoMeioSegueSemGastarIndex",
-            .recusa = {"ImprimeCheque", 2, -1},
-            .mensagens = {Insira, Insira,
-                          "(!) Impressão do Cheque (-001): Problemas com a impressao do cheque",
-                          Insira},
-            .chamadas = TresNaPorta,
-            .linhas = {Primeira, "0000000002|00002|33,33|11/03/27|SEQ:00002"}},
+        Execucao{.nome = "RecusadoNoMeioSegueSemGastarIndex",
+                 .recusa = {"ImprimeCheque", 2, -1},
+                 .mensagens = {Insira[0], Insira[1],
+                               "(!) Impressão do Cheque (-001): Problemas com a impressão do "
+                               "cheque.\n\nA impressora devolveu o código -001. Verifique a "
+                               "impressora e o cabo e tente de novo.",
+                               Insira[2]},
+                 .chamadas = TresNaPorta,
+                 .linhas = {Primeira, "0000000002|00002|33,33|11/03/27|SEQ:00002"}},
         Execucao{.nome = "CancelarNoPrimeiroNaoImprime",
                  .respostas = {Resposta::Cancel},
-                 .mensagens = {Insira}},
+                 .mensagens = {Insira[0]}},
         Execucao{.nome = "CaixaDesmarcadaNaoRegistra",
                  .relatorio = false,
-                 .mensagens = QStringList(3, Insira),
+                 .mensagens = Insira,
                  .chamadas = TresNaPorta},
         Execucao{.nome = "PortaQueNaoAbreEncerra",
                  .recusa = {"IniciaPorta", 2},
-                 .mensagens = {Insira, Insira,
+                 .mensagens = {Insira[0], Insira[1],
                                "(x) Impressão do Cheque: Problemas ao se comunicar com a "
-                               "impressora!\rVerifique a mesma e selecione \"OK\"!"},
+                               "impressora!\rA impressora não respondeu na porta COM2. Verifique "
+                               "o cabo e a porta em Arquivo > Configurações e tente de novo."},
                  .chamadas = na_porta(0) + QStringList{"IniciaPorta(COM2)"},
                  .linhas = {Primeira}},
         Execucao{.nome = "VerificacaoRecusadaNaoPedeDocumento",
@@ -793,14 +803,14 @@ INSTANTIATE_TEST_SUITE_P(
         Execucao{.nome = "ContinuaDaUltimaLinhaDoRegistro",
                  .respostas = {Resposta::OK, Resposta::Cancel},
                  .registro = {"0000000007|", "0000000041|00041"},
-                 .mensagens = {Insira, Insira},
+                 .mensagens = {Insira[0], Insira[1]},
                  .chamadas = na_porta(0),
                  .linhas = {"0000000042|00042|33,34|10/01/27|SEQ:00042"}}),
     [](const auto &info) { return std::string(info.param.nome); });
 
-// Another connection holds the database's write lock: the cheque is on paper, the operator
-// is told which row is missing, and the run goes on.
-TEST_F(ImpressaoPrazo, LinhaQueNaoGravaEDitaAoOperador) {
+// Another connection holds the database's write lock: the instalment can't be registered, so
+// it isn't printed; the operator is told why, and the run ends.
+TEST_F(ImpressaoPrazo, RegistroTravadoNaoImprimeEDizPorque) {
     tres_parcelas();
     const QString conexao = "trava-" + QUuid::createUuid().toString(QUuid::WithoutBraces);
     {
@@ -809,20 +819,43 @@ TEST_F(ImpressaoPrazo, LinhaQueNaoGravaEDitaAoOperador) {
         ASSERT_TRUE(db.open());
         ASSERT_TRUE(QSqlQuery(db).exec("BEGIN IMMEDIATE"));
     }
-    p->Text4[0].Text = "77";
-    d.Respostas = {Resposta::OK, Resposta::OK, Resposta::Cancel};
     p->Clica("Command3D1", 0);
     QSqlDatabase::database(conexao, false).close();
     QSqlDatabase::removeDatabase(conexao);
-    ASSERT_EQ(d.Mensagens.size(), 3) << d.Textos().join('|').toStdString();
+    ASSERT_EQ(d.Mensagens.size(), 2) << d.Textos().join('|').toStdString();
     EXPECT_EQ(d.Mensagens[1].Texto,
-              "O cheque foi impresso, mas não foi registrado no relatório.\n\n"
-              "Banco: 001\nValor: 33,34\nFavorecido: Construtora Boa "
-              "Vista\nNúmero: 77");
-    EXPECT_EQ(d.Mensagens[1].Titulo, "Impressão do Cheque");
-    EXPECT_EQ(d.Mensagens[1].Icone_, Icone::Critico);
-    EXPECT_EQ(d.Mensagens[2].Texto, "Insira o Documento.");
-    EXPECT_EQ(imp().Chamadas().size(), 3);
+              "O cheque não foi impresso, porque não pode ser registrado no relatório.\n\n"
+              "O banco de dados \"VEXA.db\" está sendo usado por outro programa. Feche esse "
+              "programa e tente de novo.\n\nPara imprimir sem registrar, desmarque \"Incluir no "
+              "relatório\".");
+    EXPECT_EQ(d.Mensagens[1].Icone_, Icone::Exclamacao);
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+    EXPECT_EQ(principal->Situacao.Caption,
+              "Parcela 1 de 3: Cheque sem número de R$ 33,34 não foi impresso.");
+}
+
+TEST_F(ImpressaoPrazo, NumeroJaRegistradoParaASerieAntesDaPrimeiraFolha) {
+    registra_cheque(s, {"001", "10,00", "Ana", "Rio", "01/03/99", "000456"});
+    tres_parcelas();
+    p->Clica("Command3D1", 0);
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Parcela 2 de 3: O cheque nº 000456 deste banco"));
+    EXPECT_EQ(d.Mensagens[0].Padrao, Resposta::No);
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+    EXPECT_EQ(p->Foco().texto(), "Text4(1)");
+}
+
+TEST_F(ImpressaoPrazo, AsParcelasSeguemOTalaoDoBanco) {
+    grava_proximo_cheque(s, "001", "000200");
+    tres_parcelas();
+    p->Text4[1].Text.clear();
+    p->Digita("Text3", 0, "001");
+    p->SetFocus("Text3", 1);
+    EXPECT_EQ((QStringList{p->Text4[0].Text, p->Text4[1].Text, p->Text4[2].Text}),
+              (QStringList{"000200", "000201", "000202"}));
+    principal->CheckBox.Value = 1;
+    p->Clica("Command3D1", 0);
+    EXPECT_EQ(proximo_cheque(s, "001"), "000203");
 }
 
 } // namespace

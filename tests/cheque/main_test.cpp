@@ -1,4 +1,5 @@
 #include "apoio/registro_log.h"
+#include "cheque/cheprz.h"
 #include "cheque/extra.h"
 #include "cheque/main.h"
 #include "cheque/pedidos.h"
@@ -13,8 +14,12 @@
 #include "printer/impressao.h"
 #include "printer/simulador.h"
 #include "registers/pesquisa.h"
+#include "reports/relato.h"
+#include "store/historico.h"
 #include "store/pasta_dados.h"
+#include "store/registro_cheques.h"
 #include "store/tabelas.h"
+#include "store/talao.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -402,7 +407,7 @@ TEST_F(TelaMain, NumeroDoChequeOpcionalDeixaImprimir) {
     preenche("001", "1,00", "Ana", "Rio", "05/03/99", "");
     d.Respostas = {Resposta::Cancel};
     m->Clica("Opcoes", 0);
-    EXPECT_EQ(d.Textos(), QStringList{"Insira o Documento."});
+    EXPECT_EQ(d.Textos(), QStringList{"Insira o Documento.\n\nCheque sem número — R$ 1,00 — Ana"});
 }
 
 // --- printing and registering
@@ -415,7 +420,7 @@ TEST_F(TelaMain, ChequeDaEstradaImprimeERegistra) {
     m->Clica("Opcoes", 0);
 
     ASSERT_EQ(d.Mensagens.size(), 1);
-    EXPECT_EQ(d.Mensagens[0].Texto, "Insira o Documento.");
+    EXPECT_EQ(d.Mensagens[0].Texto, "Insira o Documento.\n\nCheque 000123 — R$ 1.234,50 — Maria");
     EXPECT_EQ(d.Mensagens[0].Titulo, "Impressão do Cheque");
     EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::OKCancel);
     EXPECT_EQ(d.Mensagens[0].Icone_, Icone::Informacao);
@@ -425,8 +430,8 @@ TEST_F(TelaMain, ChequeDaEstradaImprimeERegistra) {
     EXPECT_EQ(s.UltimoComentario, (QStringList{"Aluguel", "", ""}));
     EXPECT_EQ(m->Foco().texto(), "Text1(0)");
     EXPECT_EQ(m->Text1[1].Text, "1.234,50"); // the fields stay for the next cheque
-    EXPECT_EQ(m->Gauge1.Value, 100);         // the gauge swept up to red
-    EXPECT_EQ(m->Gauge1.ForeColor, 255);
+    EXPECT_EQ(m->Gauge1.Value, 0);           // the gauge back at rest
+    EXPECT_EQ(m->Situacao.Caption, "Cheque 000123 de R$ 1.234,50 impresso e registrado.");
 
     const auto linhas = linhas_log();
     ASSERT_EQ(linhas.size(), 1);
@@ -484,14 +489,85 @@ INSTANTIATE_TEST_SUITE_P(
         Registro{"10,00", "Ana", "2", "ImprimeCheque(001|10,00|Ana| |05/03/99|)", "10,", "Ana", "2",
                  ""}));
 
-TEST_F(TelaMain, CaixaDesmarcadaImprimeSemRegistrar) {
+// A reprint from the report unticks the box for that one cheque: printed or abandoned, the box
+// is ticked again, and the next new cheque is registered. A box the operator unticked stays so.
+enum class FimReimpressao { Impressa, Cancelada, LimpaCheque, CaixaDoOperador };
+class Reimpressao : public TelaMain, public ::testing::WithParamInterface<FimReimpressao> {};
+
+TEST_P(Reimpressao, SoAReimpressaoFicaSemRegistro) {
+    const FimReimpressao fim = GetParam();
     abre();
     preenche("001", "10,00", "Ana", "Rio", "05/03/99", "7");
-    m->CheckBox.Value = 0;
     m->Clica("Opcoes", 0);
-    EXPECT_EQ(imp().Chamadas().size(), 3);
-    EXPECT_TRUE(linhas_log().isEmpty());
+    ASSERT_EQ(linhas_log().size(), 1);
+    if (fim == FimReimpressao::CaixaDoOperador) {
+        m->Clica("CheckBox");
+    } else {
+        auto *r = static_cast<Relato *>(d.Abre(std::make_unique<Relato>(s, d)));
+        r->List1.ListIndex = 0;
+        r->List1_Click();
+        d.Respostas = {Resposta::Yes}; // "Confirma reimpressão?"
+        r->Clica("SSCommand3");
+        ASSERT_EQ(m->CheckBox.Value, 0);
+    }
+    d.Respostas = {fim == FimReimpressao::Cancelada ? Resposta::Cancel : Resposta::OK};
+    if (fim == FimReimpressao::LimpaCheque)
+        m->Clica("Opcoes", 3);
+    else
+        m->Clica("Opcoes", 0);
+    EXPECT_EQ(linhas_log().size(), 1);
+    // The reprint brings its number back; the operator's next cheque has the book's next one.
+    if (fim == FimReimpressao::Impressa || fim == FimReimpressao::CaixaDoOperador)
+        EXPECT_EQ(m->Situacao.Caption, QString("Cheque %1 de R$ 10,00 impresso e NÃO registrado.")
+                                           .arg(fim == FimReimpressao::Impressa ? 7 : 8));
+    const bool marcada = fim != FimReimpressao::CaixaDoOperador;
+    EXPECT_EQ(m->CheckBox.Value, marcada ? 1 : 0);
+
+    preenche("001", "20,00", "Bia", "Rio", "05/03/99", "8");
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(linhas_log().size(), marcada ? 2 : 1);
+    m->Clica("Sair");
+    EXPECT_EQ(ini("Sistema", "InRel"), marcada ? "1" : "0");
 }
+
+INSTANTIATE_TEST_SUITE_P(Fins, Reimpressao,
+                         ::testing::Values(FimReimpressao::Impressa, FimReimpressao::Cancelada,
+                                           FimReimpressao::LimpaCheque,
+                                           FimReimpressao::CaixaDoOperador));
+
+// A cheque left pending by a run cut short between its print and its register is asked about
+// at the next start: Sim registers it, Não drops it; either way it isn't asked again.
+class Pendente : public TelaMain, public ::testing::WithParamInterface<Resposta> {};
+
+TEST_P(Pendente, PerguntadoNaPartida) {
+    ChequeImpresso cheque{"001", "1.234,50", "Maria", "Santos", "20/11/26", "000123"};
+    cheque.Comentarios = {"Aluguel", "", ""};
+    qint64 id = 0;
+    ASSERT_EQ(grava_pendente(s, cheque, id), EstadoRegistro::Gravado);
+    s.Banco.reset();
+    d.Respostas = {GetParam()};
+    d.Abre(std::make_unique<Main>(s, d, QString()));
+    ASSERT_FALSE(d.Mensagens.isEmpty());
+    const auto &pergunta = d.Mensagens[0];
+    EXPECT_EQ(pergunta.Texto, "O cheque nº 000123 de R$ 1.234,50 para Maria pode ter sido "
+                              "impresso e não foi registrado.\n\nSim: registrá-lo no "
+                              "relatório.\nNão: descartá-lo, porque não foi impresso.");
+    EXPECT_EQ(pergunta.Botoes_, Botoes::YesNo);
+    EXPECT_EQ(pergunta.Padrao, Resposta::Yes);
+    const auto linhas = linhas_log();
+    if (GetParam() == Resposta::Yes) {
+        ASSERT_EQ(linhas.size(), 1);
+        EXPECT_EQ(linhas[0].value("Index"), "0000000001");
+        EXPECT_EQ(linhas[0].value("V_CH"), "1234,5");
+        EXPECT_EQ(linhas[0].value("NRCH"), "000123");
+        EXPECT_EQ(linhas[0].value("Comentario"), "Aluguel");
+    } else {
+        EXPECT_TRUE(linhas.isEmpty());
+    }
+    EXPECT_TRUE(cheques_pendentes(s).isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Respostas, Pendente, ::testing::Values(Resposta::Yes, Resposta::No));
 
 TEST_F(TelaMain, CancelarOuFalharNaoRegistra) {
     abre();
@@ -504,10 +580,12 @@ TEST_F(TelaMain, CancelarOuFalharNaoRegistra) {
     imp().Falha("ImprimeCheque", Simulador::SemPapel);
     m->Clica("Opcoes", 0);
     ASSERT_EQ(d.Mensagens.size(), 3);
-    EXPECT_EQ(d.Mensagens[2].Texto, "Problemas com a impressao do cheque");
+    EXPECT_TRUE(d.Mensagens[2].Texto.startsWith("Problemas com a impressão do cheque.\n\n"));
     EXPECT_EQ(d.Mensagens[2].Titulo, "Impressão do Cheque (004)");
     EXPECT_EQ(d.Mensagens[2].Icone_, Icone::Exclamacao);
     EXPECT_TRUE(linhas_log().isEmpty());
+    EXPECT_TRUE(cheques_pendentes(s).isEmpty()); // the refused cheque's pending row is dropped
+    EXPECT_EQ(m->Situacao.Caption, "Cheque 7 de R$ 10,00 não foi impresso.");
 }
 
 // The next Index follows the last row's, unless the first row has no Codigo. A number given
@@ -555,7 +633,7 @@ TEST_F(TelaMain, CampoExtraSemPosicaoParaAntesDoDocumento) {
     m->TxtCpo[0].Text = "Obra";
     m->Clica("Opcoes", 0);
     EXPECT_EQ(d.Textos(),
-              QStringList{"Valores de posicao nao cadastrados na impressao do campo 1!\n"});
+              QStringList{"Valores de posição não cadastrados na impressão do campo 1!\n"});
     EXPECT_NE(d.Aberta("CmpExtra"), nullptr);
     EXPECT_TRUE(imp().Chamadas().isEmpty());
 
@@ -576,7 +654,7 @@ TEST_F(TelaMain, CampoExtraGuardadoVazioNaoPedePosicao) {
     ASSERT_EQ(m->TxtCpo[0].Text, " ");
     preenche("001", "10,00", "Ana", "Rio", "05/03/99", "7");
     m->Clica("Opcoes", 0);
-    EXPECT_EQ(d.Textos(), QStringList{"Insira o Documento."});
+    EXPECT_EQ(d.Textos().value(0).left(19), "Insira o Documento.");
     EXPECT_EQ(imp().Chamadas().value(0), "IniciaPorta(COM2)");
     EXPECT_EQ(d.Aberta("CmpExtra"), nullptr);
 }
@@ -688,7 +766,7 @@ TEST_F(TelaMain, PrimeiraVezSoNoSegundoTique) {
     d.Respostas = {Resposta::Cancel};
     m->Timer1_Timer();
     ASSERT_EQ(d.Mensagens.size(), 1);
-    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Para o correto funcionamento"));
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("Bem-vindo ao Vexa Plus!"));
     EXPECT_EQ(s.FaseInicio, 0);
     EXPECT_EQ(m->Timer1.Interval, 10000);
     EXPECT_EQ(ini("Config", "FirstTime"), "1"); // Cancel: it comes again at the next start
@@ -719,7 +797,7 @@ TEST_F(TelaMain, SairEFecharGravamACaixaDoRelatorio) {
     EXPECT_EQ(ini("Sistema", "InRel"), "0");
     EXPECT_TRUE(d.Encerrado);
 
-    m->CheckBox.Value = 1;
+    m->Clica("CheckBox");
     m->Unload();
     EXPECT_EQ(ini("Sistema", "InRel"), "1");
 }
@@ -747,6 +825,8 @@ TEST_F(TelaMain, ChequeDoPedidoImprimeERegistraComoODigitado) {
 
     m->Clica("Opcoes", 3);
     imp().LimpaChamadas();
+    // The same number again: told at the request, printed after "Sim".
+    d.Respostas = {Resposta::OK, Resposta::Yes};
     m->RecebePedido(pedido_da_linha("/B001/V1234,50/FMaria/LSantos/D050399/C000123"));
     m->Clica("Opcoes", 0);
     EXPECT_EQ(imp().Chamadas(), chamadasDigitado);
@@ -789,7 +869,7 @@ TEST_F(TelaMain, PedidosDuranteOPedidoDoDocumentoEsperamAImpressaoESeFundem) {
     preenche("001", "1.234,50", "Maria", "Santos", "05/03/99", "000123");
     m->CheckBox.Value = 1;
     d.enquantoAberta = [&](const QString &texto) {
-        if (texto != "Insira o Documento.") return;
+        if (!texto.startsWith("Insira o Documento.")) return;
         m->RecebePedido({{1, "10"}, {2, "Outro"}, {4, "311299"}});
         m->RecebePedido({{1, "99"}});
         m->RecebePedido({{3, "Rio"}});
@@ -854,6 +934,99 @@ TEST_F(TelaMain, ValorLongoDoPedidoCortadoPeloCampo) {
     m->RecebePedido(lidos);
     EXPECT_EQ(m->Text1[6].Text, QString(12, u'9'));
     EXPECT_EQ(m->Text1[3].Text, "Rio");
+}
+
+// --- the cheque book
+
+TEST_F(TelaMain, OTalaoPropoeONumeroEAvancaACadaImpressao) {
+    grava_proximo_cheque(s, "001", "000123");
+    abre();
+    preenche("", "1,00", "Ana", "Rio", "05/03/99", "");
+    digita_e_sai(0, "1");
+    EXPECT_EQ(m->Text1[6].Text, "000123");
+    m->CheckBox.Value = 1;
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(linhas_log().value(0).value("NRCH"), "000123");
+    EXPECT_EQ(m->Text1[6].Text, "000124");
+    // A number typed over the proposal is printed, and the book follows it.
+    m->Text1[6].Text = "000500";
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(proximo_cheque(s, "001"), "000501");
+    // Another bank without a book takes the proposal away; a typed number would stay.
+    digita_e_sai(0, "237");
+    EXPECT_EQ(m->Text1[6].Text, "");
+    m->Text1[6].Text = "777";
+    digita_e_sai(0, "1");
+    EXPECT_EQ(m->Text1[6].Text, "777");
+}
+
+struct Duplicado {
+    bool cancelado;
+    Resposta resposta;
+};
+class NumeroDuplicado : public TelaMain, public ::testing::WithParamInterface<Duplicado> {};
+
+TEST_P(NumeroDuplicado, ParaAntesDeImprimirENomeiaOAnterior) {
+    const Duplicado &c = GetParam();
+    ASSERT_EQ(registra_cheque(s, {"001", "10,00", "Ana", "Rio", "20/11/26", "000123"}),
+              EstadoRegistro::Gravado);
+    if (c.cancelado) MarcaCheque(s, d, "0000000001", "C");
+    abre();
+    preenche("001", "1,00", "Bia", "Rio", "05/03/99", "000123");
+    d.Respostas = {c.resposta, Resposta::Cancel};
+    m->Clica("Opcoes", 0);
+    ASSERT_GE(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Texto,
+              QString("O cheque nº 000123 deste banco já está no relatório") +
+                  (c.cancelado ? " (cancelado)" : "") +
+                  ":\n\nData: 20/11/26\nFavorecido: Ana\nValor: R$ 10,00\n\nImprimir assim mesmo?");
+    EXPECT_EQ(d.Mensagens[0].Padrao, Resposta::No);
+    // "Sim" goes on to the document; "Não" ends there, on the number.
+    EXPECT_EQ(d.Mensagens.size(), c.resposta == Resposta::Yes ? 2 : 1);
+    if (c.resposta == Resposta::No) EXPECT_EQ(m->Foco().texto(), "Text1(6)");
+}
+INSTANTIATE_TEST_SUITE_P(Talao, NumeroDuplicado,
+                         ::testing::Values(Duplicado{false, Resposta::No},
+                                           Duplicado{true, Resposta::No},
+                                           Duplicado{false, Resposta::Yes}));
+
+TEST_F(TelaMain, PedidoComNumeroJaRegistradoAvisaNaTela) {
+    registra_cheque(s, {"001", "10,00", "Ana", "Rio", "20/11/26", "000123"});
+    abre();
+    m->RecebePedido({{0, "001"}, {6, "000123"}});
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_TRUE(d.Mensagens[0].Texto.endsWith("O pedido de outro programa trouxe este número: "
+                                              "confira-o antes de imprimir."));
+    EXPECT_EQ(m->Foco().texto(), "Text1(6)");
+    EXPECT_TRUE(imp().Chamadas().isEmpty());
+}
+
+TEST_F(TelaMain, FolhaInutilizadaFicaCanceladaEOChequeVaiNaProxima) {
+    grava_proximo_cheque(s, "001", "000123");
+    abre();
+    EXPECT_FALSE(m->Opcoes[8].Enabled);
+    m->Text2[0].Text = "Aluguel";
+    preenche("001", "1,00", "Ana", "Rio", "05/03/99", "000123");
+    m->CheckBox.Value = 1;
+    m->Clica("Opcoes", 0);
+    m->Text1[2].Text = "outro"; // the fields come back as the spoiled cheque had them
+    d.Mensagens.clear();
+    m->Clica("Opcoes", 8);
+    EXPECT_EQ(d.Mensagens.value(0).Padrao, Resposta::Yes);
+    const auto linha = linhas_log().value(0);
+    EXPECT_EQ(linha.value("StCancel"), "C");
+    EXPECT_EQ((QStringList{linha["Comentario"], linha["Comentario1"]}),
+              (QStringList{"Aluguel", "folha inutilizada"}));
+    const auto historico = historico_cheque(s, "0000000001");
+    ASSERT_EQ(historico.size(), 1);
+    EXPECT_EQ(historico[0].Acao, "Folha inutilizada");
+    EXPECT_EQ(historico[0].Linha.value("StCancel"), " ");
+    EXPECT_FALSE(m->Opcoes[8].Enabled);
+    EXPECT_EQ(m->Foco().texto(), "Opcoes(0)");
+    EXPECT_EQ(m->Text1[2].Text, "Ana");
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(linhas_log().value(1).value("NRCH"), "000124");
+    EXPECT_EQ(proximo_cheque(s, "001"), "000125");
 }
 
 } // namespace

@@ -337,4 +337,15 @@ TEST_F(TransfTeste, CarregaGuardadosF4GuardaF8LimpaEEnterSegueAOrdem) {
     EXPECT_EQ(t.Foco().Nome, "txtComentario");
 }
 
+TEST_F(TransfTeste, NumeroJaRegistradoPerguntaAntesDaFolha) {
+    registra_cheque(s, {"001", "10,00", "Ana", "Rio", "01/03/99", "000123"});
+    grava_layout("001", Padrao);
+    ChequeTransf &t = preenchida();
+    t.Clica("Opcoes", 0);
+    ASSERT_EQ(d.Mensagens.size(), 1);
+    EXPECT_EQ(d.Mensagens[0].Titulo, "Cheque já registrado");
+    EXPECT_TRUE(chamadas_porta().isEmpty());
+    EXPECT_EQ(t.Foco().texto(), "txtNumeroCheque");
+}
+
 } // namespace

@@ -57,16 +57,16 @@ TEST_F(Impressao, ComandoImpressoraAbreAgeEFecha) {
     EXPECT_TRUE(d.Mensagens.isEmpty());
 }
 
-TEST_F(Impressao, GaugeVarreAteOVermelhoSoComUmGaugeNaSessao) {
+TEST_F(Impressao, GaugeVarreAteOVermelhoEVoltaAoRepouso) {
     ComandoImpressora(s, d, 2, {"07", "", {}}); // no entry screen: nothing to sweep
     Medidor gauge;
-    AnimaGauge(gauge, 0);
-    EXPECT_EQ(gauge.Value, 0);
-    EXPECT_EQ(gauge.ForeColor, SemCor);
-    s.Gauge1 = &gauge;
-    ComandoImpressora(s, d, 2, {"07", "", {}});
+    AnimaGauge(gauge, 1);
     EXPECT_EQ(gauge.Value, 100);
     EXPECT_EQ(gauge.ForeColor, 255);
+    s.Gauge1 = &gauge;
+    ComandoImpressora(s, d, 2, {"07", "", {}});
+    EXPECT_EQ(gauge.Value, 0);
+    EXPECT_EQ(gauge.ForeColor, SemCor);
 }
 
 // One cheque: the port, what fails, whether the port is tested, the six texts; then the result,
@@ -88,7 +88,7 @@ TEST_P(UmCheque, EntreAberturaEFechamentoDaPorta) {
     Medidor gauge;
     EXPECT_EQ(imprime_um_cheque(s, d, &gauge, c.textos, c.testaPorta), c.resultado);
     EXPECT_EQ(imp().Chamadas(), QStringList{"IniciaPorta(" + c.porta + ")"} + c.chamadas);
-    EXPECT_EQ(gauge.ForeColor, 255); // swept ahead of the port
+    EXPECT_EQ(gauge.Value, 0); // back at rest after the print
     if (c.mensagem.isEmpty()) {
         EXPECT_TRUE(d.Mensagens.isEmpty());
         return;
@@ -114,14 +114,19 @@ INSTANTIATE_TEST_SUITE_P(
                    {"ImprimeCheque(001|10,00| | |05/03/99|10,00)", "FechaPorta()"}},
         CasoCheque{"COM2", "ImprimeCheque", false, Cheque, Simulador::SemPapel,
                    QStringList{Impresso + ")", "FechaPorta()"},
-                   "Problemas com a impressao do cheque", "Impressão do Cheque (004)"},
+                   "Problemas com a impressão do cheque.\n\nA impressora está sem papel ou "
+                   "desligada. Coloque o cheque, verifique se ela está ligada e tente de novo.",
+                   "Impressão do Cheque (004)"},
         // the single cheque doesn't look at the port: the cheque's own code tells
         CasoCheque{"COM1", "", false, Cheque, Simulador::PortaFechada,
                    QStringList{Impresso + ")", "FechaPorta()"},
-                   "Problemas com a impressao do cheque", "Impressão do Cheque (002)"},
+                   "Problemas com a impressão do cheque.\n\nA impressora não respondeu na porta "
+                   "COM1. Verifique o cabo e a porta em Arquivo > Configurações e tente de novo.",
+                   "Impressão do Cheque (002)"},
         CasoCheque{"COM1", "", true, Cheque, std::nullopt, QStringList{},
-                   "Problemas ao se comunicar com a impressora!\rVerifique a mesma e selecione "
-                   "\"OK\"!",
+                   "Problemas ao se comunicar com a impressora!\rA impressora não respondeu na "
+                   "porta COM1. Verifique o cabo e a porta em Arquivo > Configurações e tente "
+                   "de novo.",
                    "Impressão do Cheque"}));
 
 // Operation, the operation told to fail ("" none) and its code, the calls, the message.
@@ -216,16 +221,16 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(CasoCampos({"20", "109"}, {"0123456789", "", ""}, 1,
                                  "ImprimeCampoX(1|20|109|0123456789)", ""),
                       CasoCampos({"21", "1"}, {"x", "", ""}, -4, "",
-                                 "Valores de posicao incorretos na impressao do campo 1!\n"
+                                 "Valores de posição incorretos na impressão do campo 1!\n"
                                  "Linha = 21 e Coluna =  1 + texto de tamanho  1!"),
                       CasoCampos({"20", "110"}, {"0123456789", "", ""}, -4, "",
-                                 "Valores de posicao incorretos na impressao do campo 1!\n"
+                                 "Valores de posição incorretos na impressão do campo 1!\n"
                                  "Linha = 20 e Coluna =  110 + texto de tamanho  10!"),
                       CasoCampos({"5", "5", "-", "-"}, {"a", "b", ""}, -4, "",
-                                 "Valores de posicao nao cadastrados na impressao do campo 2!\n"),
+                                 "Valores de posição não cadastrados na impressão do campo 2!\n"),
                       // The check stops at the first bad field, before anything is sent.
                       CasoCampos({"5", "5", "5", "5", "30", "5"}, {"a", "b", "c"}, -4, "",
-                                 "Valores de posicao incorretos na impressao do campo 3!\n"
+                                 "Valores de posição incorretos na impressão do campo 3!\n"
                                  "Linha = 30 e Coluna =  5 + texto de tamanho  1!"),
                       // Texts go unconverted; a stray last character below "0" is dropped.
                       CasoCampos({"3 ", "-2", "4\t", "7-", "-1", "8"}, {"", "São", "c"}, 1,
@@ -264,7 +269,7 @@ TEST_F(Impressao, MontaExtensoLeAsPalavrasDoArquivo) {
 
     for (const auto &[codigo, mensagem] :
          {std::pair{qint16(1), QString("ERRO NOS VALORES PASSADOS")},
-          {qint16(2), QString("Nao foi Possível Abrir o Arquivo")}}) {
+          {qint16(2), QString("Não foi possível abrir o arquivo")}}) {
         d.Mensagens.clear();
         imp().Falha("MontaValor", codigo);
         MontaExtenso(s, d, "7");

@@ -229,29 +229,42 @@ TEST_F(PesquisaTeste, RegistroVazioOfereceOCadastro) {
     EXPECT_EQ(d.Abertas.count("Cidade"), 1);
 }
 
-// Every button of these screens answers to Alt and a letter of its own.
-class TeclasDeAcesso : public teste::Registros, public ::testing::WithParamInterface<QString> {};
+// Every button of these screens answers to Alt and a letter of its own; on the screens whose
+// options and boxes are reached by the keyboard too, so are those.
+struct CasoTeclas {
+    QString tela;
+    bool opcoes = false;
+};
+
+class TeclasDeAcesso : public teste::Registros, public ::testing::WithParamInterface<CasoTeclas> {};
 
 TEST_P(TeclasDeAcesso, UmaLetraSoDeCadaBotao) {
-    const std::unique_ptr<Tela> t = cria_tela(GetParam(), s, d);
+    const std::unique_ptr<Tela> t = cria_tela(GetParam().tela, s, d);
     ASSERT_NE(t, nullptr);
     QStringList letras;
     for (const auto &[ref, c] : t->controles()) {
-        if (c->Tipo != TipoControle::Botao) continue;
+        const bool opcao = c->Tipo == TipoControle::Opcao || c->Tipo == TipoControle::Caixa;
+        if (c->Tipo != TipoControle::Botao && !(opcao && GetParam().opcoes)) continue;
         const qsizetype e = c->Caption.indexOf(u'&');
-        ASSERT_TRUE(e >= 0 && e + 1 < c->Caption.size()) << c->Caption.toStdString();
+        ASSERT_TRUE(e >= 0 && e + 1 < c->Caption.size()) << ref.texto().toStdString();
         const QString letra = c->Caption.mid(e + 1, 1).toLower();
-        EXPECT_FALSE(letras.contains(letra)) << c->Caption.toStdString();
+        EXPECT_FALSE(letras.contains(letra)) << ref.texto().toStdString();
         letras << letra;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Telas, TeclasDeAcesso,
-                         ::testing::Values(telas::ChequeTransf, telas::Bancos, telas::BancTrans,
-                                           telas::Favorec, telas::Cidade, telas::Pesquisa,
-                                           telas::Saida, telas::Ajusta,
-                                           telas::AjustaChequeTransferencia, telas::Script,
-                                           telas::AjusteScript, telas::CmpCopia),
-                         [](const auto &info) { return info.param.toStdString(); });
+INSTANTIATE_TEST_SUITE_P(
+    Telas, TeclasDeAcesso,
+    ::testing::Values(CasoTeclas{telas::Main}, CasoTeclas{telas::ChePrz},
+                      CasoTeclas{telas::CmpExtra}, CasoTeclas{telas::ChequeTransf},
+                      CasoTeclas{telas::Bancos}, CasoTeclas{telas::BancTrans},
+                      CasoTeclas{telas::Favorec}, CasoTeclas{telas::Cidade},
+                      CasoTeclas{telas::Pesquisa}, CasoTeclas{telas::Saida},
+                      CasoTeclas{telas::Ajusta}, CasoTeclas{telas::AjustaChequeTransferencia},
+                      CasoTeclas{telas::Script}, CasoTeclas{telas::AjusteScript},
+                      CasoTeclas{telas::CmpCopia}, CasoTeclas{telas::Relato, true},
+                      CasoTeclas{telas::Filtro, true}, CasoTeclas{telas::ExcluiRel, true},
+                      CasoTeclas{telas::Configura, true}, CasoTeclas{telas::OpSoft, true}),
+    [](const auto &info) { return info.param.tela.toStdString(); });
 
 } // namespace

@@ -335,29 +335,6 @@ INSTANTIATE_TEST_SUITE_P(
                               3}),
     [](const auto &info) { return std::string(info.param.caso); });
 
-// --- access keys: every button and option of the three screens has its own
-
-class TeclasDoRelatorio : public TelaRelato, public ::testing::WithParamInterface<QString> {};
-
-TEST_P(TeclasDoRelatorio, UmaPorBotaoSemRepetir) {
-    const std::unique_ptr<Tela> t = cria_tela(GetParam(), s, d);
-    ASSERT_TRUE(t);
-    QSet<QChar> usadas;
-    for (const auto &[ref, c] : t->controles()) {
-        if (c->Tipo != TipoControle::Botao && c->Tipo != TipoControle::Opcao &&
-            c->Tipo != TipoControle::Caixa)
-            continue;
-        const qsizetype e = c->Caption.indexOf('&');
-        ASSERT_TRUE(e >= 0 && e + 1 < c->Caption.size()) << ref.texto().toStdString();
-        EXPECT_FALSE(usadas.contains(c->Caption[e + 1].toLower())) << ref.texto().toStdString();
-        usadas.insert(c->Caption[e + 1].toLower());
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Relatorio, TeclasDoRelatorio,
-                         ::testing::Values(telas::Relato, telas::Filtro, telas::ExcluiRel),
-                         [](const auto &info) { return info.param.toStdString(); });
-
 // --- filter criteria
 
 struct Criterio {
@@ -827,7 +804,10 @@ class OrdemDaLista : public TelaRelato, public ::testing::WithParamInterface<Ord
 TEST_P(OrdemDaLista, ColunaOrdenaPeloSentido) {
     grava_exemplo();
     Relato &r = relato();
-    r.Ordena(GetParam().coluna, GetParam().crescente);
+    // A click on a heading sorts up by its column; a second click turns the order round.
+    if (GetParam().coluna < 0) r.Ordena(-1, GetParam().crescente);
+    for (int i = GetParam().coluna < 0 ? 2 : GetParam().crescente ? 1 : 0; i < 2; ++i)
+        r.Cabecalho_Click(GetParam().coluna);
     EXPECT_EQ(indices(r), GetParam().ordem);
     // The lists and the report follow the order on the screen.
     EXPECT_EQ(Conjunto(s, TabLog).Campo("Index"), GetParam().ordem.first());
@@ -855,8 +835,13 @@ TEST_F(TelaRelato, FiltroMostraSinalContagemEOrdemFica) {
     EXPECT_EQ(r.LabelContagem.Caption, "2 cheques");
     r.Clica("SSCommand5");
     EXPECT_FALSE(r.LabelFiltro.Visible);
-    QList<SomaMensal> somas;
-    ASSERT_TRUE(somas_mensais(*r.Linhas(), somas));
+    // The table's cells, in the order by amount: the cancelled cheque spelt out, the amount
+    // with its thousands.
+    EXPECT_EQ(r.Celulas(2), (QStringList{"", "000123", "001", "1.234,50", "05/02/99",
+                                         "Maria D'Ávila", "São Paulo", "Aluguel de fevereiro"}));
+    EXPECT_EQ(r.Celulas(1)[ColunaLog::Situacao], "Cancelado");
+    EXPECT_TRUE(r.Cancelada(1) && !r.Cancelada(2));
+    const QList<SomaMensal> somas = r.SomasGrafico();
     // The chart's sums are the plain sums of the cheques not cancelled, by month and bank.
     QSqlQuery q(s.Banco->db());
     ASSERT_TRUE(q.exec("SELECT substr(Data,7,2)||substr(Data,4,2), Banco, "
@@ -911,23 +896,68 @@ TEST_F(TelaRelato, PlanilhasTrazemCadaValorDeVolta) {
     EXPECT_EQ(celulas(volta.readAll()), celulas(esperado));
 }
 
-TEST_F(Cancelamento, CanceladoNoMeioNaoDeixaNadaPelaMetade) {
+// Cancelar in the progress of each long road, in the middle of the rows: no file, nothing
+// printed, no cheque marked, none purged.
+enum class Caminho { Csv, Ods, Geral, ListaArquivo, ListaSistema, ListaVexa, Todos, Expurgo };
+struct Parada {
+    Caminho caminho;
+    QString janela;
+};
+class ParadaNoMeio : public Cancelamento, public ::testing::WithParamInterface<Parada> {};
+
+TEST_P(ParadaNoMeio, NaoDeixaNadaPelaMetade) {
     grava_exemplo();
     Relato &r = relato();
-    d.Progressos.CancelaEm = 0;
-    // The spreadsheet and the general report: no file.
-    d.CaminhoSalvar = pasta.path() + "/parou.csv";
-    r.Clica("Exportar", 0);
-    r.Clica("criar");
+    d.CancelaNoValor = 1;
+    d.CaminhoSalvar = pasta.path() + "/parou.txt";
+    switch (GetParam().caminho) {
+    case Caminho::Csv:
+    case Caminho::Ods:
+        r.Clica("Exportar", GetParam().caminho == Caminho::Ods);
+        break;
+    case Caminho::Geral:
+        r.Clica("criar");
+        break;
+    case Caminho::ListaArquivo:
+    case Caminho::ListaSistema:
+    case Caminho::ListaVexa:
+        r.Clica(GetParam().caminho == Caminho::ListaSistema ? "OpCmd02"
+                : GetParam().caminho == Caminho::ListaVexa  ? "OpCmd"
+                                                            : "OpCmd01",
+                0);
+        d.Respostas = {Resposta::OK};
+        r.Clica("SSCommand1");
+        break;
+    case Caminho::Todos: {
+        ExcluiRel &e = cancelamento(r);
+        escolhe(e, 1, false, true);
+        d.Respostas = {Resposta::Yes};
+        e.Clica("BtnCmd", 0);
+        break;
+    }
+    case Caminho::Expurgo:
+        // The purge stops between keeping the old cheques and deleting them.
+        d.CancelaNaEtapa = 2;
+        s.PeriodoRel = 30;
+        d.Respostas = {Resposta::Yes};
+        ExpurgaCheques(s, d);
+        break;
+    }
+    EXPECT_EQ(d.Progressos.value(0), GetParam().janela);
     EXPECT_FALSE(QFile::exists(d.CaminhoSalvar));
-    // Every cheque: none marked, the list as it was.
-    ExcluiRel &e = cancelamento(r);
-    escolhe(e, 1, false, true);
-    d.Respostas = {Resposta::Yes};
-    e.Clica("BtnCmd", 0);
-    EXPECT_EQ(cancelados(), QStringList{"0000000002"});
+    EXPECT_TRUE(d.Impressos.isEmpty());
+    EXPECT_TRUE(QDir(imp().PastaPapel()).entryList({"*.txt"}, QDir::Files).isEmpty());
     EXPECT_EQ(indices(r), tres);
-    ASSERT_EQ(d.Progressos.Trabalhos.size(), 3);
-    for (const auto &t : d.Progressos.Trabalhos)
-        EXPECT_TRUE(t.Terminado && t.Cancelavel && !t.Passos.isEmpty()) << t.Titulo.toStdString();
+    EXPECT_EQ(cancelados(), QStringList{"0000000002"});
+    EXPECT_EQ(Conjunto(s, TabLog).RecordCount(), 3);
 }
+
+INSTANTIATE_TEST_SUITE_P(Relatorio, ParadaNoMeio,
+                         ::testing::Values(Parada{Caminho::Csv, "Exportar Planilha"},
+                                           Parada{Caminho::Ods, "Exportar Planilha"},
+                                           Parada{Caminho::Geral, "Relatório Geral"},
+                                           Parada{Caminho::ListaArquivo, "Enviar Lista"},
+                                           Parada{Caminho::ListaSistema, "Enviar Lista"},
+                                           Parada{Caminho::ListaVexa, "Enviar Lista"},
+                                           Parada{Caminho::Todos, "Opções de Cancelamento"},
+                                           Parada{Caminho::Expurgo, "Expurgo de Cheques"}));

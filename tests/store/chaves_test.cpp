@@ -143,7 +143,7 @@ TEST_F(Chaves, BancoComChavesSemIndiceDoBancoSobeSoOQueFalta) {
     EXPECT_TRUE(d.Mensagens.isEmpty());
     s.reset();
     Conexao outro(arquivo());
-    EXPECT_EQ(outro.coluna("PRAGMA user_version"), QStringList{"2"});
+    EXPECT_EQ(outro.coluna("PRAGMA user_version"), QStringList{"3"});
     EXPECT_EQ(outro.coluna("SELECT DataChave FROM Log"), QStringList{"240501"});
     QSqlQuery q(outro.db());
     ASSERT_TRUE(q.exec("EXPLAIN QUERY PLAN SELECT rowid FROM Log WHERE Banco = '237' ORDER BY "

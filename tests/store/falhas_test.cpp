@@ -1,4 +1,5 @@
 // Writes the database refuses: the row of a printed cheque, a register's record.
+#include "cheque/cheprz.h"
 #include "cheque/main.h"
 #include "core/desktop_roteiro.h"
 #include "core/inicio.h"
@@ -63,7 +64,15 @@ class EscritaRecusada : public ::testing::TestWithParam<Bloqueio> {
     bool imutavel = false;
 };
 
-TEST_P(EscritaRecusada, ChequeImpressoSemLinhaAvisaComOsDadosDoCheque) {
+QString nao_impresso(const QString &causa) {
+    return "O cheque não foi impresso, porque não pode ser registrado no relatório.\n\nO banco "
+           "de dados \"VEXA.db\" " +
+           causa + "\n\nPara imprimir sem registrar, desmarque \"Incluir no relatório\".";
+}
+
+// A register that can't take the cheque stops it before the printer, and the operator is told
+// why: a printed cheque never goes without its row.
+TEST_P(EscritaRecusada, ChequeQueNaoPodeSerRegistradoNaoImprime) {
     auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
     const QStringList textos{"001", "1234,5", "Maria", "Santos", "05/03/99", "", "000123"};
     for (int i = 0; i < 7; ++i)
@@ -71,14 +80,19 @@ TEST_P(EscritaRecusada, ChequeImpressoSemLinhaAvisaComOsDadosDoCheque) {
     m->SetFocus("CheckBox");
     m->CheckBox.Value = 1;
     d.Mensagens.clear();
+    static_cast<Simulador &>(*s.Impressora).LimpaChamadas();
     m->Clica("Opcoes", 0);
     ASSERT_EQ(d.Mensagens.size(), 2) << d.Textos().join('|').toStdString();
-    EXPECT_EQ(d.Mensagens[0].Texto, "Insira o Documento.");
     const auto &aviso = d.Mensagens[1];
-    EXPECT_EQ(aviso.Texto, "O cheque foi impresso, mas não foi registrado no relatório.\n\n"
-                           "Banco: 001\nValor: 1.234,50\nFavorecido: Maria\nNúmero: 000123");
+    EXPECT_EQ(aviso.Texto,
+              nao_impresso(GetParam() == Bloqueio::Travado
+                               ? "está sendo usado por outro programa. Feche esse programa e "
+                                 "tente de novo."
+                               : "não aceita gravação: o disco está cheio ou o arquivo está "
+                                 "protegido."));
     EXPECT_EQ(aviso.Titulo, "Impressão do Cheque");
-    EXPECT_EQ(aviso.Icone_, Icone::Critico);
+    EXPECT_EQ(aviso.Icone_, Icone::Exclamacao);
+    EXPECT_TRUE(static_cast<Simulador &>(*s.Impressora).Chamadas().isEmpty());
 }
 
 TEST_P(EscritaRecusada, CadastroDizQueORegistroNaoFoiGravado) {
@@ -98,7 +112,7 @@ TEST_P(EscritaRecusada, CadastroDizQueORegistroNaoFoiGravado) {
 INSTANTIATE_TEST_SUITE_P(Casos, EscritaRecusada,
                          ::testing::Values(Bloqueio::SoLeitura, Bloqueio::Travado));
 
-TEST(BancoAusente, ChequeImpressoSemBancoNaoDizNada) {
+TEST(BancoAusente, ChequeNaoImprimeSemORegistro) {
     QTemporaryDir pasta;
     Sessao s(pasta.path());
     prepara_pasta_dados(s);
@@ -112,7 +126,43 @@ TEST(BancoAusente, ChequeImpressoSemBancoNaoDizNada) {
     m->CheckBox.Value = 1;
     d.Mensagens.clear();
     m->Clica("Opcoes", 0);
-    EXPECT_EQ(d.Textos(), QStringList{"Insira o Documento."});
+    EXPECT_EQ(d.Textos().value(1), nao_impresso("não foi encontrado."));
+    EXPECT_TRUE(static_cast<Simulador &>(*s.Impressora).Registro().isEmpty());
 }
+
+// Another program locks the database after the screen opened it: the bank's code can't be
+// checked, and the operator hears that instead of hearing that the bank doesn't exist.
+class BancoIlegivel : public ::testing::TestWithParam<bool> {};
+
+TEST_P(BancoIlegivel, DizQueOCadastroNaoPodeSerLido) {
+    const bool prazo = GetParam();
+    QTemporaryDir pasta;
+    Sessao s(pasta.path());
+    prepara_pasta_dados(s);
+    s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
+    DesktopRoteiro d;
+    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+    ASSERT_NE(AbreTabelas(s, d, 0, 0, 0, 0), -2);
+    Tela *tela = prazo ? d.Abre(std::make_unique<ChePrz>(s, d)) : m;
+    const QString campo = prazo ? "Text3" : "Text1";
+    const QString conexao = "trava-" + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", conexao);
+        db.setDatabaseName(s.CaminhoApp + "/VEXA.db");
+        ASSERT_TRUE(db.open());
+        ASSERT_TRUE(QSqlQuery(db).exec("BEGIN EXCLUSIVE"));
+    }
+    d.Mensagens.clear();
+    tela->Digita(campo, 0, "1");
+    tela->SetFocus(campo, 1);
+    QSqlDatabase::database(conexao, false).close();
+    QSqlDatabase::removeDatabase(conexao);
+    EXPECT_EQ(d.Textos(), QStringList{"O cadastro não pode ser lido agora: o banco de dados "
+                                      "\"VEXA.db\" está sendo usado por outro programa ou está "
+                                      "danificado. Tente de novo em seguida."});
+    EXPECT_EQ(tela->controle(campo, 0)->Text, "001");
+}
+
+INSTANTIATE_TEST_SUITE_P(Telas, BancoIlegivel, ::testing::Bool());
 
 } // namespace

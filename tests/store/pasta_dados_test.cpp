@@ -3,6 +3,7 @@
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -81,6 +82,50 @@ TEST(PastaDadosUsada, BaseQueSumiuNaoVoltaVazia) {
     DesktopRoteiro d;
     EXPECT_EQ(AbreTabelas(outra, d, 1, 0, 0, 0), -2);
     EXPECT_FALSE(QFile::exists(pasta.filePath("VEXA.db")));
+}
+
+} // namespace
+
+namespace {
+
+struct CasoLugar {
+    const char *nome;
+    const char *ambiente; // VEXA_DADOS, null when unset
+    const char *chave;    // PastaDados in the standard folder's VEXA.INI, null when absent
+    QString esperado;     // "P" stands for the standard folder, "~" for the home folder
+};
+
+class LugarPastaDados : public ::testing::TestWithParam<CasoLugar> {};
+
+// The environment wins over the key, and the key over the standard folder.
+TEST_P(LugarPastaDados, AmbienteChaveOuPadrao) {
+    const CasoLugar c = GetParam();
+    QTemporaryDir padrao;
+    if (c.chave) LeGravaIni(padrao.filePath("VEXA.INI"), "Sistema", "PastaDados", c.chave);
+    c.ambiente ? qputenv("VEXA_DADOS", c.ambiente) : qunsetenv("VEXA_DADOS");
+    QString esperado = c.esperado;
+    if (esperado.startsWith('P')) esperado.replace(0, 1, padrao.path());
+    if (esperado.startsWith('~')) esperado.replace(0, 1, QDir::homePath());
+    EXPECT_EQ(escolhe_pasta_dados(padrao.path()), QDir::cleanPath(esperado));
+    qunsetenv("VEXA_DADOS");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Escolhas, LugarPastaDados,
+    ::testing::Values(CasoLugar{"padrao", nullptr, nullptr, "P"},
+                      CasoLugar{"relativa", nullptr, "../outra", "P/../outra"},
+                      CasoLugar{"na_casa", nullptr, "~/Sincronizada/Vexa", "~/Sincronizada/Vexa"},
+                      CasoLugar{"ambiente_vence", "/srv/vexa/", "/mnt/disco2", "/srv/vexa"}),
+    [](const auto &info) { return std::string(info.param.nome); });
+
+// A folder that can't be made (a file stands in its way) is told, not replaced.
+TEST(LugarPastaDadosInvalida, DizQueNaoPodeSerUsada) {
+    QTemporaryDir d;
+    QFile(d.filePath("arquivo")).open(QIODevice::WriteOnly);
+    EXPECT_TRUE(verifica_pasta_dados(d.path()).isEmpty());
+    EXPECT_TRUE(verifica_pasta_dados(d.filePath("arquivo/dados"))
+                    .startsWith("A pasta de dados \"" + d.filePath("arquivo/dados") +
+                                "\" não pode ser usada"));
 }
 
 } // namespace

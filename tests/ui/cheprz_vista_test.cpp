@@ -109,7 +109,13 @@ TEST_F(JanelaPrazo, TresParcelasDigitadasSaemNoPapelENoLog) {
     imp.LimpaChamadas();
     const int antes = imp.UltimoPapel();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    EXPECT_EQ(respostas.Vistas, QStringList(3, "Impressão do Cheque: Insira o Documento."));
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(respostas.Vistas.value(i),
+                  QStringLiteral("Impressão do Cheque: Insira o Documento.\n\nParcela %1 de 3 — "
+                                 "cheque 00050%2 — R$ %3")
+                      .arg(i + 1)
+                      .arg(i + 1)
+                      .arg(i == 0 ? "333,34" : "333,33"));
     const QStringList chamadas = imp.Chamadas();
     ASSERT_EQ(chamadas.size(), 9);
     EXPECT_EQ(chamadas[1], "ImprimeCheque(001|333,34|" + ConverteTexto("Construtora São Jorge") +

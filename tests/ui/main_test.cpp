@@ -93,7 +93,8 @@ TEST_F(JanelaMain, ChequeDigitadoTeclaATeclaSaiNoPapelENoLog) {
 
     imp.LimpaChamadas();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    EXPECT_EQ(respostas.Vistas, QStringList{"Impressão do Cheque: Insira o Documento."});
+    EXPECT_EQ(respostas.Vistas, QStringList{"Impressão do Cheque: Insira o Documento.\n\n"
+                                            "Cheque 000123 — R$ 1.234,50 — Maria"});
     EXPECT_EQ(imp.Chamadas(),
               (QStringList{"IniciaPorta(COM2)",
                            "ImprimeCheque(001|1.234,50|Maria|Santos|05/03/99|)", "FechaPorta()"}));

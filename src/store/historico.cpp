@@ -1,0 +1,149 @@
+#include "store/historico.h"
+
+#include "core/relogio.h"
+#include "store/leitura_direta.h"
+#include "store/tabelas.h"
+
+#include <QSqlQuery>
+#include <QSysInfo>
+#include <QVariant>
+#include <sqlite3.h>
+
+namespace vexa {
+
+namespace {
+
+QString acao_corrente;
+
+void resultado_texto(sqlite3_context *ctx, const QString &texto) {
+    const QByteArray b = texto.toUtf8();
+    sqlite3_result_text(ctx, b.constData(), int(b.size()), SQLITE_TRANSIENT);
+}
+
+QString usuario() {
+    const QString u = qEnvironmentVariable("USER");
+    return u.isEmpty() ? qEnvironmentVariable("USERNAME") : u;
+}
+
+void sql_quando(sqlite3_context *ctx, int, sqlite3_value **) {
+    resultado_texto(ctx, agora().toString("dd/MM/yyyy HH:mm:ss"));
+}
+void sql_usuario(sqlite3_context *ctx, int, sqlite3_value **) {
+    resultado_texto(ctx, usuario());
+}
+void sql_maquina(sqlite3_context *ctx, int, sqlite3_value **) {
+    resultado_texto(ctx, QSysInfo::machineHostName());
+}
+void sql_acao(sqlite3_context *ctx, int, sqlite3_value **argv) {
+    if (!acao_corrente.isEmpty()) return resultado_texto(ctx, acao_corrente);
+    const auto *p = reinterpret_cast<const char *>(sqlite3_value_text(argv[0]));
+    resultado_texto(ctx, p ? QString::fromUtf8(p) : QString());
+}
+
+// The insert of an entry: the row's fields taken from `origem` ("OLD." in a trigger).
+QString insere_entrada(const QString &acao, const QString &origem) {
+    QStringList colunas, valores;
+    for (const QString &c : campos_historico()) {
+        colunas << '"' + c + '"';
+        valores << origem + '"' + c + '"';
+    }
+    return "INSERT INTO Historico (Quando, Usuario, Maquina, Acao, " + colunas.join(',') +
+           ") VALUES (historico_quando(), historico_usuario(), historico_maquina(), " +
+           "historico_acao(" + acao + "), " + valores.join(',') + ")";
+}
+
+} // namespace
+
+const QStringList &campos_historico() {
+    static const QStringList c = {"Index",      "Codigo",      "Banco",       "V_CH",
+                                  "Favor",      "Local",       "Data",        "NRCH",
+                                  "Comentario", "Comentario1", "Comentario2", "StCancel"};
+    return c;
+}
+
+void prepara_historico(QSqlDatabase &db) {
+    sqlite3 *s = conexao_sqlite(db);
+    if (!s) return;
+    const int f = SQLITE_UTF8;
+    sqlite3_create_function(s, "historico_quando", 0, f, nullptr, sql_quando, nullptr, nullptr);
+    sqlite3_create_function(s, "historico_usuario", 0, f, nullptr, sql_usuario, nullptr, nullptr);
+    sqlite3_create_function(s, "historico_maquina", 0, f, nullptr, sql_maquina, nullptr, nullptr);
+    sqlite3_create_function(s, "historico_acao", 1, f, nullptr, sql_acao, nullptr, nullptr);
+    // Kept to this connection: another program writing the file is not held to functions it
+    // hasn't.
+    QStringList campos, mudou;
+    for (const QString &c : campos_historico()) {
+        campos << '"' + c + '"';
+        mudou << "OLD.\"" + c + "\" IS NOT NEW.\"" + c + '"';
+    }
+    QSqlQuery q(db);
+    q.exec("CREATE TEMP TRIGGER IF NOT EXISTS HistoricoExclui BEFORE DELETE ON main.Log BEGIN " +
+           insere_entrada("'Exclusão'", "OLD.") + "; END");
+    q.exec("CREATE TEMP TRIGGER IF NOT EXISTS HistoricoAltera BEFORE UPDATE OF " +
+           campos.join(',') + " ON main.Log WHEN " + mudou.join(" OR ") + " BEGIN " +
+           insere_entrada("CASE WHEN NEW.StCancel = 'C' AND OLD.StCancel IS NOT 'C' THEN "
+                          "'Cancelamento' ELSE 'Alteração' END",
+                          "OLD.") +
+           "; END");
+}
+
+AcaoHistorico::AcaoHistorico(const QString &acao) : anterior_(acao_corrente) {
+    acao_corrente = acao;
+}
+
+AcaoHistorico::~AcaoHistorico() {
+    acao_corrente = anterior_;
+}
+
+bool grava_historico(Sessao &s, const QString &Index, const QString &Acao) {
+    BaseDados &b = base_dados(s);
+    if (!b.Abre()) return false;
+    QStringList campos;
+    for (const QString &c : campos_historico())
+        campos << '"' + c + '"';
+    QSqlQuery q(b.db());
+    q.prepare("INSERT INTO Historico (Quando, Usuario, Maquina, Acao, " + campos.join(',') +
+              ") SELECT historico_quando(), historico_usuario(), historico_maquina(), ?, " +
+              campos.join(',') + " FROM Log WHERE \"Index\" = ?");
+    q.addBindValue(Acao);
+    q.addBindValue(Index);
+    return q.exec();
+}
+
+namespace {
+// The entries of the select, by the Index of each, in its order.
+QHash<QString, QList<EntradaHistorico>> le_entradas(Sessao &s, const QString &onde,
+                                                    const QVariantList &valores) {
+    QHash<QString, QList<EntradaHistorico>> entradas;
+    BaseDados &b = base_dados(s);
+    if (!b.Abre()) return entradas;
+    QSqlQuery q(b.db());
+    q.setForwardOnly(true);
+    q.prepare("SELECT * FROM Historico" + onde + " ORDER BY Id");
+    for (const QVariant &v : valores)
+        q.addBindValue(v);
+    if (!q.exec()) return entradas;
+    while (q.next()) {
+        EntradaHistorico e{q.value("Quando").toString(),
+                           q.value("Usuario").toString(),
+                           q.value("Maquina").toString(),
+                           q.value("Acao").toString(),
+                           {}};
+        for (const QString &c : campos_historico())
+            e.Linha.insert(c, q.value(c).toString());
+        entradas[e.Linha.value("Index")].append(e);
+    }
+    return entradas;
+}
+} // namespace
+
+QList<EntradaHistorico> historico_cheque(Sessao &s, const QString &Index) {
+    if (Index.isEmpty()) return {};
+    return le_entradas(s, " WHERE \"Index\" = ?", {Index}).value(Index);
+}
+
+QHash<QString, QList<EntradaHistorico>> historico_completo(Sessao &s) {
+    return le_entradas(s, QString(), {});
+}
+
+} // namespace vexa
