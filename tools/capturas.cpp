@@ -14,6 +14,7 @@
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
+#include "reports/filtro.h"
 #include "reports/relato.h"
 #include "settings/calibra.h"
 #include "store/historico.h"
@@ -177,6 +178,10 @@ void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
     lista.SetSelected(2, true);
     escolhe_linha(*relato, 2);
     grava(desktop.Janela(*relato), "relato");
+    // One bank's cheques: the filter's sign over the table, the chart of that bank alone.
+    MontaFiltroLog(sessao, desktop, "237", "", "", "", "", "", "", "");
+    grava(desktop.Janela(*relato), "relato-filtro");
+    relato->Clica("SSCommand5");
     relato->Clica("SSCommand4");
     if (Tela *cancela = desktop.Aberta("ExcluiRel")) {
         grava(desktop.Janela(*cancela), "excluirel");

@@ -114,6 +114,7 @@ void desenha_grafico(QChartView &v, const QList<SomaMensal> &somas) {
     auto *y = new QValueAxis;
     y->setRange(0, double(maior) / 100.0 * 1.05);
     y->setLabelFormat("%.0f");
+    y->setTitleText("R$");
     y->applyNiceNumbers();
     g.addAxis(y, Qt::AlignLeft);
     serie->attachAxis(y);

@@ -68,7 +68,7 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
     cabeca->setSectionsClickable(true);
     cabeca->setHighlightSections(false);
     cabeca->setStretchLastSection(true);
-    const int larguras[] = {80, 70, 52, 110, 74, 230, 120, 160};
+    const int larguras[] = {78, 62, 50, 100, 68, 200, 110, 100};
     for (int c = 0; c < ColunasLog; ++c)
         cabeca->resizeSection(c, larguras[c]);
     QObject::connect(cabeca, &QHeaderView::sectionClicked, tabela, [&r](int coluna) {
@@ -101,6 +101,7 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
     divisao->addWidget(ladoGrafico);
     divisao->setStretchFactor(0, 3);
     divisao->setStretchFactor(1, 2);
+    divisao->setSizes({820, 440});
     divisao->setChildrenCollapsible(false);
     v->addWidget(divisao, 1);
 
@@ -194,7 +195,7 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
         },
         Qt::QueuedConnection);
 
-    tela.LarguraJanela = 1280;
+    tela.LarguraJanela = 1300;
     tela.AlturaJanela = 820;
 }
 
