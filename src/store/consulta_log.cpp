@@ -1,8 +1,13 @@
 #include "store/consulta_log.h"
 
+#include "store/basedados.h"
+#include "store/leitura_direta.h"
+
+#include <QHash>
 #include <QRegularExpression>
 #include <QSqlQuery>
 #include <cmath>
+#include <sqlite3.h>
 
 namespace vexa {
 
@@ -17,6 +22,28 @@ QString condicao(const QString &sql) {
     return m.hasMatch() ? m.captured(1).trimmed() : QString();
 }
 
+// The folded key of a name as the sort's key, made once per row rather than once per
+// comparison; a register repeats its payees and cities, so each name is folded once.
+void sql_chave_texto(sqlite3_context *ctx, int, sqlite3_value **argv) {
+    static QHash<QByteArray, QByteArray> feitas;
+    const auto *p = reinterpret_cast<const char *>(sqlite3_value_text(argv[0]));
+    if (!p) return sqlite3_result_null(ctx);
+    const int n = sqlite3_value_bytes(argv[0]);
+    auto i = feitas.constFind(QByteArray::fromRawData(p, n));
+    if (i == feitas.constEnd()) {
+        if (feitas.size() > 200000) feitas.clear();
+        i = feitas.insert(QByteArray(p, n), chave_texto(QString::fromUtf8(p, n)).toUtf8());
+    }
+    sqlite3_result_text(ctx, i->constData(), int(i->size()), SQLITE_TRANSIENT);
+}
+
+// An amount of the register as a number: the plain "1234,5" by SQL alone, any other form
+// through the program's own reading. And the same in whole centavos.
+const QString ValorSql =
+    QStringLiteral("(CASE WHEN instr(V_CH, '.') = 0 THEN CAST(replace(V_CH, ',', '.') AS REAL) "
+                   "ELSE CDBL(V_CH) END)");
+const QString CentavosSql = "CAST(round(" + ValorSql + " * 100) AS INTEGER)";
+
 QString ordem(int coluna) {
     using namespace ColunaLog;
     switch (coluna) {
@@ -26,19 +53,19 @@ QString ordem(int coluna) {
         return QStringLiteral("StCancel");
     case Numero:
         // Numbers as numbers; a number with letters after the plain ones.
-        return QStringLiteral("CAST(trim(NRCH) AS INTEGER) %1, NRCH COLLATE TEXTO");
+        return QStringLiteral("CAST(trim(NRCH) AS INTEGER) %1, NRCH");
     case BancoLog:
         return QStringLiteral("Banco");
     case Valor:
-        return QStringLiteral("CDBL(V_CH)");
+        return ValorSql;
     case DataLog:
         return QString(ColunaDataChave);
     case Favorecido:
-        return QStringLiteral("Favor COLLATE TEXTO");
+        return QStringLiteral("chave_texto(Favor)");
     case Cidade:
-        return QStringLiteral("Local COLLATE TEXTO");
+        return QStringLiteral("chave_texto(Local)");
     default:
-        return QStringLiteral("Comentario COLLATE TEXTO");
+        return QStringLiteral("chave_texto(Comentario)");
     }
 }
 
@@ -49,6 +76,9 @@ bool ordena_log(RecordSet &rs, const RecordSet &base, int coluna, bool crescente
     QString por = ordem(coluna);
     por = por.contains("%1") ? por.arg(sentido) + sentido : por + sentido;
     const QString onde = condicao(base.Sql());
+    if (sqlite3 *c = conexao_sqlite(base.Base()))
+        sqlite3_create_function(c, "chave_texto", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                sql_chave_texto, nullptr, nullptr);
     const QString sql = "Select * From Log" + (onde.isEmpty() ? QString() : " " + onde) +
                         " Order by " + por + ", \"Index\"" + sentido;
     return rs.Abre(base.Base(), sql, base.Valores());
@@ -62,10 +92,9 @@ bool somas_mensais(const RecordSet &base, QList<SomaMensal> &somas) {
     QSqlQuery q(base.Base());
     q.setForwardOnly(true);
     // Whole centavos per cheque, so that the sum is the one a column of the list adds up.
-    if (!q.prepare(QString("SELECT substr(%1,1,4) AS mes, Banco, "
-                           "SUM(CAST(round(CDBL(V_CH) * 100) AS INTEGER)) FROM Log%2 "
+    if (!q.prepare(QString("SELECT substr(%1,1,4) AS mes, Banco, SUM(%3) FROM Log%2 "
                            "AND ifnull(StCancel,'') <> 'C' GROUP BY mes, Banco ORDER BY mes, Banco")
-                       .arg(ColunaDataChave, onde)))
+                       .arg(ColunaDataChave, onde, CentavosSql)))
         return false;
     for (const QVariant &v : base.Valores())
         q.addBindValue(v);

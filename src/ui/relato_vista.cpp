@@ -185,8 +185,8 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
         *desenhado = r.SomasGrafico();
         desenha_grafico(*grafico, r.SomasGrafico());
     };
-    pinta();
-    // The binder is made after the view: hook its mirror once it exists.
+    // The binder is made after the view: hook its mirror once it exists. The chart is drawn
+    // then too, after the table has shown its rows.
     QMetaObject::invokeMethod(
         &janela,
         [&janela, pinta] {
