@@ -185,15 +185,8 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
         *desenhado = r.SomasGrafico();
         desenha_grafico(*grafico, r.SomasGrafico());
     };
-    // The binder is made after the view: hook its mirror once it exists. The chart is drawn
-    // then too, after the table has shown its rows.
-    QMetaObject::invokeMethod(
-        &janela,
-        [&janela, pinta] {
-            if (auto *b = janela.findChild<Binder *>()) b->aoEspelhar = pinta;
-            pinta();
-        },
-        Qt::QueuedConnection);
+    // The chart is drawn once the window's binder exists, after the table has shown its rows.
+    Binder::PintaAoEspelhar(janela, pinta);
 
     tela.LarguraJanela = 1300;
     tela.AlturaJanela = 820;
