@@ -17,6 +17,8 @@
 #include "reports/filtro.h"
 #include "reports/relato.h"
 #include "settings/calibra.h"
+#include "settings/copias.h"
+#include "store/copia_seguranca.h"
 #include "store/historico.h"
 #include "store/pasta_dados.h"
 #include "store/tabelas.h"
@@ -269,6 +271,12 @@ void captura_configuracoes(Sessao &sessao, ui::DesktopQt &desktop) {
     if (Tela *calibra = desktop.Abre(cria_tela(telas::Calibra, sessao, desktop))) {
         grava(desktop.Janela(*calibra), "calibra");
         calibra->Unload();
+    }
+    // The backups screen with the day's copy in its list.
+    faz_copia(sessao);
+    if (Tela *copias = desktop.Abre(cria_tela(telas::Copias, sessao, desktop))) {
+        grava(desktop.Janela(*copias), "copias");
+        copias->Unload();
     }
     if (Tela *opsoft = desktop.Abre(cria_tela(telas::OpSoft, sessao, desktop))) {
         grava(desktop.Janela(*opsoft), "opsoft");

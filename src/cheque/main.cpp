@@ -322,7 +322,8 @@ void Main::comando(int Index) {
             return;
         }
         ImprimeFrente(*this, true);
-        SetFocus("Text1", 0);
+        // A spoiled leaf leaves the same cheque on Imprime Cheque, for the next leaf.
+        if (!std::exchange(proximaFolha_, false)) SetFocus("Text1", 0);
         break;
     case 1:
         ImprimeVerso(*this);
@@ -395,11 +396,13 @@ void Main::InutilizaFolha() {
         return;
     }
     ProximaFolha();
+    proximaFolha_ = false; // asked for by its own key, not at the end of a print
 }
 
 void Main::ProximaFolha() {
     if (!ultimo_) return;
     const ChequeImpresso c = *std::exchange(ultimo_, std::nullopt);
+    proximaFolha_ = true;
     Opcoes[8].Enabled = false;
     // The spoiled cheque's fields come back, with the book's next number.
     const std::pair<int, QString> campos[] = {

@@ -187,6 +187,7 @@ class Main : public Tela {
     QString numeroProposto_;
     // The last cheque printed in this run, for a spoiled leaf.
     std::optional<ChequeImpresso> ultimo_;
+    bool proximaFolha_ = false; // the print ended with the same cheque back for the next leaf
     QString ultimoIndex_;
 };
 

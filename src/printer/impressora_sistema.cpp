@@ -137,25 +137,6 @@ qint16 ImpressoraSistema::encerra_texto() {
     return ImprimePaginas("Vexa Plus", paginas);
 }
 
-qint16 ImpressoraSistema::FormataTX(const QString &Texto, qint16 Modo, qint16 A, qint16 B, qint16 C,
-                                    qint16 D) {
-    const QStringList args{Texto,
-                           QString::number(Modo),
-                           QString::number(A),
-                           QString::number(B),
-                           QString::number(C),
-                           QString::number(D)};
-    return opera("FormataTX", args, ExigePorta, [&]() -> qint16 {
-        if (Modo < 1 || Modo > 3) return ArgumentoInvalido;
-        folha_.define_forma(Modo == 2 && C != 1 ? Formulario::Cheque : Formulario::Pagina);
-        return recebe_texto(Texto);
-    });
-}
-
-qint16 ImpressoraSistema::TolvaneTX(const QString &Texto) {
-    return opera("TolvaneTX", {Texto}, ExigePorta, [&]() -> qint16 { return recebe_texto(Texto); });
-}
-
 qint16 ImpressoraSistema::ImprimeChequeTeste(const QString &Banco) {
     const QString banco = Banco.trimmed().isEmpty() && !Memoria().Bancos().isEmpty()
                               ? Memoria().Bancos().firstKey()

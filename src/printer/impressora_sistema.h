@@ -65,10 +65,6 @@ class ImpressoraSistema : public Simulador {
     qint16 TravaDoc(qint16 Trava) override;
     qint16 ImprimeCheque(const QString &Banco, const QString &Valor, const QString &Favorecido,
                          const QString &Cidade, const QString &Data, const QString &Extra) override;
-    qint16 FormataTX(const QString &Texto, qint16 Modo, qint16 A, qint16 B, qint16 C,
-                     qint16 D) override;
-    qint16 TolvaneTX(const QString &Texto) override;
-
     // Jobs go into this PDF file (every job replaces it) instead of the printer; empty: the
     // printer again.
     void DefineArquivoPdf(const QString &arquivo) { arquivoPdf_ = arquivo; }
@@ -96,7 +92,11 @@ class ImpressoraSistema : public Simulador {
     qint16 ImprimeChequeTeste(const QString &Banco = QString());
 
   private:
-    qint16 recebe_texto(const QString &texto);
+    // Text waits on this printer's own sheet for the document's end, with the port open
+    // alone: paper is the system printer's business.
+    FolhaTexto &folha_de_texto() override { return folha_; }
+    qint16 recebe_texto(const QString &texto) override;
+    int exige_texto() const override { return ExigePorta; }
     qint16 encerra_texto();
 
     QString caminhoIni_;

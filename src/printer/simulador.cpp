@@ -215,16 +215,17 @@ qint16 Simulador::FormataTX(const QString &Texto, qint16 Modo, qint16 A, qint16 
                            QString::number(B),
                            QString::number(C),
                            QString::number(D)};
-    return opera("FormataTX", args, ExigePorta | ExigePapel, [&]() -> qint16 {
+    return opera("FormataTX", args, exige_texto(), [&]() -> qint16 {
         if (Modo < 1 || Modo > 3) return ArgumentoInvalido;
-        folha_.define_forma(Modo == 2 && C != 1 ? Formulario::Cheque : Formulario::Pagina);
-        return escreve_texto(Texto);
+        folha_de_texto().define_forma(Modo == 2 && C != 1 ? Formulario::Cheque
+                                                          : Formulario::Pagina);
+        return recebe_texto(Texto);
     });
 }
 
 qint16 Simulador::TolvaneTX(const QString &Texto) {
-    return opera("TolvaneTX", {Texto}, ExigePorta | ExigePapel,
-                 [&]() -> qint16 { return escreve_texto(Texto); });
+    return opera("TolvaneTX", {Texto}, exige_texto(),
+                 [&]() -> qint16 { return recebe_texto(Texto); });
 }
 
 qint16 Simulador::ComandoTX(const QString &Comando, qint16 Tamanho) {

@@ -121,6 +121,12 @@ class Simulador : public Vexa32 {
     enum Exigencia { ExigePorta = 1, ExigePapel = 2 };
     qint16 opera(const QString &operacao, const QStringList &argumentos, int exige,
                  const std::function<qint16()> &faz);
+    // Where FormataTX and TolvaneTX put their text: the running sheet, what receives the text,
+    // and what they need first. A printer that keeps this memory and prints elsewhere has its
+    // own.
+    virtual FolhaTexto &folha_de_texto() { return folha_; }
+    virtual qint16 recebe_texto(const QString &texto) { return escreve_texto(texto); }
+    virtual int exige_texto() const { return ExigePorta | ExigePapel; }
     // The extra fields given for the next cheque, handed over once.
     QMap<int, CampoExtra> toma_extras() { return std::exchange(extras_, {}); }
 

@@ -7,7 +7,9 @@
 #include <QSqlQuery>
 #include <QSysInfo>
 #include <QVariant>
+#include <pwd.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 namespace vexa {
 
@@ -20,9 +22,13 @@ void resultado_texto(sqlite3_context *ctx, const QString &texto) {
     sqlite3_result_text(ctx, b.constData(), int(b.size()), SQLITE_TRANSIENT);
 }
 
+// The system user: the session's name, else the account the program runs under.
 QString usuario() {
-    const QString u = qEnvironmentVariable("USER");
-    return u.isEmpty() ? qEnvironmentVariable("USERNAME") : u;
+    QString u = qEnvironmentVariable("USER");
+    if (u.isEmpty()) u = qEnvironmentVariable("USERNAME");
+    if (u.isEmpty())
+        if (const passwd *conta = getpwuid(geteuid())) u = QString::fromLocal8Bit(conta->pw_name);
+    return u;
 }
 
 void sql_quando(sqlite3_context *ctx, int, sqlite3_value **) {

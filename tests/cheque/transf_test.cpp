@@ -121,14 +121,6 @@ TEST(TransfExtenso, LinhasDe86ColunasEPalavrasQueEnchemAsDuas) {
               qMakePair(QString("abcdef"), QString("ghij")));
 }
 
-TEST_F(TransfTeste, AcentosSaoMaiusculosNosCaracteresDaImpressora) {
-    grava_layout("001", Padrao);
-    ChequeTransf &t = preenchida();
-    t.txtCidade.Text = "São José";
-    t.Clica("Opcoes", 0);
-    EXPECT_TRUE(texto_enviado().contains(ConverteTexto("SÃO JOSÉ")));
-}
-
 // --- the road to the printer
 
 struct CasoRoteiro {
@@ -291,20 +283,6 @@ TEST_F(TransfTeste, BancoSemLayoutNaoChegaAImpressora) {
     EXPECT_EQ(t.txtBanco.Text, "");
     EXPECT_EQ(t.Foco(), t.ref(t.txtBanco));
     EXPECT_TRUE(imp().Registro().isEmpty());
-}
-
-// The entry screen's menu items and command open the transfer screens.
-TEST_F(TransfTeste, MenusEComandoDaTelaPrincipalAbrem) {
-    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
-    ASSERT_NE(m, nullptr);
-    m->Clica("Imp_ChequeTransf");
-    ASSERT_NE(d.Aberta(telas::ChequeTransf), nullptr);
-    d.Aberta(telas::ChequeTransf)->Unload();
-    m->Clica("Opcoes", 7);
-    EXPECT_NE(d.Aberta(telas::ChequeTransf), nullptr);
-    m->Clica("subChequeTransferencia");
-    EXPECT_NE(d.Aberta(telas::BancTrans), nullptr);
-    EXPECT_EQ(d.Abertas.filter("ChequeTransf").size(), 2);
 }
 
 TEST_F(TransfTeste, CarregaGuardadosF4GuardaF8LimpaEEnterSegueAOrdem) {

@@ -3,6 +3,7 @@
 #include "copy/cmpcopia.h"
 #include "registers/regras.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace vexa;
@@ -85,102 +86,55 @@ INSTANTIATE_TEST_SUITE_P(
         CasoPagina{"comentario_rodape.txt",
                    [](LayoutCopia &l, ChequeCopia &, QString &) { l.l[8] = 25; }}));
 
-TEST(PaginaCopia, WordsSplitOnlyFrom80Characters) {
-    LayoutCopia l = layout_padrao();
+TEST(PaginaCopia, WordsSplitOnlyFrom80CharactersAndLinesEndWithCrLfButTheLast) {
     const QString setenta_e_nove = QString("Palavra ").repeated(10).left(79);
-    ASSERT_EQ(setenta_e_nove.size(), 79);
-    const auto p = MontaPagina(l, cheque_completo(), setenta_e_nove);
+    const auto p = MontaPagina(layout_padrao(), cheque_completo(), setenta_e_nove);
     ASSERT_TRUE(p);
     const QStringList linhas = p->split("\r\n");
+    EXPECT_EQ(linhas.size(), LinhasTexto);
+    EXPECT_EQ(p->count("\r\n"), LinhasTexto - 1);
     EXPECT_EQ(linhas[4], QString(5, u' ') + setenta_e_nove);
     EXPECT_EQ(linhas[5], QString()); // the second line of the words stays empty
-}
-
-TEST(PaginaCopia, LinesEndWithCrLfButTheLast) {
-    const auto p = MontaPagina(layout_padrao(), cheque_completo(), ExtensoCurto);
-    ASSERT_TRUE(p);
-    EXPECT_EQ(p->count("\r\n"), LinhasTexto - 1);
-    EXPECT_EQ(p->split("\r\n").size(), LinhasTexto);
-}
-
-struct CasoForaDaPagina {
-    const char *Nome;
-    std::function<void(LayoutCopia &, ChequeCopia &)> Prepara;
-};
-
-class ForaDaPagina : public ::testing::TestWithParam<CasoForaDaPagina> {};
-
-TEST_P(ForaDaPagina, IsNotComposed) {
-    LayoutCopia l = layout_padrao();
-    ChequeCopia c = cheque_completo();
-    GetParam().Prepara(l, c);
-    EXPECT_FALSE(MontaPagina(l, c, ExtensoCurto).has_value());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Casos, ForaDaPagina,
-    ::testing::Values(
-        CasoForaDaPagina{"LinhaZero", [](LayoutCopia &l, ChequeCopia &) { l.l[1] = 0; }},
-        CasoForaDaPagina{"Linha23", [](LayoutCopia &l, ChequeCopia &) { l.l[5] = 23; }},
-        CasoForaDaPagina{"ComentarioNaLinhaZero",
-                         [](LayoutCopia &l, ChequeCopia &) { l.l[8] = 0; }},
-        CasoForaDaPagina{"SemNumeroNaColuna91",
-                         [](LayoutCopia &l, ChequeCopia &c) {
-                             l.c[10] = 91;
-                             c.Numero.clear();
-                         }},
-        CasoForaDaPagina{"ColunaNegativa",
-                         [](LayoutCopia &l, ChequeCopia &c) {
-                             l.c[10] = -1;
-                             c.Numero.clear();
-                         }}),
-    [](const auto &info) { return std::string(info.param.Nome); });
-
-TEST(ArquivoCopia, NamedByDayMonthAndYear) {
     EXPECT_EQ(nome_arquivo_copia("050299"), "cop0502.99");
-    EXPECT_EQ(nome_arquivo_copia("221126"), "cop2211.26");
 }
 
-TEST(AvisoLinhas, OneLineForEachLineLongerThan80) {
-    const QString ok(80, u'x'), longa(81, u'x');
-    EXPECT_EQ(aviso_linhas(ok + "\n" + ok), QString());
-    EXPECT_EQ(aviso_linhas(ok + "\n" + longa + "\n\n" + longa),
-              "\nLinha 2 Extrapola Tamanho Maximo!\nLinha 4 Extrapola Tamanho Maximo!");
+// Lines or columns off the page: no page at all.
+TEST(PaginaCopia, ForaDaPaginaNaoSeMonta) {
+    const std::function<void(LayoutCopia &, ChequeCopia &)> casos[] = {
+        [](LayoutCopia &l, ChequeCopia &) { l.l[1] = 0; },
+        [](LayoutCopia &l, ChequeCopia &) { l.l[5] = 23; },
+        [](LayoutCopia &l, ChequeCopia &) { l.l[8] = 0; }, // the comment
+        [](LayoutCopia &l, ChequeCopia &c) { l.c[10] = 91, c.Numero.clear(); },
+        [](LayoutCopia &l, ChequeCopia &c) { l.c[10] = -1, c.Numero.clear(); }};
+    for (int i = 0; i < int(std::size(casos)); ++i) {
+        LayoutCopia l = layout_padrao();
+        ChequeCopia c = cheque_completo();
+        casos[i](l, c);
+        EXPECT_FALSE(MontaPagina(l, c, ExtensoCurto).has_value()) << i;
+    }
 }
 
 // --- the copy layout's positions
 
 using C = CampoCopia;
+constexpr C Val = C::Valor, Fav = C::Favorecido, Cid = C::Cidade, Dia = C::Dia, Mes = C::Mes,
+            Ano = C::Ano, Bco = C::Banco, Num = C::NumeroCheque;
 
 // Every field apart on its own line; the date on the city's line in order. Line 5 is free.
 QList<PosicaoCopia> posicoes_validas() {
-    QList<PosicaoCopia> p(8);
-    p[int(C::Valor)] = {2, 60};
-    p[int(C::Favorecido)] = {8, 5};
-    p[int(C::Cidade)] = {10, 5};
-    p[int(C::Dia)] = {10, 30};
-    p[int(C::Mes)] = {10, 40};
-    p[int(C::Ano)] = {10, 60};
-    p[int(C::Banco)] = {1, 2};
-    p[int(C::NumeroCheque)] = {3, 2};
-    return p;
+    return {{2, 60}, {8, 5}, {10, 5}, {10, 30}, {10, 40}, {10, 60}, {1, 2}, {3, 2}};
 }
 
-QString mensagem(const QString &campo, int tamanho, const QString &frase, int limite) {
-    return "Há problemas no posicionamento do campo " + campo + ". O campo " + campo +
-           " não está respeitando o tamanho de " + QString::number(tamanho) + " posições " + frase +
-           " ou não está respeitando o limite de " + QString::number(limite) +
-           " posições em relação a última coluna do cheque ( coluna 80). Por favor verifique.";
-}
-
-// A placement of some fields over the valid one. When Passa, it just passes, and the blamed
-// field one column closer to the field before it fails with the message; else it fails as it
-// stands.
+// A placement of some fields over the valid one, the blamed field and the numbers of its
+// message. When Passa, it just passes, and the blamed field one column closer to the field
+// before it fails with the message; else it fails as it stands.
 struct CasoPosicao {
     const char *Nome;
     QList<std::pair<C, PosicaoCopia>> Mudancas;
     C Culpado;
-    QString Mensagem;
+    int Tamanho;
+    const char *Frase;
+    int Limite;
     bool Passa = true;
 };
 
@@ -200,139 +154,72 @@ TEST_P(PosicaoCopiaRegras, BlamesTheFirstPairOutOfOrder) {
     const auto falha = VerificaPosicaoCopia(p);
     ASSERT_TRUE(falha.has_value());
     EXPECT_EQ(falha->Culpado, caso.Culpado);
-    EXPECT_EQ(falha->Texto, caso.Mensagem);
+    const QString
+        campo = QStringList{"Valor", "Favorecido", "Cidade", "Dia",
+                            "Mês",   "Ano",        "Banco",  "Nº do Cheque"}[int(caso.Culpado)];
+    EXPECT_EQ(falha->Texto,
+              "Há problemas no posicionamento do campo " + campo + ". O campo " + campo +
+                  " não está respeitando o tamanho de " + QString::number(caso.Tamanho) +
+                  " posições " + QString::fromUtf8(caso.Frase) +
+                  " ou não está respeitando o limite de " + QString::number(caso.Limite) +
+                  " posições em relação a última coluna do cheque ( coluna 80). Por "
+                  "favor verifique.");
 }
 
 // Same-line pairs on line 5, the field further left placed so that the other one ends at
 // column 80 where it fits.
+using P = CasoPosicao;
 INSTANTIATE_TEST_SUITE_P(
     Casos, PosicaoCopiaRegras,
     ::testing::Values(
-        CasoPosicao{"ValorBanco",
-                    {{C::Valor, {5, 25}}, {C::Banco, {5, 44}}},
-                    C::Banco,
-                    mensagem("Banco", 19, "do valor", 36)},
-        CasoPosicao{"BancoValor",
-                    {{C::Banco, {5, 25}}, {C::Valor, {5, 62}}},
-                    C::Valor,
-                    mensagem("Valor", 37, "do banco", 18)},
-        CasoPosicao{"ValorFavorecido",
-                    {{C::Valor, {5, 14}}, {C::Favorecido, {5, 33}}},
-                    C::Favorecido,
-                    mensagem("Favorecido", 19, "do valor", 47)},
-        CasoPosicao{"FavorecidoValor",
-                    {{C::Favorecido, {5, 14}}, {C::Valor, {5, 62}}},
-                    C::Valor,
-                    mensagem("Valor", 48, "do favorecido", 18)},
-        CasoPosicao{"ValorCidade",
-                    {{C::Valor, {5, 41}}, {C::Cidade, {5, 60}}},
-                    C::Cidade,
-                    mensagem("Cidade", 19, "do valor", 20)},
-        CasoPosicao{"CidadeValor",
-                    {{C::Cidade, {5, 1}}, {C::Valor, {5, 22}}},
-                    C::Valor,
-                    mensagem("Valor", 21, "da cidade", 18)},
-        CasoPosicao{"ValorNumero",
-                    {{C::Valor, {5, 47}}, {C::NumeroCheque, {5, 66}}},
-                    C::NumeroCheque,
-                    mensagem("Nº do Cheque", 19, "do valor", 14)},
-        CasoPosicao{"NumeroValor",
-                    {{C::NumeroCheque, {5, 47}}, {C::Valor, {5, 62}}},
-                    C::Valor,
-                    mensagem("Valor", 15, "do Nº do cheque", 18)},
+        P{"ValorBanco", {{Val, {5, 25}}, {Bco, {5, 44}}}, Bco, 19, "do valor", 36},
+        P{"BancoValor", {{Bco, {5, 25}}, {Val, {5, 62}}}, Val, 37, "do banco", 18},
+        P{"ValorFavorecido", {{Val, {5, 14}}, {Fav, {5, 33}}}, Fav, 19, "do valor", 47},
+        P{"FavorecidoValor", {{Fav, {5, 14}}, {Val, {5, 62}}}, Val, 48, "do favorecido", 18},
+        P{"ValorCidade", {{Val, {5, 41}}, {Cid, {5, 60}}}, Cid, 19, "do valor", 20},
+        P{"CidadeValor", {{Cid, {5, 1}}, {Val, {5, 22}}}, Val, 21, "da cidade", 18},
+        P{"ValorNumero", {{Val, {5, 47}}, {Num, {5, 66}}}, Num, 19, "do valor", 14},
+        P{"NumeroValor", {{Num, {5, 47}}, {Val, {5, 62}}}, Val, 15, "do Nº do cheque", 18},
         // Bank and payee together are wider than the sheet: on one line they always fail.
-        CasoPosicao{"BancoFavorecido",
-                    {{C::Banco, {5, 1}}, {C::Favorecido, {5, 38}}},
-                    C::Favorecido,
-                    mensagem("Favorecido", 37, "do banco", 47),
-                    false},
-        CasoPosicao{"FavorecidoBanco",
-                    {{C::Favorecido, {5, 1}}, {C::Banco, {5, 49}}},
-                    C::Banco,
-                    mensagem("Banco", 48, "do favorecido", 36),
-                    false},
-        CasoPosicao{"BancoCidade",
-                    {{C::Banco, {5, 23}}, {C::Cidade, {5, 60}}},
-                    C::Cidade,
-                    mensagem("Cidade", 37, "do banco", 20)},
-        CasoPosicao{"CidadeBanco",
-                    {{C::Cidade, {5, 1}}, {C::Banco, {5, 22}}},
-                    C::Banco,
-                    mensagem("Banco", 21, "da cidade", 36)},
-        CasoPosicao{"BancoNumero",
-                    {{C::Banco, {5, 29}}, {C::NumeroCheque, {5, 66}}},
-                    C::NumeroCheque,
-                    mensagem("Nº do Cheque", 37, "do banco", 14)},
-        CasoPosicao{"NumeroBanco",
-                    {{C::NumeroCheque, {5, 29}}, {C::Banco, {5, 44}}},
-                    C::Banco,
-                    mensagem("Banco", 15, "do nº do cheque", 36)},
-        CasoPosicao{"FavorecidoCidade",
-                    {{C::Favorecido, {5, 12}}, {C::Cidade, {5, 60}}},
-                    C::Cidade,
-                    mensagem("Cidade", 48, "do favorecido", 20)},
-        CasoPosicao{"CidadeFavorecido",
-                    {{C::Cidade, {5, 1}}, {C::Favorecido, {5, 22}}},
-                    C::Favorecido,
-                    mensagem("Favorecido", 21, "da cidade", 47)},
-        CasoPosicao{"FavorecidoNumero",
-                    {{C::Favorecido, {5, 18}}, {C::NumeroCheque, {5, 66}}},
-                    C::NumeroCheque,
-                    mensagem("Nº do Cheque", 48, "do favorecido", 14)},
-        CasoPosicao{"NumeroFavorecido",
-                    {{C::NumeroCheque, {5, 18}}, {C::Favorecido, {5, 33}}},
-                    C::Favorecido,
-                    mensagem("Favorecido", 15, "do Nº do Cheque", 47)},
-        CasoPosicao{"CidadeNumero",
-                    {{C::Cidade, {5, 1}}, {C::NumeroCheque, {5, 22}}},
-                    C::NumeroCheque,
-                    mensagem("Nº do Cheque", 21, "da cidade", 14)},
-        CasoPosicao{"NumeroCidade",
-                    {{C::NumeroCheque, {5, 45}}, {C::Cidade, {5, 60}}},
-                    C::Cidade,
-                    mensagem("Cidade", 15, "do nº do cheque", 20)},
+        P{"BancoFavorecido", {{Bco, {5, 1}}, {Fav, {5, 38}}}, Fav, 37, "do banco", 47, false},
+        P{"FavorecidoBanco", {{Fav, {5, 1}}, {Bco, {5, 49}}}, Bco, 48, "do favorecido", 36, false},
+        P{"BancoCidade", {{Bco, {5, 23}}, {Cid, {5, 60}}}, Cid, 37, "do banco", 20},
+        P{"CidadeBanco", {{Cid, {5, 1}}, {Bco, {5, 22}}}, Bco, 21, "da cidade", 36},
+        P{"BancoNumero", {{Bco, {5, 29}}, {Num, {5, 66}}}, Num, 37, "do banco", 14},
+        P{"NumeroBanco", {{Num, {5, 29}}, {Bco, {5, 44}}}, Bco, 15, "do nº do cheque", 36},
+        P{"FavorecidoCidade", {{Fav, {5, 12}}, {Cid, {5, 60}}}, Cid, 48, "do favorecido", 20},
+        P{"CidadeFavorecido", {{Cid, {5, 1}}, {Fav, {5, 22}}}, Fav, 21, "da cidade", 47},
+        P{"FavorecidoNumero", {{Fav, {5, 18}}, {Num, {5, 66}}}, Num, 48, "do favorecido", 14},
+        P{"NumeroFavorecido", {{Num, {5, 18}}, {Fav, {5, 33}}}, Fav, 15, "do Nº do Cheque", 47},
+        P{"CidadeNumero", {{Cid, {5, 1}}, {Num, {5, 22}}}, Num, 21, "da cidade", 14},
+        P{"NumeroCidade", {{Num, {5, 45}}, {Cid, {5, 60}}}, Cid, 15, "do nº do cheque", 20},
         // The date rows hold on any line; the numbers of rows 12 and 13 are the message's own.
-        CasoPosicao{
-            "DiaCidade",
-            {{C::Dia, {10, 57}}, {C::Cidade, {10, 60}}, {C::Mes, {10, 60}}, {C::Ano, {10, 70}}},
-            C::Cidade,
-            mensagem("Cidade", 3, "do dia", 20)},
-        CasoPosicao{
-            "CidadeDia",
-            {{C::Cidade, {10, 57}}, {C::Dia, {10, 78}}, {C::Mes, {10, 60}}, {C::Ano, {10, 70}}},
-            C::Dia,
-            mensagem("Dia", 21, "da cidade", 2)},
-        CasoPosicao{"DiaMes",
-                    {{C::Dia, {10, 30}}, {C::Mes, {10, 33}}},
-                    C::Mes,
-                    mensagem("Mês", 3, "do dia", 9)},
-        CasoPosicao{"MesDia",
-                    {{C::Mes, {10, 30}}, {C::Dia, {10, 40}}},
-                    C::Dia,
-                    mensagem("Dia", 3, "do mês", 2)},
-        CasoPosicao{"MesAno",
-                    {{C::Mes, {16, 66}}, {C::Ano, {12, 76}}},
-                    C::Ano,
-                    mensagem("Ano", 10, "do mês", 9)},
-        CasoPosicao{"AnoMes",
-                    {{C::Ano, {10, 35}}, {C::Mes, {10, 40}}},
-                    C::Mes,
-                    mensagem("Mês", 3, "do ano", 9)},
+        P{"DiaCidade",
+          {{Dia, {10, 57}}, {Cid, {10, 60}}, {Mes, {10, 60}}, {Ano, {10, 70}}},
+          Cid,
+          3,
+          "do dia",
+          20},
+        P{"CidadeDia",
+          {{Cid, {10, 57}}, {Dia, {10, 78}}, {Mes, {10, 60}}, {Ano, {10, 70}}},
+          Dia,
+          21,
+          "da cidade",
+          2},
+        P{"DiaMes", {{Dia, {10, 30}}, {Mes, {10, 33}}}, Mes, 3, "do dia", 9},
+        P{"MesDia", {{Mes, {10, 30}}, {Dia, {10, 40}}}, Dia, 3, "do mês", 2},
+        P{"MesAno", {{Mes, {16, 66}}, {Ano, {12, 76}}}, Ano, 10, "do mês", 9},
+        P{"AnoMes", {{Ano, {10, 35}}, {Mes, {10, 40}}}, Mes, 3, "do ano", 9},
         // On the same column the first field of the row counts as the one further left.
-        CasoPosicao{"MesmaColuna",
-                    {{C::Favorecido, {2, 60}}},
-                    C::Favorecido,
-                    mensagem("Favorecido", 19, "do valor", 47),
-                    false},
+        P{"MesmaColuna", {{Fav, {2, 60}}}, Fav, 19, "do valor", 47, false},
         // Rows 1 and 2 both fail, and so does the date: the first row in order is told.
-        CasoPosicao{"PrimeiraFalhaVence",
-                    {{C::Valor, {5, 25}},
-                     {C::Banco, {5, 43}},
-                     {C::Favorecido, {5, 30}},
-                     {C::Mes, {10, 31}}},
-                    C::Banco,
-                    mensagem("Banco", 19, "do valor", 36),
-                    false}),
+        P{"PrimeiraFalhaVence",
+          {{Val, {5, 25}}, {Bco, {5, 43}}, {Fav, {5, 30}}, {Mes, {10, 31}}},
+          Bco,
+          19,
+          "do valor",
+          36,
+          false}),
     [](const auto &info) { return std::string(info.param.Nome); });
 
 } // namespace

@@ -64,38 +64,36 @@ class CopiaTeste : public teste::Registros {
 
 class ScriptTeste : public CopiaTeste {};
 
+// Each field once left with Enter; after the last, "Não" stores nothing and "Sim" stores
+// the layout, the code padded, every field in its column.
 TEST_F(ScriptTeste, IncluirPadsTheCodeAndStoresEveryFieldInItsColumn) {
     Script &t = abre<Script>();
-    t.Clica("Command3D1", 0);
-    for (int i : {0, 1, 2})
-        EXPECT_FALSE(t.Command3D1[i].Enabled);
-    EXPECT_FALSE(t.Command3D2.Enabled);
-    EXPECT_EQ(t.Foco(), (RefControle{"Text1", 0}));
     QStringList valores = LayoutPadrao;
     valores[0] = "7";
-    for (int i = 0; i <= 20; ++i)
-        digita(t, "Text1", i, valores[i]);
-    ASSERT_EQ(d.Mensagens.size(), 1);
-    EXPECT_EQ(d.Mensagens[0].Texto, "Deseja Guardar este Script?");
-    EXPECT_EQ(d.Mensagens[0].Titulo, "Cadastro de Script");
-    EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::YesNo);
+    for (const Resposta resposta : {Resposta::No, Resposta::Yes}) {
+        t.Clica("Command3D1", 0);
+        for (int i : {0, 1, 2})
+            EXPECT_FALSE(t.Command3D1[i].Enabled);
+        EXPECT_FALSE(t.Command3D2.Enabled);
+        EXPECT_EQ(t.Foco(), (RefControle{"Text1", 0}));
+        d.Mensagens.clear();
+        d.Respostas = {resposta};
+        for (int i = 0; i <= 20; ++i)
+            digita(t, "Text1", i, valores[i]);
+        ASSERT_EQ(d.Mensagens.size(), 1);
+        EXPECT_EQ(d.Mensagens[0].Texto, "Deseja Guardar este Script?");
+        EXPECT_EQ(d.Mensagens[0].Titulo, "Cadastro de Script");
+        EXPECT_EQ(d.Mensagens[0].Botoes_, Botoes::YesNo);
+        EXPECT_EQ(linha_script("007").isEmpty(), resposta == Resposta::No);
+        EXPECT_TRUE(t.Command3D1[0].Enabled);
+    }
     valores[0] = "007";
     EXPECT_EQ(linha_script("007"), valores);
     EXPECT_EQ(t.List1.Itens, QStringList{"007        -Padrao"});
     EXPECT_EQ(t.Foco(), (RefControle{"Command3D1", 0}));
-    for (int i : {0, 1, 2})
+    for (int i : {1, 2})
         EXPECT_TRUE(t.Command3D1[i].Enabled);
     EXPECT_TRUE(t.Command3D2.Enabled);
-}
-
-TEST_F(ScriptTeste, AnsweringNoStoresNothing) {
-    Script &t = abre<Script>();
-    t.Clica("Command3D1", 0);
-    d.Respostas = {Resposta::No};
-    for (int i = 0; i <= 20; ++i)
-        digita(t, "Text1", i, LayoutPadrao[i]);
-    EXPECT_TRUE(linha_script("001").isEmpty());
-    EXPECT_TRUE(t.Command3D1[0].Enabled);
 }
 
 // The code comes first: leaving for another field without one goes back to it, and an existing
@@ -194,25 +192,25 @@ TEST_P(ScriptRecusado, TellsTheOperatorAndKeepsTheTable) {
 }
 
 const QString NaoGravado = "O registro não foi gravado: o banco de dados não aceitou a gravação.";
+void incluir(Script &t) {
+    t.Clica("Command3D1", 0);
+    for (int i = 0; i <= 20; ++i)
+        t.Text1[i].Text = i ? LayoutPadrao[i] : "007";
+    t.SetFocus("Text1", 20);
+    t.Tecla(13); // "Deseja Guardar este Script?": Yes
+}
+void alterar(Script &t) {
+    t.Text1[1].Text = "Outro Nome";
+    t.Clica("Command3D1", 1);
+}
+void excluir(Script &t) {
+    t.Clica("Command3D1", 2);
+}
 INSTANTIATE_TEST_SUITE_P(
     Casos, ScriptRecusado,
-    ::testing::Values(CasoRecusa{"Incluir",
-                                 [](Script &t) {
-                                     t.Clica("Command3D1", 0);
-                                     for (int i = 0; i <= 20; ++i)
-                                         t.Text1[i].Text = LayoutPadrao[i];
-                                     t.Text1[0].Text = "007";
-                                     t.SetFocus("Text1", 20);
-                                     t.Tecla(13); // "Deseja Guardar este Script?": Yes
-                                 },
-                                 NaoGravado},
-                      CasoRecusa{"Alterar",
-                                 [](Script &t) {
-                                     t.Text1[1].Text = "Outro Nome";
-                                     t.Clica("Command3D1", 1);
-                                 },
-                                 NaoGravado},
-                      CasoRecusa{"Excluir", [](Script &t) { t.Clica("Command3D1", 2); },
+    ::testing::Values(CasoRecusa{"Incluir", incluir, NaoGravado},
+                      CasoRecusa{"Alterar", alterar, NaoGravado},
+                      CasoRecusa{"Excluir", excluir,
                                  "O registro não foi excluído: o banco de dados não aceitou a "
                                  "exclusão."}),
     [](const auto &info) { return std::string(info.param.Nome); });
@@ -243,22 +241,6 @@ class AjusteScriptTeste : public CopiaTeste {
     }
     Script *script = nullptr;
 };
-
-TEST_F(AjusteScriptTeste, OpensWithTheLayoutOnTheLabels) {
-    AjusteScript &a = abre_ajuste();
-    EXPECT_EQ(a.Panel3D3.Caption, "001 - Padrao");
-    EXPECT_EQ(a.Label3.Caption, "80 X 20");
-    // Line, column of each box as the labels show them.
-    const QList<std::pair<int, int>> rotulos = {{0, 5},   {1, 6},   {2, 7},  {3, 8},
-                                                {4, 9},   {4, 10},  {4, 11}, {4, 12},
-                                                {15, 16}, {17, 18}, {13, 14}};
-    const QStringList esperado = {"002:060", "005:005", "006:005", "008:005", "010:030", "010:052",
-                                  "010:056", "010:068", "001:002", "014:005", "002:002"};
-    for (int i = 0; i < rotulos.size(); ++i)
-        EXPECT_EQ(a.Label2[rotulos[i].first].Caption + ":" + a.Label2[rotulos[i].second].Caption,
-                  esperado[i])
-            << "box " << i;
-}
 
 struct CasoSeta {
     const char *Nome;
@@ -361,8 +343,11 @@ INSTANTIATE_TEST_SUITE_P(Casos, CulpadoScript,
                                            CasoCulpado{"Numero", {{14, "70"}}, "Nº do Cheque", 10}),
                          [](const auto &info) { return std::string(info.param.Nome); });
 
+// The screen opens on the layout's labels; OK copies every label back to its field.
 TEST_F(AjusteScriptTeste, OkCopiesEveryLabelBackToItsField) {
     AjusteScript &a = abre_ajuste();
+    EXPECT_EQ(a.Panel3D3.Caption, "001 - Padrao");
+    EXPECT_EQ(a.Label3.Caption, "80 X 20");
     tecla(a, 9, 40, 2);  // comment to line 16
     tecla(a, 10, 39, 3); // number to column 5
     tecla(a, 4, 40);     // city, and the date with it, to line 11
@@ -561,15 +546,6 @@ INSTANTIATE_TEST_SUITE_P(
         CasoEntrada{"MenuComONomeDaTabela", "CopiaCheque", "1.234,56", "", "", "  237-Bradesco"}),
     [](const auto &info) { return std::string(info.param.Nome); });
 
-TEST_F(CopiaTeste, TheLayoutMenuItemOpensTheRegisterWithItsList) {
-    grava_layout(LayoutPadrao);
-    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
-    m->Clica("Layout");
-    auto *script = d.Tela_<Script>(telas::Script);
-    ASSERT_NE(script, nullptr);
-    EXPECT_EQ(script->List1.Itens, QStringList{"001        -Padrao"});
-}
-
 TEST_F(CmpCopiaTeste, CapitalsOnTheSettingAndOnTheTick) {
     grava_e_escolhe();
     LeGravaIni(s.CaminhoIni, "Opcoes", "UsarImpMai", "1x");
@@ -636,13 +612,15 @@ INSTANTIATE_TEST_SUITE_P(
         CasoEnvio{"Maiusculas", 0, 1, {ConverteTexto("SÃO PAULO") + "\r\n", "\r\n", "FIM\r\n"}}),
     [](const auto &info) { return std::string(info.param.Nome); });
 
+// The lines of the page, what the printer lacks ("porta": its port doesn't open; "papel": it
+// has no paper), the answer to "Insira o Documento."; the messages, and whether lines went.
 struct CasoFalhaEnvio {
     const char *Nome;
-    std::function<void(Simulador &)> Prepara;
     int Linhas;
+    const char *Falta;
     QStringList Mensagens;
     bool Enviou;
-    Resposta Papel = Resposta::OK; // the answer to "Insira o Documento."
+    Resposta Papel = Resposta::OK;
 };
 
 const QString Papel = QStringLiteral("Insira o Documento.");
@@ -651,39 +629,35 @@ class FalhaEnvioVexa : public CmpCopiaTeste,
                        public ::testing::WithParamInterface<CasoFalhaEnvio> {};
 
 TEST_P(FalhaEnvioVexa, IsToldWithItsWords) {
+    const CasoFalhaEnvio &c = GetParam();
     CmpCopia &t = abre_copia();
-    QStringList linhas;
-    for (int i = 0; i < GetParam().Linhas; ++i)
-        linhas << "linha";
-    t.Muda(t.CopiaTxt, linhas.join('\n'));
-    GetParam().Prepara(imp());
+    t.Muda(t.CopiaTxt, QStringList(c.Linhas, "linha").join('\n'));
+    if (QString(c.Falta) == "porta") imp().Falha("IniciaPorta", 0);
+    if (QString(c.Falta) == "papel") imp().DefinePapel(false);
     imp().LimpaChamadas();
-    d.Respostas = {GetParam().Papel};
+    d.Respostas = {c.Papel};
     t.Clica("BtnCmd", 0);
-    EXPECT_EQ(d.Textos(), GetParam().Mensagens);
-    EXPECT_EQ(!tolvane().isEmpty(), GetParam().Enviou);
+    EXPECT_EQ(d.Textos(), c.Mensagens);
+    EXPECT_EQ(!tolvane().isEmpty(), c.Enviou);
 }
 
+using E = CasoFalhaEnvio;
 INSTANTIATE_TEST_SUITE_P(
     Casos, FalhaEnvioVexa,
     ::testing::Values(
-        CasoFalhaEnvio{"QuarentaLinhasCabem", [](Simulador &) {}, 40, {Papel}, true},
-        CasoFalhaEnvio{"QuarentaEUmaLinhas",
-                       [](Simulador &) {},
-                       41,
-                       {"O numero de linhas ultrapassa a capacidade da impressora!"},
-                       false},
-        CasoFalhaEnvio{"PapelCancelado", [](Simulador &) {}, 3, {Papel}, false, Resposta::Cancel},
-        CasoFalhaEnvio{"PortaFechada",
-                       [](Simulador &i) { i.Falha("IniciaPorta", 0); },
-                       3,
-                       {Papel, "Problemas na abertura da porta de comunicacao"},
-                       false},
-        CasoFalhaEnvio{"SemPapel",
-                       [](Simulador &i) { i.DefinePapel(false); },
-                       3,
-                       {Papel, "Problemas na Transmissao da copia"},
-                       true}),
+        E{"QuarentaLinhasCabem", 40, "", {Papel}, true},
+        E{"QuarentaEUmaLinhas",
+          41,
+          "",
+          {"O numero de linhas ultrapassa a capacidade da impressora!"},
+          false},
+        E{"PapelCancelado", 3, "", {Papel}, false, Resposta::Cancel},
+        E{"PortaFechada",
+          3,
+          "porta",
+          {Papel, "Problemas na abertura da porta de comunicacao"},
+          false},
+        E{"SemPapel", 3, "papel", {Papel, "Problemas na Transmissao da copia"}, true}),
     [](const auto &info) { return std::string(info.param.Nome); });
 
 TEST_F(CmpCopiaTeste, TheFileOfTheDayTakesEachPageQuotedAndAppended) {

@@ -2,6 +2,7 @@
 // painting as paper, and each field's first word is found in it by pdftotext -bbox.
 #include "apoio/registro_log.h"
 #include "cheque/frente.h"
+#include "cheque/main.h"
 #include "core/desktop_roteiro.h"
 #include "core/ini.h"
 #include "core/relogio.h"
@@ -10,6 +11,7 @@
 #include "printer/palavras_pdf.h"
 #include "printer/pinta_sistema.h"
 #include "store/pasta_dados.h"
+#include "store/talao.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -197,9 +199,34 @@ TEST_F(ImpressoraSistemaPdf, ChequeNoSpoolerPerguntaComoSaiuEORegistroGuardaOErr
                                       imp().Motivo(ImpressoraSistema::SemImpressora)});
 }
 
+// On the entry screen the cheque that came out wrong is a spoiled leaf: the book moves on and
+// the same cheque waits, with the next number, for one key.
+TEST_F(ImpressoraSistemaPdf, ChequeQueSaiuErradoVoltaParaAProximaFolha) {
+    define_impressor_sistema([](const TrabalhoSistema &) { return 0; });
+    imp().DefineArquivoPdf({});
+    grava_proximo_cheque(s, "001", "000123");
+    auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
+    const QStringList campos{"001", "10,00", "Maria", "Santos", "07/03/25", "", "000123"};
+    for (int i = 0; i < 7; ++i)
+        if (i != 5) m->Text1[i].Text = campos[i];
+    m->CheckBox.Value = 1;
+    d.Respostas = {Resposta::OK, Resposta::No}; // the leaf in, and it came out wrong
+    m->Clica("Opcoes", 0);
+    EXPECT_EQ(teste::linhas_do_log(s, d).value(0).value("StCancel"), "C");
+    EXPECT_EQ(m->Text1[6].Text, "000124");
+    EXPECT_EQ(m->Text1[2].Text, "Maria");
+    EXPECT_EQ(m->Foco().texto(), "Opcoes(0)");
+    d.Respostas = {Resposta::OK, Resposta::Yes};
+    m->Clica("Opcoes", 0);
+    const auto linha = teste::linhas_do_log(s, d).value(1);
+    EXPECT_EQ(linha.value("NRCH") + linha.value("StCancel"), "000124 ");
+    EXPECT_EQ(proximo_cheque(s, "001"), "000125");
+}
+
 // The real print queue: a CUPS server of its own on a private socket, with a PDF printer, and
-// the cheque printed to it by a copy of this program that talks to that server alone. The PDF
-// the queue wrote is read as the others.
+// the cheque printed to it by a copy of this program that talks to that server alone. The job
+// the queue spooled is read as the others, every word within 0.3 mm; the PDF its printer wrote
+// after PostScript, by its glyphs' places.
 TEST(FilaCups, ChequeNaFilaSaiOndeOLeiauteOPoe) {
     const QString filho = qEnvironmentVariable("VEXA_CUPS_FILHO");
     if (!filho.isEmpty()) {
@@ -228,7 +255,7 @@ TEST(FilaCups, ChequeNaFilaSaiOndeOLeiauteOPoe) {
         return f.open(QIODevice::WriteOnly) && f.write(texto.toUtf8()) == texto.toUtf8().size();
     };
     ASSERT_TRUE(escreve(d + "/cupsd.conf", "Listen " + d +
-                                               "/cups.sock\nBrowsing No\n"
+                                               "/cups.sock\nBrowsing No\nPreserveJobFiles Yes\n"
                                                "WebInterface No\nDefaultAuthType None\n"));
     ASSERT_TRUE(escreve(d + "/cups-files.conf",
                         QString("ServerRoot %1\nRequestRoot %1/spool\nTempDir %1/tmp\n"
@@ -278,6 +305,11 @@ TEST(FilaCups, ChequeNaFilaSaiOndeOLeiauteOPoe) {
     ASSERT_EQ(pdfs.size(), 1);
     ImpressoraSistema imp(s.CaminhoApp, s.CaminhoIni);
     imp.IniciaPorta({});
+    // The job the queue accepted, word by word; then what its PDF printer made of it.
+    const QStringList trabalhos = QDir(d + "/spool").entryList({"d*-001"});
+    ASSERT_EQ(trabalhos.size(), 1);
+    confere_campos(palavras_pdf(d + "/spool/" + trabalhos[0]), imp.Configuracao(),
+                   imp.Bancos().value("001"));
     confere_campos(palavras_pdf(d + "/pdf/" + pdfs[0]), imp.Configuracao(),
                    imp.Bancos().value("001"), true);
 }

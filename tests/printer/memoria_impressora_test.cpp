@@ -15,8 +15,6 @@ using teste::resumo;
 
 namespace {
 
-const QString Layout = "001,002,003,004,005,006,007,008,009,010,011,012,013";
-
 QByteArray le(const QString &caminho) {
     QFile f(caminho);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
@@ -43,32 +41,12 @@ class MemoriaTeste : public ::testing::Test {
     std::unique_ptr<Simulador> imp;
 };
 
-struct CasoMudanca {
-    const char *nome;
-    std::function<qint16(Simulador &)> operacao;
-};
+class MemoriaMudancas : public MemoriaTeste,
+                        public ::testing::WithParamInterface<teste::OperacaoMemoria> {};
 
-class MemoriaMudancas : public MemoriaTeste, public ::testing::WithParamInterface<CasoMudanca> {};
-
-INSTANTIATE_TEST_SUITE_P(
-    Operacoes, MemoriaMudancas,
-    ::testing::Values(
-        CasoMudanca{"IncluiBanco", [](Simulador &s) { return s.IncluiBanco("999", Layout); }},
-        CasoMudanca{"IncluiFavorecido",
-                    [](Simulador &s) { return s.IncluiFavorecido("02", "Bia"); }},
-        CasoMudanca{"ExcluiUmFavorecido", [](Simulador &s) { return s.ExcluiFavorecido("01"); }},
-        CasoMudanca{"ExcluiTodos", [](Simulador &s) { return s.ExcluiFavorecido(""); }},
-        CasoMudanca{"AlteraMoeda", [](Simulador &s) { return s.AlteraMoeda("Peso", "Pesos"); }},
-        CasoMudanca{"FormatoDaData",
-                    [](Simulador &s) { return s.ComandoTX(comando_formato_data(1), 5); }},
-        CasoMudanca{"CancelaUltimo", [](Simulador &s) { return s.CancelaRel("U"); }},
-        CasoMudanca{"CancelaTodos", [](Simulador &s) { return s.CancelaRel("*"); }},
-        CasoMudanca{"Cheque",
-                    [](Simulador &s) {
-                        return s.ImprimeCheque("001", "7,00", "Bia", "Lins", "02/01/24", "");
-                    }},
-        CasoMudanca{"FolhaDeTexto", [](Simulador &s) { return s.TolvaneTX("Lista\r\n"); }}),
-    [](const auto &info) { return std::string(info.param.nome); });
+INSTANTIATE_TEST_SUITE_P(Operacoes, MemoriaMudancas,
+                         ::testing::ValuesIn(teste::operacoes_memoria()),
+                         [](const auto &info) { return std::string(info.param.nome); });
 
 // A change is one line added at the end of the journal; the state written at the start is
 // never rewritten, and a restart reads the same memory back.
@@ -78,7 +56,7 @@ TEST_P(MemoriaMudancas, AcrescentaUmaLinhaAoDiarioSemReescreverOEstado) {
     const QByteArray diarioAntes = le(s.Memoria().ArquivoDiario());
     const QString lembradoAntes = resumo(s);
 
-    ASSERT_EQ(GetParam().operacao(s), Simulador::Feito);
+    ASSERT_EQ(GetParam().faz(s), Simulador::Feito);
     const QByteArray diario = le(s.Memoria().ArquivoDiario());
     EXPECT_EQ(le(estado()), estadoAntes);
     EXPECT_TRUE(diario.startsWith(diarioAntes));
@@ -102,8 +80,8 @@ TEST_F(MemoriaTeste, LinhaCortadaPorQuedaSaiDoDiario) {
     EXPECT_EQ(resumo(depois), lembrado);
     EXPECT_EQ(le(diario), inteiro);
     depois.IniciaPorta("COM2");
-    ASSERT_EQ(depois.IncluiBanco("777", Layout), Simulador::Feito);
-    EXPECT_EQ(Simulador(pasta.path()).Bancos().value("777"), Layout);
+    ASSERT_EQ(depois.IncluiBanco("777", teste::LayoutTeste), Simulador::Feito);
+    EXPECT_EQ(Simulador(pasta.path()).Bancos().value("777"), teste::LayoutTeste);
 }
 
 // A journal much larger than the state is folded into it at a start. A start that ended
@@ -111,7 +89,7 @@ TEST_F(MemoriaTeste, LinhaCortadaPorQuedaSaiDoDiario) {
 // is already in the state and must not be read again.
 TEST_F(MemoriaTeste, DiarioGrandeEntraNoEstadoNaPartidaUmaVezSo) {
     Simulador &s = preparada();
-    ASSERT_EQ(s.IncluiBanco("777", Layout), 1);
+    ASSERT_EQ(s.IncluiBanco("777", teste::LayoutTeste), 1);
     const QString diario = s.Memoria().ArquivoDiario();
     const QByteArray linha = le(diario).split('\n').value(2) + '\n';
     ASSERT_TRUE(linha.contains("777"));
@@ -133,53 +111,30 @@ TEST_F(MemoriaTeste, DiarioGrandeEntraNoEstadoNaPartidaUmaVezSo) {
     EXPECT_FALSE(QFileInfo::exists(diario));
 }
 
-// A memory that can't be kept: the printer starts from the factory, answers
+// A memory that can't be kept, in a folder under a regular file (where not even root writes),
+// or unreadable with its place aside taken: the printer starts from the factory, answers
 // MemoriaFalhou to whatever would change its memory or put a sheet on paper, and leaves what
 // is there as it was.
-struct CasoSemEscrita {
-    const char *nome;
-    // Prepares the data folder in pasta and gives the path the printer gets.
-    std::function<QString(const QString &pasta)> prepara;
-};
-
-class MemoriaSemEscrita : public ::testing::TestWithParam<CasoSemEscrita> {};
-
-INSTANTIATE_TEST_SUITE_P(
-    Pastas, MemoriaSemEscrita,
-    ::testing::Values(
-        // Not even root writes under a regular file.
-        CasoSemEscrita{"PastaDebaixoDeUmArquivo",
-                       [](const QString &pasta) {
-                           escreve(pasta + "/arquivo", "x", QIODevice::WriteOnly);
-                           return pasta + "/arquivo/dados";
-                       }},
-        // Unreadable, and its place aside is taken: it can't be set aside.
-        CasoSemEscrita{"MemoriaIlegivelQueNaoSaiDoLugar",
-                       [](const QString &pasta) {
-                           QDir().mkpath(pasta + "/impressora/memoria.json.ilegivel/cheia");
-                           escreve(pasta + "/impressora/memoria.json", "{ bancos: quebrado",
-                                   QIODevice::WriteOnly);
-                           return pasta;
-                       }}),
-    [](const auto &info) { return std::string(info.param.nome); });
-
-TEST_P(MemoriaSemEscrita, ComecaDeFabricaERespondeAFalha) {
+TEST(MemoriaSemEscrita, ComecaDeFabricaERespondeAFalha) {
     QTemporaryDir pasta;
-    const QString caminho = GetParam().prepara(pasta.path());
-    const QByteArray memoria = le(caminho + "/impressora/memoria.json");
-
-    Simulador imp(caminho);
-    EXPECT_FALSE(imp.Memoria().Gravavel());
-    EXPECT_EQ(imp.Bancos().size(), bancos_padrao().size());
-    EXPECT_EQ(imp.IniciaPorta("COM2"), Simulador::Feito);
-    EXPECT_EQ(imp.ImprimeCheque("001", "1,00", "Ana", "Santos", "01/01/24", ""),
-              Simulador::MemoriaFalhou);
-    EXPECT_EQ(imp.TolvaneTX("Lista\r\n"), Simulador::MemoriaFalhou);
-    EXPECT_EQ(imp.IncluiBanco("999", Layout), Simulador::MemoriaFalhou);
-    EXPECT_EQ(imp.CancelaRel("*"), Simulador::MemoriaFalhou);
-    EXPECT_EQ(imp.UltimoPapel(), 0);
-    EXPECT_EQ(le(caminho + "/impressora/memoria.json"), memoria);
-    EXPECT_TRUE(QDir(caminho + "/impressora/papel").isEmpty());
+    escreve(pasta.path() + "/arquivo", "x", QIODevice::WriteOnly);
+    QDir().mkpath(pasta.path() + "/impressora/memoria.json.ilegivel/cheia");
+    escreve(pasta.path() + "/impressora/memoria.json", "{ bancos: quebrado", QIODevice::WriteOnly);
+    for (const QString &caminho : {pasta.path() + "/arquivo/dados", pasta.path()}) {
+        const QByteArray memoria = le(caminho + "/impressora/memoria.json");
+        Simulador imp(caminho);
+        EXPECT_FALSE(imp.Memoria().Gravavel()) << caminho.toStdString();
+        EXPECT_EQ(imp.Bancos().size(), bancos_padrao().size());
+        EXPECT_EQ(imp.IniciaPorta("COM2"), Simulador::Feito);
+        EXPECT_EQ(imp.ImprimeCheque("001", "1,00", "Ana", "Santos", "01/01/24", ""),
+                  Simulador::MemoriaFalhou);
+        EXPECT_EQ(imp.TolvaneTX("Lista\r\n"), Simulador::MemoriaFalhou);
+        EXPECT_EQ(imp.IncluiBanco("999", teste::LayoutTeste), Simulador::MemoriaFalhou);
+        EXPECT_EQ(imp.CancelaRel("*"), Simulador::MemoriaFalhou);
+        EXPECT_EQ(imp.UltimoPapel(), 0);
+        EXPECT_EQ(le(caminho + "/impressora/memoria.json"), memoria);
+        EXPECT_TRUE(QDir(caminho + "/impressora/papel").isEmpty());
+    }
 }
 
 } // namespace

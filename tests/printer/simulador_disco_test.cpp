@@ -1,10 +1,9 @@
-// The simulated printer on a small file system that fills up, and in a folder it can't
-// write: each test runs again in a child of its own, in a fresh mount namespace with a tmpfs
-// of 64 KiB mounted over a new folder (as root, or as the root of a user namespace).
+// The simulated printer on a small file system that fills up: each test runs again in a child
+// of its own, in a fresh mount namespace with a tmpfs of 64 KiB mounted over a new folder (as
+// root, or as the root of a user namespace).
 #include "printer/impressao.h"
 #include "printer/simulador.h"
 #include "printer/simulador_apoio.h"
-#include "store/bancos_padrao.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -124,58 +123,37 @@ void alinha_diario(Simulador &imp, const QString &diario) {
     ASSERT_EQ(QFileInfo(diario).size() % Bloco, 0);
 }
 
-struct CasoDisco {
-    const char *nome;
-    int livres; // blocks left free
-    std::function<qint16(Simulador &)> operacao;
-    qint16 falha, feito;
-};
+class SimuladorDiscoCheio : public ::testing::TestWithParam<teste::OperacaoMemoria> {};
 
-class SimuladorDiscoCheio : public ::testing::TestWithParam<CasoDisco> {};
+QList<teste::OperacaoMemoria> operacoes_no_disco() {
+    using S = Simulador;
+    return teste::operacoes_memoria() +
+           QList<teste::OperacaoMemoria>{
+               // A change larger than the one free block is half written, then cut back.
+               {"FavorecidoMaiorQueOBlocoLivre",
+                [](S &s) { return s.IncluiFavorecido("07", QString(6000, u'B')); }, 1},
+               // The text of the face fits, its PDF doesn't: no sheet is left of that cheque.
+               {"ChequeCujoPdfNaoCabe",
+                [](S &s) {
+                    return s.ImprimeCheque("001", "10,00", "Ana", "Santos", "01/02/24", "");
+                },
+                1},
+               {"FolhaDeTextoFormatada",
+                [](S &s) { return s.FormataTX("Lista\r\n", 1, 0, 0, 0, 0); }},
+               {"MontaValor",
+                [](S &s) {
+                    QString valor = "10,00";
+                    return s.MontaValor(valor, "real", "reais");
+                },
+                0, Simulador::ArquivoFalhou, Simulador::ValorFeito}};
+}
 
-const QString Layout = "001,002,003,004,005,006,007,008,009,010,011,012,013";
-
-INSTANTIATE_TEST_SUITE_P(
-    Operacoes, SimuladorDiscoCheio,
-    ::testing::Values(
-        CasoDisco{"IncluiBanco", 0, [](Simulador &s) { return s.IncluiBanco("999", Layout); }, 6,
-                  1},
-        CasoDisco{"IncluiFavorecido", 0,
-                  [](Simulador &s) { return s.IncluiFavorecido("07", "Ana"); }, 6, 1},
-        // A change larger than the one free block is half written, then cut back.
-        CasoDisco{"FavorecidoMaiorQueOBlocoLivre", 1,
-                  [](Simulador &s) { return s.IncluiFavorecido("07", QString(6000, u'B')); }, 6, 1},
-        CasoDisco{"ExcluiFavorecido", 0, [](Simulador &s) { return s.ExcluiFavorecido("*"); }, 6,
-                  1},
-        CasoDisco{"AlteraMoeda", 0, [](Simulador &s) { return s.AlteraMoeda("Peso", "Pesos"); }, 6,
-                  1},
-        CasoDisco{"FormatoDaData", 0,
-                  [](Simulador &s) { return s.ComandoTX(comando_formato_data(2), 5); }, 6, 1},
-        CasoDisco{"CancelaRel", 0, [](Simulador &s) { return s.CancelaRel("u"); }, 6, 1},
-        CasoDisco{"ImprimeCheque", 0,
-                  [](Simulador &s) {
-                      return s.ImprimeCheque("001", "10,00", "Ana", "Santos", "01/02/24", "");
-                  },
-                  6, 1},
-        // The text of the face fits, its PDF doesn't: no sheet is left of that cheque.
-        CasoDisco{"ChequeCujoPdfNaoCabe", 1,
-                  [](Simulador &s) {
-                      return s.ImprimeCheque("001", "10,00", "Ana", "Santos", "01/02/24", "");
-                  },
-                  6, 1},
-        CasoDisco{"FolhaDeTexto", 0,
-                  [](Simulador &s) { return s.FormataTX("Lista\r\n", 1, 0, 0, 0, 0); }, 6, 1},
-        CasoDisco{"MontaValor", 0,
-                  [](Simulador &s) {
-                      QString valor = "10,00";
-                      return s.MontaValor(valor, "real", "reais");
-                  },
-                  Simulador::ArquivoFalhou, Simulador::ValorFeito}),
-    [](const auto &info) { return std::string(info.param.nome); });
+INSTANTIATE_TEST_SUITE_P(Operacoes, SimuladorDiscoCheio, ::testing::ValuesIn(operacoes_no_disco()),
+                         [](const auto &info) { return std::string(info.param.nome); });
 
 TEST_P(SimuladorDiscoCheio, FalhaDeixaAMemoriaComoEstavaEDepoisFaz) {
     NO_TMPFS();
-    const CasoDisco &caso = GetParam();
+    const teste::OperacaoMemoria &caso = GetParam();
     const QString pasta = pasta_filho();
     Simulador imp(pasta);
     ASSERT_EQ(imp.IniciaPorta("COM2"), Simulador::Feito);
@@ -189,37 +167,13 @@ TEST_P(SimuladorDiscoCheio, FalhaDeixaAMemoriaComoEstavaEDepoisFaz) {
     {
         Enchimento enchimento(pasta, caso.livres);
         ASSERT_TRUE(enchimento.cheio());
-        EXPECT_EQ(caso.operacao(imp), caso.falha);
+        EXPECT_EQ(caso.faz(imp), caso.falha);
         EXPECT_EQ(arquivos(pasta), antes);
         EXPECT_EQ(resumo(imp), lembrado);
         EXPECT_EQ(resumo(Simulador(pasta)), lembrado);
     }
-    EXPECT_EQ(caso.operacao(imp), caso.feito);
+    EXPECT_EQ(caso.faz(imp), caso.feito);
     EXPECT_NE(arquivos(pasta), antes);
-}
-
-// An unreadable memory in a folder that can't be written: it can be neither read nor set
-// aside, so the printer starts from the factory, touches nothing and keeps nothing.
-TEST(SimuladorSomenteLeitura, MemoriaIlegivelNumaPastaSemEscrita) {
-    NO_TMPFS();
-    const QString pasta = pasta_filho();
-    ASSERT_TRUE(QDir().mkpath(pasta + "/impressora"));
-    {
-        QFile memoria(pasta + "/impressora/memoria.json");
-        ASSERT_TRUE(memoria.open(QIODevice::WriteOnly));
-        memoria.write("{ bancos: quebrado");
-    }
-    ASSERT_EQ(QProcess::execute("mount", {"-o", "remount,ro", pasta}), 0);
-    const QStringList antes = arquivos(pasta);
-
-    Simulador imp(pasta);
-    EXPECT_EQ(imp.Bancos().size(), bancos_padrao().size());
-    EXPECT_EQ(imp.IniciaPorta("COM2"), Simulador::Feito);
-    EXPECT_EQ(imp.ImprimeCheque("001", "1,00", "Maria", "Santos", "01/01/24", ""),
-              Simulador::MemoriaFalhou);
-    EXPECT_EQ(imp.IncluiBanco("999", Layout), Simulador::MemoriaFalhou);
-    EXPECT_EQ(imp.FormataTX("Lista\r\n", 1, 0, 0, 0, 0), Simulador::MemoriaFalhou);
-    EXPECT_EQ(arquivos(pasta), antes);
 }
 
 } // namespace

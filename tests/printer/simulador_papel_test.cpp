@@ -25,9 +25,6 @@ using teste::le_utf8;
 
 namespace {
 
-const QString EscI = QStringLiteral("\x1B") + "I";
-const QString EscArroba = QStringLiteral("\x1B") + "@";
-
 QByteArray le_bytes(const QString &caminho) {
     QFile f(caminho);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
@@ -48,142 +45,6 @@ QString info_pdf(const QString &pdf, const QString &chave) {
     return {};
 }
 
-void tolvane(Simulador &imp, const QStringList &textos) {
-    for (const QString &t : textos)
-        imp.TolvaneTX(t);
-}
-
-// --- what lands on the sheets
-
-struct CasoFolha {
-    const char *nome;
-    // Sent between the opening and the closing of the port.
-    std::function<void(Simulador &)> envia;
-    QStringList folhas;
-};
-
-class SimuladorFolhas : public ::testing::TestWithParam<CasoFolha> {};
-
-TEST_P(SimuladorFolhas, CadaDocumentoNaSuaFolhaComOPdfAoLado) {
-    QTemporaryDir pasta;
-    Simulador imp(pasta.path());
-    ASSERT_EQ(imp.IniciaPorta("COM2"), Simulador::Feito);
-    GetParam().envia(imp);
-    EXPECT_EQ(imp.FechaPorta(), Simulador::Feito);
-    const QStringList &folhas = GetParam().folhas;
-    ASSERT_EQ(imp.UltimoPapel(), folhas.size());
-    for (int i = 1; i <= folhas.size(); ++i) {
-        EXPECT_EQ(le_utf8(imp.ArquivoPapel(i)), folhas[i - 1]) << "folha " << i;
-        EXPECT_TRUE(le_bytes(imp.PastaPapel() + QStringLiteral("/%1.pdf").arg(i, 6, 10, QChar('0')))
-                        .startsWith("%PDF-"))
-            << "folha " << i;
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Textos, SimuladorFolhas,
-    ::testing::Values(
-        CasoFolha{"ListaEmDuasPartesLidaNaPaginaDaImpressora",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      imp.FormataTX(ConverteTexto("Relação\r\nJoão\r\n"), 1, 0, 0, 0, 0);
-                      imp.FormataTX("fim\r\n", 1, 0, 0, 0, 0);
-                      imp.TravaDoc(0);
-                  },
-                  {"Relação\nJoão\nfim\n"}},
-        // The copy's road: the last line first, between two ESC "I"; the sheet as the operator
-        // reads it once turned.
-        CasoFolha{"InvertidaLidaDeCimaParaBaixo",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      imp.FormataTX("", 3, 0, 0, 0, 0);
-                      tolvane(imp, {EscI, "3\r\n", "\r\n", ConverteTexto("Ação") + "\r\n", EscI});
-                      imp.TravaDoc(0);
-                  },
-                  {"Ação\n\n3\n"}},
-        CasoFolha{"EscILevadoAbertoTerminaNoTravaDoc",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      tolvane(imp, {EscI, "b\r\n", "a\r\n"});
-                      imp.TravaDoc(0);
-                      imp.TravaDoc(1);
-                      tolvane(imp, {"c\r\n", "d\r\n"});
-                      imp.TravaDoc(0);
-                  },
-                  {"a\nb\n", "c\nd\n"}},
-        CasoFolha{"EscILevadoAbertoTerminaAoFecharAPorta",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      tolvane(imp, {EscI, "b\r\n", "a\r\n"});
-                  },
-                  {"a\nb\n"}},
-        // Plain text before and after stays where it was sent.
-        CasoFolha{"TrechoInvertidoNoMeioDoTexto",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      tolvane(imp, {"antes\r\n" + EscI + "2\r\n1\r\n" + EscI + "depois\r\n"});
-                      imp.TravaDoc(0);
-                  },
-                  {"antes\n1\n2\ndepois\n"}},
-        CasoFolha{"ReinicioNaoImprimeEDesligaAInversao",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      tolvane(imp, {EscI + "b\r\na\r\n" + EscArroba + "c\r\n"});
-                      imp.TravaDoc(0);
-                  },
-                  {"a\nb\nc\n"}},
-        // The printer reads a stream: the command's letter may come in the next text.
-        CasoFolha{"EscNoFimDeUmTextoLevaALetraDoSeguinte",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      tolvane(imp, {"1\r\n\x1B", "I3\r\n2\r\n", EscI});
-                      imp.TravaDoc(0);
-                  },
-                  {"1\n2\n3\n"}},
-        CasoFolha{"LinhaInacabadaNaInversaoEhUmaLinha",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      tolvane(imp, {EscI, "b\r\n", "a", EscI, "c\r\n"});
-                      imp.TravaDoc(0);
-                  },
-                  {"a\nb\nc\n"}},
-        CasoFolha{"ControlesSomemBrancosETabFicam",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      imp.FormataTX("  a\tb\x07"
-                                    "c  \r\n\x0C",
-                                    2, 0, 0, 0, 0);
-                      imp.TravaDoc(0);
-                  },
-                  {"  a\tbc  \n"}},
-        // A document that put nothing on paper takes no sheet.
-        CasoFolha{"DocumentoSemTextoNaoGastaFolha",
-                  [](Simulador &imp) {
-                      imp.TravaDoc(1);
-                      imp.FormataTX("", 3, 0, 0, 0, 0);
-                      tolvane(imp, {EscI, "\r", EscI});
-                      imp.TravaDoc(0);
-                      imp.TravaDoc(1);
-                      imp.FormataTX("x\r\n", 1, 0, 0, 0, 0);
-                      imp.TravaDoc(0);
-                  },
-                  {"x\n"}}),
-    [](const auto &info) { return std::string(info.param.nome); });
-
-// --- the form of the PDF
-
-struct CasoForma {
-    const char *nome;
-    std::function<void(Simulador &)> envia;
-    const char *tamanho; // pdfinfo's "Page size"
-    int paginas;
-};
-
-class SimuladorFormaDoPdf : public ::testing::TestWithParam<CasoForma> {};
-
-const char *const Cheque = "609 x 235 pts";
-const char *const A4 = "595 x 842 pts (A4)";
-
 QString linhas_numeradas(int n) {
     QString t;
     for (int i = 1; i <= n; ++i)
@@ -191,100 +52,126 @@ QString linhas_numeradas(int n) {
     return t;
 }
 
-TEST_P(SimuladorFormaDoPdf, NoFormularioDoQueFoiImpresso) {
+// --- what lands on the sheets, and the form of the first sheet's PDF
+
+// What is sent between TravaDoc(1) and TravaDoc(0), each text converted for the printer and
+// led by how it goes: "T" by TolvaneTX, "1" to "3" by FormataTX in that mode, "H" by FormataTX
+// with the header; "|" ends the document and starts another.
+struct CasoFolha {
+    const char *nome;
+    QStringList envia;
+    QStringList folhas;
+    bool fecha = true; // the last document ends at TravaDoc(0), or else at the port's closing
+    const char *tamanho = nullptr; // pdfinfo's "Page size" of the first sheet, when looked at
+    int paginas = 1;
+};
+
+class SimuladorFolhas : public ::testing::TestWithParam<CasoFolha> {};
+
+TEST_P(SimuladorFolhas, CadaDocumentoNaSuaFolhaComOPdfAoLado) {
+    const CasoFolha &c = GetParam();
     QTemporaryDir pasta;
     Simulador imp(pasta.path());
-    imp.IniciaPorta("COM2");
+    ASSERT_EQ(imp.IniciaPorta("COM2"), Simulador::Feito);
     imp.TravaDoc(1);
-    GetParam().envia(imp);
-    ASSERT_EQ(imp.TravaDoc(0), Simulador::Feito);
-    imp.FechaPorta();
-    ASSERT_EQ(imp.UltimoPapel(), 1);
+    for (const QString &e : c.envia) {
+        const QString texto = ConverteTexto(e.mid(1));
+        if (e == "|")
+            imp.TravaDoc(0), imp.TravaDoc(1);
+        else if (e[0] == u'T')
+            imp.TolvaneTX(texto);
+        else
+            imp.FormataTX(texto, e[0] == u'H' ? 2 : e.left(1).toInt(), 0, 0, e[0] == u'H', 0);
+    }
+    if (c.fecha) EXPECT_EQ(imp.TravaDoc(0), Simulador::Feito);
+    EXPECT_EQ(imp.FechaPorta(), Simulador::Feito);
+    ASSERT_EQ(imp.UltimoPapel(), std::max(qsizetype(1), c.folhas.size()));
+    for (int i = 1; i <= c.folhas.size(); ++i) {
+        EXPECT_EQ(le_utf8(imp.ArquivoPapel(i)), c.folhas[i - 1]) << "folha " << i;
+        EXPECT_TRUE(le_bytes(imp.PastaPapel() + QStringLiteral("/%1.pdf").arg(i, 6, 10, QChar('0')))
+                        .startsWith("%PDF-"))
+            << "folha " << i;
+    }
+    if (!c.tamanho) return;
     const QString pdf = imp.PastaPapel() + "/000001.pdf";
-    EXPECT_EQ(info_pdf(pdf, "Page size"), QString(GetParam().tamanho));
-    EXPECT_EQ(info_pdf(pdf, "Pages"), QString::number(GetParam().paginas));
+    EXPECT_EQ(info_pdf(pdf, "Page size"), QString(c.tamanho));
+    EXPECT_EQ(info_pdf(pdf, "Pages"), QString::number(c.paginas));
     EXPECT_EQ(info_pdf(pdf, "Title"), "Folha 000001");
     // The PDF carries the sheet's words, in its order.
     EXPECT_EQ(poppler("pdftotext", {pdf, "-"}).simplified(),
               le_utf8(imp.ArquivoPapel(1)).simplified());
 }
 
+const char *const Cheque = "609 x 235 pts";
+const char *const A4 = "595 x 842 pts (A4)";
+using F = CasoFolha;
 INSTANTIATE_TEST_SUITE_P(
-    Documentos, SimuladorFormaDoPdf,
+    Textos, SimuladorFolhas,
     ::testing::Values(
-        CasoForma{"BlocoDoChequeTransferencia",
-                  [](Simulador &imp) {
-                      imp.FormataTX(QString(70, ' ') + "(1.234,50)\n\n  MIL REAIS\r\n" + EscArroba,
-                                    2, 0, 0, 0, 0);
-                  },
-                  Cheque, 1},
-        CasoForma{"CopiaDoTransferenciaComCabecalho",
-                  [](Simulador &imp) {
-                      imp.FormataTX(ConverteTexto("   CóPIA DE CHEQUE") + "\r\n", 2, 0, 0, 1, 0);
-                      imp.FormataTX("\n001 - BANCO\r\n", 2, 0, 0, 0, 0);
-                  },
-                  A4, 1},
-        CasoForma{"CopiaLinhaALinha",
-                  [](Simulador &imp) {
-                      imp.FormataTX("", 3, 0, 0, 0, 0);
-                      tolvane(imp, {EscI, "R$ 1,00\r\n", ConverteTexto("Cópia") + "\r\n", EscI});
-                  },
-                  A4, 1},
-        CasoForma{"ListaDeUmaPagina",
-                  [](Simulador &imp) { imp.FormataTX(linhas_numeradas(66), 1, 0, 0, 0, 0); }, A4,
-                  1},
+        F{"ListaEmDuasPartes", {"1Relação\r\nJoão\r\n", "1fim\r\n"}, {"Relação\nJoão\nfim\n"}},
+        // The copy's road: the last line first, between two ESC "I"; the sheet as the operator
+        // reads it once turned.
+        F{"Invertida",
+          {"3", "T\x1BI", "T3\r\n", "T\r\n", "TAção\r\n", "T\x1BI"},
+          {"Ação\n\n3\n"},
+          true,
+          A4},
+        F{"EscIAteOTravaDoc",
+          {"T\x1BI", "Tb\r\n", "Ta\r\n", "|", "Tc\r\n", "Td\r\n"},
+          {"a\nb\n", "c\nd\n"}},
+        F{"EscIAteFecharAPorta", {"T\x1BI", "Tb\r\n", "Ta\r\n"}, {"a\nb\n"}, false},
+        // Plain text before and after stays where it was sent.
+        F{"TrechoInvertido",
+          {"Tantes\r\n\x1BI2\r\n1\r\n\x1BIdepois\r\n"},
+          {"antes\n1\n2\ndepois\n"}},
+        F{"Reinicio", {"T\x1BIb\r\na\r\n\x1B@c\r\n"}, {"a\nb\nc\n"}},
+        // The printer reads a stream: the command's letter may come in the next text.
+        F{"EscPartido", {"T1\r\n\x1B", "TI3\r\n2\r\n", "T\x1BI"}, {"1\n2\n3\n"}},
+        F{"LinhaInacabada", {"T\x1BI", "Tb\r\n", "Ta", "T\x1BI", "Tc\r\n"}, {"a\nb\nc\n"}},
+        F{"Controles",
+          {"2  a\tb\x07"
+           "c  \r\n\x0C"},
+          {"  a\tbc  \n"}},
+        // A document that put nothing on paper takes no sheet.
+        F{"DocumentoVazio", {"3", "T\x1BI", "T\r", "T\x1BI", "|", "1x\r\n"}, {"x\n"}},
+        F{"BlocoTransf",
+          {"2" + QString(70, ' ') + "(1.234,50)\n\n  MIL REAIS\r\n\x1B@"},
+          {},
+          true,
+          Cheque},
+        F{"CopiaTransf", {"H   CóPIA DE CHEQUE\r\n", "2\n001 - BANCO\r\n"}, {}, true, A4},
         // Blank lines at the end feed paper; they don't start another page.
-        CasoForma{"ListaComLinhasEmBrancoNoFim",
-                  [](Simulador &imp) {
-                      imp.FormataTX(linhas_numeradas(66) + "\r\n   \r\n", 1, 0, 0, 0, 0);
-                  },
-                  A4, 1},
-        CasoForma{"TextoMaisLongoQueAPagina",
-                  [](Simulador &imp) { imp.FormataTX(linhas_numeradas(67), 1, 0, 0, 0, 0); }, A4,
-                  2}),
+        F{"BrancosNoFim", {"1" + linhas_numeradas(66) + "\r\n   \r\n"}, {}, true, A4},
+        F{"MaisQueUmaPagina", {"1" + linhas_numeradas(67)}, {}, true, A4, 2}),
     [](const auto &info) { return std::string(info.param.nome); });
 
 // --- a PDF that can't be written
 
-struct CasoPdfFalha {
-    const char *nome;
-    bool travaDoc; // the document ends at TravaDoc(0); otherwise at the closing of the port
-};
-
-class SimuladorPdfFalha : public ::testing::TestWithParam<CasoPdfFalha> {};
-
-TEST_P(SimuladorPdfFalha, FolhaFicaComOTextoEAImpressoraRespondeAFalhaDaMemoria) {
-    QTemporaryDir pasta;
-    Simulador imp(pasta.path());
-    // Where the first sheet's PDF would go stands a folder: it can't be written there.
-    ASSERT_TRUE(QDir().mkpath(imp.PastaPapel() + "/000001.pdf"));
-    imp.IniciaPorta("COM2");
-    imp.TravaDoc(1);
-    ASSERT_EQ(imp.FormataTX("Lista\r\n", 1, 0, 0, 0, 0), Simulador::Feito);
-    if (GetParam().travaDoc) {
-        EXPECT_EQ(imp.TravaDoc(0), Simulador::MemoriaFalhou);
+// Where the first sheet's PDF would go stands a folder: the sheet keeps its text, and the
+// printer answers the memory's failure at the end of the document, whether that is TravaDoc(0)
+// or the closing of the port; nobody looks at TravaDoc's answer, so the closing tells it again.
+TEST(SimuladorPdfFalha, FolhaFicaComOTextoEAImpressoraRespondeAFalhaDaMemoria) {
+    for (const bool travaDoc : {true, false}) {
+        QTemporaryDir pasta;
+        Simulador imp(pasta.path());
+        ASSERT_TRUE(QDir().mkpath(imp.PastaPapel() + "/000001.pdf"));
+        imp.IniciaPorta("COM2");
+        imp.TravaDoc(1);
+        ASSERT_EQ(imp.FormataTX("Lista\r\n", 1, 0, 0, 0, 0), Simulador::Feito);
+        if (travaDoc) EXPECT_EQ(imp.TravaDoc(0), Simulador::MemoriaFalhou);
+        EXPECT_EQ(imp.FechaPorta(), Simulador::MemoriaFalhou) << travaDoc;
+        EXPECT_EQ(le_utf8(imp.ArquivoPapel(1)), "Lista\n");
+        EXPECT_FALSE(QFileInfo(imp.PastaPapel() + "/000001.pdf").isFile());
+        EXPECT_EQ(imp.UltimoPapel(), 1);
+        // The failure went with that document.
+        imp.IniciaPorta("COM2");
+        imp.TravaDoc(1);
+        imp.FormataTX("Outra\r\n", 1, 0, 0, 0, 0);
+        EXPECT_EQ(imp.TravaDoc(0), Simulador::Feito);
+        EXPECT_EQ(imp.FechaPorta(), Simulador::Feito);
+        EXPECT_TRUE(le_bytes(imp.PastaPapel() + "/000002.pdf").startsWith("%PDF-"));
     }
-    // Nobody looks at TravaDoc's answer: the closing of the port tells it again.
-    EXPECT_EQ(imp.FechaPorta(), Simulador::MemoriaFalhou);
-    EXPECT_EQ(le_utf8(imp.ArquivoPapel(1)), "Lista\n");
-    EXPECT_EQ(QDir(imp.PastaPapel()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-              QStringList({"000001.pdf", "000001.txt"}));
-    EXPECT_FALSE(QFileInfo(imp.PastaPapel() + "/000001.pdf").isFile());
-    EXPECT_EQ(imp.UltimoPapel(), 1);
-
-    // The failure went with that document.
-    imp.IniciaPorta("COM2");
-    imp.TravaDoc(1);
-    imp.FormataTX("Outra\r\n", 1, 0, 0, 0, 0);
-    EXPECT_EQ(imp.TravaDoc(0), Simulador::Feito);
-    EXPECT_EQ(imp.FechaPorta(), Simulador::Feito);
-    EXPECT_TRUE(le_bytes(imp.PastaPapel() + "/000002.pdf").startsWith("%PDF-"));
 }
-
-INSTANTIATE_TEST_SUITE_P(Fins, SimuladorPdfFalha,
-                         ::testing::Values(CasoPdfFalha{"NoTravaDoc", true},
-                                           CasoPdfFalha{"AoFecharAPorta", false}),
-                         [](const auto &info) { return std::string(info.param.nome); });
 
 // --- the sheets of the copy and of the transfer cheque, sent by their screens
 
@@ -360,17 +247,6 @@ TEST_F(PapelDasTelas, CopiaInvertidaSaiIgualACopiaDireta) {
     EXPECT_TRUE(folha(numero).contains("JOSÉ ANTÔNIO DA CONCEIÇÃO"));
 }
 
-TEST_F(PapelDasTelas, CopiaCujoPdfNaoSeGravaAvisaOOperador) {
-    CmpCopia &t = abre_copia();
-    ASSERT_TRUE(QDir().mkpath(imp().PastaPapel() + "/000001.pdf"));
-    t.CheckImpInv.Value = 1;
-    t.Clica("BtnCmd", 0);
-    EXPECT_EQ(d.Textos(),
-              QStringList({"Insira o Documento.", "Problemas na Transmissao da copia"}));
-    QString pagina = t.CopiaTxt.Text;
-    EXPECT_EQ(folha(1), pagina.remove(u'\r') + "\n");
-}
-
 struct CasoTransf {
     const char *nome;
     int comando; // Opcoes: 0 Imprimir, 2 Cópia
@@ -396,8 +272,7 @@ TEST_P(PapelDaTransferencia, FolhasConferemComAReferencia) {
 INSTANTIATE_TEST_SUITE_P(
     Comandos, PapelDaTransferencia,
     ::testing::Values(
-        CasoTransf{"Cheque", 0, "", {"papel/transferencia_padrao.txt"}, {Cheque}},
-        // The back on the same cheque, after the operator turned it.
+        // The face, and the back on the same cheque after the operator turned it.
         CasoTransf{"ChequeComVerso",
                    0,
                    "Ref. aluguel de março",

@@ -26,22 +26,8 @@ class AjustaTeste : public teste::Registros {
         EXPECT_NE(a, nullptr);
         return *a;
     }
-    static QStringList rotulos(const Ajusta &a) {
-        QStringList r;
-        for (const auto &[i, l] : a.Label2)
-            r << l.Caption;
-        return r;
-    }
-    // Presses an arrow on a box n times.
-    static void tecla(Ajusta &a, int caixa, int codigo, int vezes = 1) {
-        a.SetFocus("Text1", caixa);
-        for (int i = 0; i < vezes; ++i)
-            EXPECT_EQ(a.Tecla(codigo), 0);
-    }
     Bancos *b = nullptr;
 };
-
-enum { Esquerda = 37, Acima = 38, Direita = 39, Abaixo = 40 };
 
 TEST_F(AjustaTeste, AbreComOLayoutNosRotulos) {
     Ajusta &a = abre_ajuste("001");

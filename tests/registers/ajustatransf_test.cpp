@@ -14,8 +14,6 @@ const QString MsgTransf = "Há problemas com relação ao posicionamento dos cam
                           "colunas.\r"
                           "Por favor, verifique se esses valores estão sendo respeitados.";
 
-enum { Esquerda = 37, Acima = 38, Direita = 39, Abaixo = 40 };
-
 QString tres(int n) {
     return Format(QString::number(n), "000");
 }
@@ -35,17 +33,6 @@ class AjusteTransfTeste : public teste::Registros {
         auto *a = d.Tela_<AjustaChequeTransferencia>("AjustaChequeTransferencia");
         EXPECT_NE(a, nullptr);
         return *a;
-    }
-    static QStringList rotulos(const AjustaChequeTransferencia &a) {
-        QStringList r;
-        for (const auto &[i, l] : a.Label2)
-            r << l.Caption;
-        return r;
-    }
-    static void tecla(AjustaChequeTransferencia &a, int caixa, int codigo, int vezes = 1) {
-        a.SetFocus("Text1", caixa);
-        for (int i = 0; i < vezes; ++i)
-            a.Tecla(codigo);
     }
     QStringList campos_banco() const {
         QStringList r;

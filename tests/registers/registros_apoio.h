@@ -85,6 +85,21 @@ class Registros : public ::testing::Test {
         return r;
     }
 
+    // The labels of a graphic adjust, in order.
+    template <class Ajuste> static QStringList rotulos(const Ajuste &a) {
+        QStringList r;
+        for (const auto &[i, l] : a.Label2)
+            r << l.Caption;
+        return r;
+    }
+    // Presses a key on a box of a graphic adjust n times; the adjust spends each.
+    static void tecla(Tela &a, int caixa, int codigo, int vezes = 1) {
+        a.SetFocus("Text1", caixa);
+        for (int i = 0; i < vezes; ++i)
+            EXPECT_EQ(a.Tecla(codigo), 0);
+    }
+    enum Seta { Esquerda = 37, Acima = 38, Direita = 39, Abaixo = 40 };
+
     // Set by a test's constructor to keep the preset banks' transfer and copy layouts.
     bool layouts_de_fabrica = false;
     QTemporaryDir pasta;

@@ -122,34 +122,28 @@ class BinderTeste : public ::testing::Test {
 
 using ui::Binder;
 
-TEST_F(BinderTeste, DigitarChegaAoModeloEORespeitaOMaximo) {
-    w<QLineEdit>("Text1(0)")->setFocus();
-    QTest::keyClicks(w<QLineEdit>("Text1(0)"), "12345");
+// Keys reach the model, which cuts at the field's maximum, moves the focus on Enter and takes
+// its function keys by their classic codes; what the program changes shows on refresh.
+TEST_F(BinderTeste, TecladoChegaAoModeloEOModeloAoWidget) {
+    auto *t0 = w<QLineEdit>("Text1(0)");
+    auto *t1 = w<QLineEdit>("Text1(1)");
+    t0->setFocus();
+    QTest::keyClicks(t0, "12345");
     EXPECT_EQ(tela.Text1[0].Text, "123");
     EXPECT_EQ(tela.mudancas, QStringList({"1", "12", "123"}));
     EXPECT_EQ(tela.Foco(), (RefControle{"Text1", 0}));
-}
-
-TEST_F(BinderTeste, EnterDoModeloMoveOFocoDeVerdade) {
-    w<QLineEdit>("Text1(0)")->setFocus();
-    QTest::keyClick(w<QLineEdit>("Text1(0)"), Qt::Key_Return);
-    EXPECT_TRUE(w<QLineEdit>("Text1(1)")->hasFocus());
+    QTest::keyClick(t0, Qt::Key_Return);
+    EXPECT_TRUE(t1->hasFocus());
     EXPECT_EQ(tela.Foco(), (RefControle{"Text1", 1}));
-}
+    QTest::keyClicks(t1, "abc");
+    QTest::keyClick(t1, Qt::Key_F8);
+    EXPECT_EQ(t1->text(), "");
 
-TEST_F(BinderTeste, SaidaRecusadaDevolveOFocoAoCampo) {
-    w<QLineEdit>("Text1(0)")->setFocus();
-    QTest::keyClicks(w<QLineEdit>("Text1(0)"), "x");
-    QTest::mouseClick(w<QLineEdit>("Text1(1)"), Qt::LeftButton);
-    EXPECT_TRUE(w<QLineEdit>("Text1(0)")->hasFocus());
-    EXPECT_EQ(w<QLineEdit>("Text1(0)")->text(), "");
-}
-
-TEST_F(BinderTeste, TeclaDeFuncaoChegaComOCodigoClassico) {
-    w<QLineEdit>("Text1(1)")->setFocus();
-    QTest::keyClicks(w<QLineEdit>("Text1(1)"), "abc");
-    QTest::keyClick(w<QLineEdit>("Text1(1)"), Qt::Key_F8);
-    EXPECT_EQ(w<QLineEdit>("Text1(1)")->text(), "");
+    tela.mudancas.clear();
+    tela.Text1[1].Text = "do programa";
+    tela.Refresh();
+    EXPECT_EQ(t1->text(), "do programa");
+    EXPECT_TRUE(tela.mudancas.isEmpty());
 }
 
 TEST_F(BinderTeste, CliqueListaECaixaEspelhamOEstado) {
@@ -169,21 +163,19 @@ TEST_F(BinderTeste, CliqueListaECaixaEspelhamOEstado) {
     EXPECT_FALSE(w<QLineEdit>("Text1(1)")->isEnabled());
 }
 
-TEST_F(BinderTeste, MudancaFeitaPeloProgramaApareceNoRefresh) {
-    tela.Text1[1].Text = "do programa";
-    tela.Refresh();
-    EXPECT_EQ(w<QLineEdit>("Text1(1)")->text(), "do programa");
-    EXPECT_TRUE(tela.mudancas.isEmpty());
-}
-
 // A leave handler that keeps the focus cancels the click that took it, whatever was clicked:
-// the handler doesn't run and the widget shows the model's state again.
+// the field keeps the focus, the handler doesn't run and the widget shows the model's state.
 TEST_F(BinderTeste, CliqueDepoisDeSaidaRecusadaNaoCorre) {
     auto *campo = w<QLineEdit>("Text1(0)");
     const auto recusa = [&] {
         campo->setFocus();
         QTest::keyClicks(campo, "x");
     };
+    recusa();
+    QTest::mouseClick(w<QLineEdit>("Text1(1)"), Qt::LeftButton);
+    EXPECT_TRUE(campo->hasFocus());
+    EXPECT_EQ(campo->text(), "");
+
     recusa();
     QTest::mouseClick(w<QPushButton>("Ok"), Qt::LeftButton);
     EXPECT_EQ(tela.cliques, 0);
@@ -258,15 +250,12 @@ TEST_F(BinderTeste, ListaGrandeLeSoAsLinhasVisiveis) {
 }
 
 TEST(CodigoTecla, TeclasComCodigoClassico) {
-    EXPECT_EQ(Binder::CodigoTecla(Qt::Key_F3), 114);
-    EXPECT_EQ(Binder::CodigoTecla(Qt::Key_F4), 115);
-    EXPECT_EQ(Binder::CodigoTecla(Qt::Key_F8), 119);
-    EXPECT_EQ(Binder::CodigoTecla(Qt::Key_Return), 13);
-    EXPECT_EQ(Binder::CodigoTecla(Qt::Key_Enter), 13);
-    EXPECT_EQ(Binder::CodigoTecla(Qt::Key_Left), 37);
-    EXPECT_EQ(Binder::CodigoTecla(Qt::Key_Down), 40);
-    EXPECT_EQ(Binder::CodigoTecla(Qt::Key_A), 65);
-    EXPECT_EQ(Binder::CodigoTecla(Qt::Key_Shift), 0);
+    const std::pair<Qt::Key, int> casos[] = {
+        {Qt::Key_F3, 114},    {Qt::Key_F4, 115},   {Qt::Key_F8, 119},
+        {Qt::Key_Return, 13}, {Qt::Key_Enter, 13}, {Qt::Key_Left, 37},
+        {Qt::Key_Down, 40},   {Qt::Key_A, 65},     {Qt::Key_Shift, 0}};
+    for (const auto &[tecla, codigo] : casos)
+        EXPECT_EQ(Binder::CodigoTecla(tecla), codigo) << tecla;
 }
 
 } // namespace

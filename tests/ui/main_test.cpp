@@ -1,5 +1,8 @@
 #include "apoio/janelas.h"
+#include "apoio/referencia.h"
+#include "apoio/registro_log.h"
 #include "cheque/main.h"
+#include "core/conversoes.h"
 #include "core/desktop_roteiro.h"
 #include "core/ini.h"
 #include "core/inicio.h"
@@ -10,20 +13,18 @@
 #include "store/tabelas.h"
 #include "ui/desktop_qt.h"
 
-#include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocalSocket>
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
@@ -34,11 +35,6 @@ using namespace vexa;
 using teste::foco;
 
 namespace {
-
-QString le(const QString &arquivo) {
-    QFile f(arquivo);
-    return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
-}
 
 // The window of the entry screen over a fresh data folder, with the simulated printer.
 class JanelaMain : public ::testing::Test {
@@ -53,13 +49,32 @@ class JanelaMain : public ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowActive(janela));
     }
     void TearDown() override {
-        for (const QString &nome : {telas::CmpExtra, telas::Main})
+        for (const QString &nome : {telas::CmpExtra, telas::ChePrz, telas::Main})
             if (Tela *t = desktop.Aberta(nome)) desktop.Fecha(*t);
     }
     template <class W> W *w(QWidget *raiz, const char *nome) {
         W *achado = raiz->findChild<W *>(nome);
         EXPECT_NE(achado, nullptr) << nome;
         return achado;
+    }
+    // Types key by key into the field with the focus, which must be `campo`, and presses
+    // Enter; an accented letter is a key that carries its text.
+    static void digita(const QString &campo, const QString &texto) {
+        ASSERT_EQ(foco(), campo);
+        QWidget *w = QApplication::focusWidget();
+        for (const QChar c : texto)
+            if (c.unicode() < 128)
+                QTest::keyClick(w, c.toLatin1());
+            else
+                QTest::sendKeyEvent(QTest::Click, w, Qt::Key_unknown, QString(c), Qt::NoModifier);
+        QTest::keyClick(w, Qt::Key_Return);
+    }
+    // The texts of the fields nome(de) to nome(de + n - 1) of a window.
+    static QStringList textos(QWidget *j, const QString &nome, int de, int n) {
+        QStringList r;
+        for (int i = de; i < de + n; ++i)
+            r << j->findChild<QLineEdit *>(QStringLiteral("%1(%2)").arg(nome).arg(i))->text();
+        return r;
     }
 
     QTemporaryDir pasta;
@@ -77,11 +92,8 @@ TEST_F(JanelaMain, ChequeDigitadoTeclaATeclaSaiNoPapelENoLog) {
     const QList<std::pair<QString, QString>> campos = {
         {"Text1(0)", "1"},      {"Text1(1)", "1234,5"}, {"Text1(2)", "Maria"},
         {"Text1(3)", "Santos"}, {"Text1(4)", "5/3/99"}, {"Text1(6)", "000123"}};
-    for (const auto &[campo, texto] : campos) {
-        ASSERT_EQ(foco(), campo);
-        QTest::keyClicks(QApplication::focusWidget(), texto);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    }
+    for (const auto &[campo, texto] : campos)
+        digita(campo, texto);
     const auto texto = [&](const char *nome) {
         return janela->findChild<QLineEdit *>(nome)->text();
     };
@@ -104,45 +116,38 @@ TEST_F(JanelaMain, ChequeDigitadoTeclaATeclaSaiNoPapelENoLog) {
     EXPECT_EQ(texto("Text1(2)"), "Maria"); // the fields stay for the next cheque
 
     // The face: figures, words, payee, city and date where the bank's layout puts them.
-    const QString papel = le(imp.ArquivoPapel(imp.UltimoPapel()));
-    const QString referencia = le(QStringLiteral(VEXA_TESTES_DADOS) + "/papel/cheque_001.txt");
-    ASSERT_FALSE(referencia.isEmpty());
-    EXPECT_EQ(papel, referencia);
-    EXPECT_TRUE(papel.contains("#1.234,50#"));
-    EXPECT_TRUE(papel.contains("Mil, Duzentos e Trinta e Quatro Reais e Cinquenta Centavos"));
+    teste::confere_referencia(teste::le_utf8(imp.ArquivoPapel(imp.UltimoPapel())),
+                              "papel/cheque_001.txt");
 
-    ASSERT_NE(AbreTabelas(s, desktop, 0, 0, 0, 1), -2);
-    RecordSet &log = Conjunto(s, TabLog);
-    ASSERT_EQ(log.RecordCount(), 1);
-    log.MoveFirst();
-    const QStringList linha = {log["Index"], log["Codigo"], log["Banco"],
-                               log["V_CH"],  log["Favor"],  log["Local"],
-                               log["Data"],  log["NRCH"],   log["StCancel"]};
-    FechaTabelas(s, 0, 0, 0, 1);
+    const auto log = teste::linhas_do_log(s, desktop);
+    ASSERT_EQ(log.size(), 1);
+    const QStringList linha = {log[0]["Index"], log[0]["Codigo"], log[0]["Banco"],
+                               log[0]["V_CH"],  log[0]["Favor"],  log[0]["Local"],
+                               log[0]["Data"],  log[0]["NRCH"],   log[0]["StCancel"]};
     EXPECT_EQ(linha, (QStringList{"0000000001", "00001", "001", "1234,5", "Maria", "Santos",
                                   "05/03/99", "000123", " "}));
 }
 
-// The clearing command takes the focus before the bad amount is left: no message, the amount
-// is emptied and the back's first line gets the focus.
-TEST_F(JanelaMain, LimparVersoComValorRuimNaoReclama) {
-    QLineEdit *valor = w<QLineEdit>(janela, "Text1(1)");
-    valor->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return valor->hasFocus(); }, 2000));
-    QTest::keyClicks(valor, "12x");
-    QTest::mouseClick(w<QPushButton>(janela, "Opcoes(4)"), Qt::LeftButton);
-    EXPECT_TRUE(respostas.Vistas.isEmpty()) << respostas.Vistas.join('|').toStdString();
-    EXPECT_EQ(valor->text(), "");
-    EXPECT_EQ(foco(), "Text2(0)");
-}
+// An extra field's longer key hint neither widens the window nor stays after it; F3 in the
+// second extra field opens "Programa Campo" on that field.
+TEST_F(JanelaMain, CampoExtraDaSuaDicaEF3AbreAPosicao) {
+    const int largura = janela->width();
+    auto *dica = w<QLabel>(janela, "Panel3D2");
+    const QString normal = dica->text();
+    const auto focaliza = [&](const char *nome) {
+        QLineEdit *campo = w<QLineEdit>(janela, nome);
+        campo->setFocus();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return campo->hasFocus(); }, 2000)) << nome;
+        QTest::qWait(0);
+        EXPECT_EQ(janela->width(), largura) << nome;
+        return campo;
+    };
+    focaliza("TxtCpo(0)");
+    EXPECT_EQ(dica->text(), "F3 - Programa Campo  |  F8 - Limpa Campo  |  F4 - Grava Linha");
+    focaliza("Text1(0)");
+    EXPECT_EQ(dica->text(), normal);
 
-// F3 in the second extra field opens "Programa Campo" on that field; a line past 20 is
-// refused, a good position is stored, and Fechar closes the screen.
-TEST_F(JanelaMain, F3NoCampoExtraProgramaAPosicao) {
-    QLineEdit *extra = w<QLineEdit>(janela, "TxtCpo(1)");
-    extra->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return extra->hasFocus(); }, 2000));
-    QTest::keyClick(extra, Qt::Key_F3);
+    QTest::keyClick(focaliza("TxtCpo(1)"), Qt::Key_F3);
     Tela *cmp = desktop.Aberta(telas::CmpExtra);
     ASSERT_NE(cmp, nullptr);
     QMainWindow *programa = desktop.Janela(*cmp);
@@ -150,44 +155,82 @@ TEST_F(JanelaMain, F3NoCampoExtraProgramaAPosicao) {
     EXPECT_EQ(programa->windowTitle(), "Programa Campo");
     EXPECT_TRUE(w<QPushButton>(programa, "CmdNumCampo(1)")->isChecked());
     EXPECT_FALSE(w<QPushButton>(programa, "CmdNumCampo(0)")->isChecked());
-    ASSERT_EQ(foco(), "PosText(0)");
-
-    QTest::keyClicks(QApplication::focusWidget(), "2a1");
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    ASSERT_EQ(foco(), "PosText(1)");
-    QTest::keyClicks(QApplication::focusWidget(), "100");
-    QTest::mouseClick(w<QPushButton>(programa, "BtnCmd(0)"), Qt::LeftButton);
-    EXPECT_EQ(respostas.Vistas, QStringList{"Erro: Campo incorreto"});
-    EXPECT_EQ(LeGravaIni(s.CaminhoIni, "FrenteInfo", "Campo01Lin", ""), "-2");
-
-    QLineEdit *linha = w<QLineEdit>(programa, "PosText(0)");
-    linha->setFocus();
-    linha->selectAll();
-    QTest::keyClicks(linha, "20");
-    QTest::mouseClick(w<QPushButton>(programa, "BtnCmd(0)"), Qt::LeftButton);
-    EXPECT_EQ(LeGravaIni(s.CaminhoIni, "FrenteInfo", "Campo01Lin", ""), "20");
-    EXPECT_EQ(LeGravaIni(s.CaminhoIni, "FrenteInfo", "Campo01Col", ""), "100");
-
+    EXPECT_EQ(foco(), "PosText(0)");
     QTest::mouseClick(w<QPushButton>(programa, "BtnCmd(2)"), Qt::LeftButton);
     EXPECT_EQ(desktop.Aberta(telas::CmpExtra), nullptr);
 }
 
-// The longer key hint of an extra field neither widens the window nor stays after it.
-TEST_F(JanelaMain, DicaDoCampoExtraNaoAlargaAJanela) {
-    const int largura = janela->width();
-    auto *dica = w<QLabel>(janela, "Panel3D2");
-    const QString normal = dica->text();
-    QLineEdit *extra = w<QLineEdit>(janela, "TxtCpo(0)");
-    extra->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return extra->hasFocus(); }, 2000));
-    EXPECT_EQ(dica->text(), "F3 - Programa Campo  |  F8 - Limpa Campo  |  F4 - Grava Linha");
-    QTest::qWait(0);
-    EXPECT_EQ(janela->width(), largura);
-    QLineEdit *banco = w<QLineEdit>(janela, "Text1(0)");
-    banco->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return banco->hasFocus(); }, 2000));
-    EXPECT_EQ(dica->text(), normal);
-    EXPECT_EQ(janela->width(), largura);
+// The post-dated cheques' window, opened from the entry screen without holding it: a schedule
+// of three instalments typed key by key, printed on the simulator, and registered.
+TEST_F(JanelaMain, TresParcelasDigitadasSaemNoPapelENoLog) {
+    auto &imp = static_cast<Simulador &>(*s.Impressora);
+    auto *relatorio = w<QCheckBox>(janela, "CheckBox");
+    if (!relatorio->isChecked()) QTest::mouseClick(relatorio, Qt::LeftButton);
+    ASSERT_TRUE(relatorio->isChecked());
+
+    QTest::mouseClick(w<QPushButton>(janela, "Opcoes(5)"), Qt::LeftButton);
+    Tela *tela = desktop.Aberta(telas::ChePrz);
+    ASSERT_NE(tela, nullptr);
+    QMainWindow *prazo = desktop.Janela(*tela);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(prazo));
+    EXPECT_EQ(prazo->windowTitle(), "Impressão de Cheques a Prazo");
+    EXPECT_NE(desktop.Aberta(telas::Main), nullptr);
+
+    digita("Text1(0)", "1000");
+    digita("DataPre", "100127");
+    digita("prazo", "30");
+    digita("parcelas", "3");
+    EXPECT_EQ(textos(prazo, "Text1", 0, 1), QStringList{"1.000,00"});
+    EXPECT_EQ(w<QLineEdit>(prazo, "DataPre")->text(), "10/01/27");
+    EXPECT_EQ(textos(prazo, "Text1", 1, 4), QStringList({"00", "30", "60", ""}));
+    EXPECT_EQ(foco(), "Text1(13)");
+    EXPECT_EQ(textos(prazo, "Text1", 13, 4), QStringList({"10/01/27", "09/02/27", "11/03/27", ""}));
+    EXPECT_EQ(textos(prazo, "Text2", 0, 4), QStringList({"333,34", "333,33", "333,33", ""}));
+
+    // The first cheque's number numbers the others.
+    QTest::mouseClick(w<QLineEdit>(prazo, "Text4(0)"), Qt::LeftButton);
+    digita("Text4(0)", "000501");
+    EXPECT_EQ(textos(prazo, "Text4", 0, 4), QStringList({"000501", "000502", "000503", ""}));
+    digita("Text3(0)", "1");
+    EXPECT_EQ(textos(prazo, "Text3", 0, 1), QStringList{"001"});
+    EXPECT_EQ(w<QLabel>(prazo, "Label2")->text(), NomeBanco(s, "001"));
+    digita("Text3(1)", "Maringá");
+    digita("Text3(2)", "Construtora São Jorge");
+    ASSERT_EQ(foco(), "Command3D1(0)");
+    EXPECT_TRUE(respostas.Vistas.isEmpty()) << respostas.Vistas.join('|').toStdString();
+
+    imp.LimpaChamadas();
+    const int antes = imp.UltimoPapel();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(respostas.Vistas.value(i),
+                  QStringLiteral("Impressão do Cheque: Insira o Documento.\n\nParcela %1 de 3 — "
+                                 "cheque 00050%2 — R$ %3")
+                      .arg(i + 1)
+                      .arg(i + 1)
+                      .arg(i == 0 ? "333,34" : "333,33"));
+    const QStringList chamadas = imp.Chamadas();
+    ASSERT_EQ(chamadas.size(), 9);
+    EXPECT_EQ(chamadas[1], "ImprimeCheque(001|333,34|" + ConverteTexto("Construtora São Jorge") +
+                               "|" + ConverteTexto("Maringá") + "|10/01/27|333,34)");
+
+    // Each face with its own amount in figures and words, and its own date.
+    ASSERT_EQ(imp.UltimoPapel(), antes + 3);
+    for (int i = 0; i < 3; ++i)
+        teste::confere_referencia(teste::le_utf8(imp.ArquivoPapel(antes + 1 + i)),
+                                  QStringLiteral("prazo/parcela_%1.txt").arg(i + 1));
+
+    QStringList linhas;
+    for (const auto &l : teste::linhas_do_log(s, desktop))
+        linhas << QStringList{l["Index"], l["Codigo"], l["Banco"], l["V_CH"],
+                              l["Favor"], l["Local"],  l["Data"],  l["NRCH"]}
+                      .join('|');
+    EXPECT_EQ(linhas, QStringList({"0000000001|00001|001|333,34|Construtora São Jorge|Maringá|"
+                                   "10/01/27|000501",
+                                   "0000000002|00002|001|333,33|Construtora São Jorge|Maringá|"
+                                   "09/02/27|000502",
+                                   "0000000003|00003|001|333,33|Construtora São Jorge|Maringá|"
+                                   "11/03/27|000503"}));
 }
 
 // A program's own process, with its data under a folder of the test.
@@ -211,40 +254,6 @@ class Copia {
   private:
     QProcessEnvironment ambiente_;
 };
-
-int folhas(const QString &pastaDados) {
-    return int(QDir(pastaDados + "/impressora/papel").entryList({"*.txt"}, QDir::Files).size());
-}
-
-// Two real copies: the second finds the first, hands over its fields and ends.
-TEST(UmaCopiaSo, SegundaPartidaEntregaETermina) {
-    QTemporaryDir casa;
-    const Copia copia(casa.path());
-    QProcess primeira;
-    copia.inicia(primeira, {});
-    ASSERT_TRUE(primeira.waitForStarted(10000));
-    const QString link = Instancia::NomeLink(Copia::PastaDados(casa.path()));
-    // The first copy is up once its link answers.
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] {
-            QLocalSocket s;
-            s.connectToServer(link);
-            return s.waitForConnected(200);
-        },
-        30000));
-
-    for (const QStringList &argumentos : {QStringList{"/B237/V99,90/FJoao"}, QStringList{}}) {
-        QProcess segunda;
-        copia.inicia(segunda, argumentos);
-        ASSERT_TRUE(segunda.waitForFinished(20000)) << argumentos.join(' ').toStdString();
-        EXPECT_EQ(segunda.exitStatus(), QProcess::NormalExit);
-        EXPECT_EQ(segunda.exitCode(), 0);
-    }
-    EXPECT_EQ(primeira.state(), QProcess::Running);
-    EXPECT_EQ(folhas(Copia::PastaDados(casa.path())), 0);
-    primeira.kill();
-    primeira.waitForFinished(10000);
-}
 
 // The running copy here, a real second start: its fields change as typed and left, nothing
 // prints.

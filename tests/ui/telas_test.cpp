@@ -55,6 +55,8 @@ TEST_P(VistaDaTela, TodoControleLigadoAUmWidgetDentroDoSeuQuadro) {
             soltos << ref.texto();
             continue;
         }
+        EXPECT_EQ(janela.findChildren<QObject *>(ref.texto()).size(), 1)
+            << ref.texto().toStdString() << " repetido";
         if (!c->Container) continue;
         QWidget *quadro = binder->widget(tela->ref(*c->Container));
         QWidget *widget = binder->widget(ref);
@@ -68,9 +70,10 @@ TEST_P(VistaDaTela, TodoControleLigadoAUmWidgetDentroDoSeuQuadro) {
     const QString topico = topico_ajuda(nome);
     QFile pagina(":/ajuda/" + topico.section('#', 0, 0).toLower() + ".html");
     ASSERT_TRUE(pagina.open(QIODevice::ReadOnly)) << topico.toStdString();
-    if (topico.contains('#'))
+    if (topico.contains('#')) {
         EXPECT_TRUE(pagina.readAll().contains("name=\"" + topico.section('#', 1).toUtf8() + '"'))
             << topico.toStdString();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Telas, VistaDaTela, ::testing::ValuesIn(nomes(fabricas_telas())),
