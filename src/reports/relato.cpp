@@ -251,11 +251,6 @@ QStringList Relato::Celulas(int linha) const {
     return c;
 }
 
-bool Relato::Cancelada(int linha) const {
-    return linhas_ && !colunas_.isEmpty() &&
-           linhas_->Linha(linha).value(colunas_[ColunaLog::Situacao]) == QStringLiteral("C");
-}
-
 const QList<SomaMensal> &Relato::SomasGrafico() {
     if (somas_) return *somas_;
     somas_.emplace();

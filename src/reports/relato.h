@@ -99,7 +99,6 @@ class Relato : public Tela {
     // The cells of a row of the list as the table shows them, by ColunaLog: the status spelt
     // out for a cancelled cheque, the amount with its thousands, the other fields as stored.
     QStringList Celulas(int linha) const;
-    bool Cancelada(int linha) const;
     // The amounts of the cheques the list shows by month and bank, for the chart: asked of
     // the database once for each fill of the list. Empty when it could not be read.
     const QList<SomaMensal> &SomasGrafico();

@@ -166,7 +166,7 @@ void CriaVistaRelato(Tela &tela, QMainWindow &janela) {
     comandos->addStretch(1);
     baixo->addLayout(comandos);
 
-    // The chart follows the rows the list shows; it is drawn again only when they changed.
+    // The chart follows the rows the list shows; it is drawn again only when its sums changed.
     r.GraficoPdf = [grafico = QPointer<QChartView>(grafico)] {
         return grafico ? grafico_pdf(*grafico) : QByteArray();
     };
