@@ -380,18 +380,23 @@ void Relato::SSCommand1_Click() {
     // The lists print the rows as the list shows them; the walk moves the chosen row along,
     // from a list where the row current at the start is no longer chosen.
     List1.SetSelected(List1.ListIndex, false);
-    // The progress follows the rows as the pages are made; Cancelar there stops before
-    // anything reaches the printer or the file.
-    {
-        const auto p = desktop.AbreProgresso("Enviar Lista");
-        p->Etapa(QString("Montando a lista de %1 cheques...").arg(linhas.size()), linhas.size());
-        envia_lista(sessao, desktop, linhas, *formato, *destino, [this, &p](int i) {
-            List1.SetSelected(i, true);
-            List1.SetSelected(i - 1, false);
-            List1.ListIndex = i;
-            return segue(p.get(), i);
-        });
-    }
+    // The progress follows the rows as the pages are made, from the first row (after the
+    // question of the cheque printer) to the last; Cancelar there stops before anything
+    // reaches the printer or the file.
+    std::unique_ptr<Progresso> p;
+    envia_lista(sessao, desktop, linhas, *formato, *destino, [this, &p, &linhas](int i) {
+        if (!p) {
+            p = desktop.AbreProgresso("Enviar Lista");
+            p->Etapa(QString("Montando a lista de %1 cheques...").arg(linhas.size()),
+                     int(linhas.size()));
+        }
+        List1.SetSelected(i, true);
+        List1.SetSelected(i - 1, false);
+        List1.ListIndex = i;
+        const bool continua = segue(p.get(), i);
+        if (!continua || i + 1 == linhas.size()) p.reset();
+        return continua;
+    });
     Refresh();
 }
 
