@@ -5,6 +5,7 @@
 #include "cheque/main.h"
 #include "core/arquivo.h"
 #include "core/conversoes.h"
+#include "core/relogio.h"
 #include "printer/sistema.h"
 #include "registers/cadastro.h"
 #include "reports/arquivo_relatorio.h"
@@ -17,6 +18,7 @@
 #include "store/tabelas.h"
 
 #include <QStringBuilder>
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -255,6 +257,11 @@ const QList<SomaMensal> &Relato::SomasGrafico() {
     if (somas_) return *somas_;
     somas_.emplace();
     if (!linhas_ || !somas_mensais(*linhas_, *somas_)) return somas_->clear(), *somas_;
+    // Two-digit years in the order of their centuries, as the program reads a date.
+    for (SomaMensal &m : *somas_)
+        m.Mes = QString::number(ano_completo(m.Mes.left(2).toInt())) + m.Mes.mid(2);
+    std::stable_sort(somas_->begin(), somas_->end(),
+                     [](const SomaMensal &a, const SomaMensal &b) { return a.Mes < b.Mes; });
     // The chart beside the table has room for two years: the last months of the list.
     constexpr int Meses = 24;
     QStringList meses;

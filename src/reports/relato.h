@@ -100,7 +100,8 @@ class Relato : public Tela {
     // out for a cancelled cheque, the amount with its thousands, the other fields as stored.
     QStringList Celulas(int linha) const;
     // The amounts of the cheques the list shows by month and bank, for the chart: asked of
-    // the database once for each fill of the list. Empty when it could not be read.
+    // the database once for each fill of the list, the months as "aaaamm", the last 24 of
+    // the list. Empty when it could not be read.
     const QList<SomaMensal> &SomasGrafico();
     // The chart as the view that draws it gives it: a PDF document (empty when it could not be
     // drawn), and its print on the system printer after the dialog (answered as ImprimeSistema

@@ -105,7 +105,7 @@ void desenha_grafico(QChartView &v, const QList<SomaMensal> &somas) {
     g.addSeries(serie);
     QStringList rotulos;
     for (const QString &m : std::as_const(meses))
-        rotulos << m.mid(2, 2) + "/" + m.left(2);
+        rotulos << m.mid(4, 2) + "/" + m.mid(2, 2);
     auto *x = new QBarCategoryAxis;
     x->append(rotulos);
     x->setLabelsAngle(meses.size() > 8 ? -90 : 0);

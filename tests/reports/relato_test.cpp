@@ -848,10 +848,22 @@ TEST_F(TelaRelato, FiltroMostraSinalContagemEOrdemFica) {
                        "FROM Log WHERE StCancel <> 'C' GROUP BY 1, 2 ORDER BY 1, 2"));
     for (const SomaMensal &m : somas) {
         ASSERT_TRUE(q.next());
-        EXPECT_EQ(m.Mes + m.Banco + QString::number(m.Centavos),
+        EXPECT_EQ(m.Mes.mid(2) + m.Banco + QString::number(m.Centavos),
                   q.value(0).toString() + q.value(1).toString() + q.value(2).toString());
     }
     EXPECT_FALSE(q.next());
+}
+
+TEST_F(TelaRelato, GraficoTemOsUltimos24MesesNaOrdemDosSeculos) {
+    QList<Cheque> cheques;
+    for (int m = 0; m < 30; ++m)
+        cheques << Cheque{QString("%1").arg(m + 1, 10, 10, QChar('0')),       "001", "10,", "", "",
+                          QDate(1999, 1, 1).addMonths(m).toString("dd/MM/yy")};
+    grava(cheques);
+    const QList<SomaMensal> &somas = relato().SomasGrafico();
+    ASSERT_EQ(somas.size(), 24);
+    EXPECT_EQ(somas.first().Mes, "199907");
+    EXPECT_EQ(somas.last().Mes, "200106");
 }
 
 TEST_F(TelaRelato, PlanilhasTrazemCadaValorDeVolta) {
