@@ -1,5 +1,6 @@
 #include "store/consulta_log.h"
 
+#include "core/relogio.h"
 #include "store/basedados.h"
 #include "store/leitura_direta.h"
 
@@ -58,8 +59,17 @@ QString ordem(int coluna) {
         return QStringLiteral("Banco");
     case Valor:
         return ValorSql;
-    case DataLog:
-        return QString(ColunaDataChave);
+    case DataLog: {
+        // Two-digit years in the order of their centuries, as the program reads a date: the
+        // years from the first of the earlier century on come first.
+        int anterior = 0;
+        for (int aa = 1; aa < 100; ++aa)
+            if (ano_completo(aa) < ano_completo(anterior)) anterior = aa;
+        return QString("(CASE WHEN substr(%1, 1, 2) >= '%2' THEN 0 ELSE 1 END) %3, %1")
+            .arg(ColunaDataChave)
+            .arg(anterior, 2, 10, QLatin1Char('0'))
+            .arg("%1");
+    }
     case Favorecido:
         return QStringLiteral("chave_texto(Favor)");
     case Cidade:

@@ -854,16 +854,21 @@ TEST_F(TelaRelato, FiltroMostraSinalContagemEOrdemFica) {
     EXPECT_FALSE(q.next());
 }
 
-TEST_F(TelaRelato, GraficoTemOsUltimos24MesesNaOrdemDosSeculos) {
+TEST_F(TelaRelato, DatasEGraficoNaOrdemDosSeculos) {
     QList<Cheque> cheques;
     for (int m = 0; m < 30; ++m)
         cheques << Cheque{QString("%1").arg(m + 1, 10, 10, QChar('0')),       "001", "10,", "", "",
                           QDate(1999, 1, 1).addMonths(m).toString("dd/MM/yy")};
     grava(cheques);
-    const QList<SomaMensal> &somas = relato().SomasGrafico();
+    Relato &r = relato();
+    // The chart has the last 24 months.
+    const QList<SomaMensal> &somas = r.SomasGrafico();
     ASSERT_EQ(somas.size(), 24);
     EXPECT_EQ(somas.first().Mes, "199907");
     EXPECT_EQ(somas.last().Mes, "200106");
+    r.Cabecalho_Click(ColunaLog::DataLog);
+    EXPECT_EQ(indices(r).first(), "0000000001");
+    EXPECT_EQ(indices(r).last(), "0000000030");
 }
 
 TEST_F(TelaRelato, PlanilhasTrazemCadaValorDeVolta) {
