@@ -111,8 +111,11 @@ std::optional<QByteArray> csv_planilha(const QList<QStringList> &linhas, Progres
 }
 
 std::optional<QByteArray> ods_planilha(const QList<QStringList> &linhas, Progresso *p) {
+    // Each row goes into the file's bytes as soon as it is made, so that a register of years
+    // never stands in memory as one text twice the size of the file.
+    QByteArray conteudo;
+    conteudo.reserve(4096 + linhas.size() * 360);
     QString x = QString::fromUtf8(ConteudoInicio);
-    x.reserve(x.size() + linhas.size() * 420);
     x += QStringLiteral("<table:table-row>");
     for (const QString &titulo : titulos_planilha())
         x +=
@@ -149,9 +152,12 @@ std::optional<QByteArray> ods_planilha(const QList<QStringList> &linhas, Progres
         texto(c[ColunaLog::Cidade]);
         texto(c[ColunaLog::Comentario]);
         x += QStringLiteral("</table:table-row>\n");
+        conteudo += x.toUtf8();
+        x.resize(0);
     }
     x += QStringLiteral(
         "</table:table></office:spreadsheet></office:body></office:document-content>\n");
+    conteudo += x.toUtf8();
     const QByteArray manifesto =
         R"(<?xml version="1.0" encoding="UTF-8"?>
 <manifest:manifest xmlns:manifest="urn:oasis:names:tc:opendocument:xmlns:manifest:1.0" manifest:version="1.2">
@@ -161,7 +167,7 @@ std::optional<QByteArray> ods_planilha(const QList<QStringList> &linhas, Progres
 )";
     return zip_guardado({{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"},
                          {"META-INF/manifest.xml", manifesto},
-                         {"content.xml", x.toUtf8()}});
+                         {"content.xml", conteudo}});
 }
 
 QByteArray zip_guardado(const QList<QPair<QString, QByteArray>> &entradas) {
