@@ -1,6 +1,7 @@
 # Vexa Plus — build, run and test.
 BUILD ?= build
-PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite qt6-qpa-plugins libgl-dev \
+PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql postgresql \
+           qt6-qpa-plugins libgl-dev \
            libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
            fonts-liberation fonts-dejavu-core clang-format poppler-utils ccache \
            qt6-translations-l10n dpkg-dev file mdbtools-dev mdbtools \

@@ -35,7 +35,9 @@ namespace {
 constexpr int Favorecidos = 99999;
 constexpr int LinhasLog = 1000000;
 
-QString base_favorecidos() {
+} // namespace
+
+QString vexa::bench::base_favorecidos() {
     static const QStringList nomes{"José",      "Maria",  "Ana",   "João",   "Antônio",
                                    "Francisca", "Carlos", "Paulo", "Lúcia",  "Márcia",
                                    "Sérgio",    "Fábio",  "Inês",  "Otávio", "Cecília",
@@ -57,7 +59,7 @@ QString base_favorecidos() {
 }
 
 // A register of printed cheques, all of the last days: the purge finds nothing to delete.
-QString base_log() {
+QString vexa::bench::base_log() {
     const QDate dia = QDate::currentDate();
     return base_gerada(
         "log-1000000.db",
@@ -80,6 +82,8 @@ QString base_log() {
         },
         LinhasLog);
 }
+
+namespace {
 
 double cpu_ms() {
     timespec t{};
@@ -189,15 +193,24 @@ int memoria_sqlite(const QStringList &a) {
     return linhas.isEmpty() ? 1 : 0;
 }
 
-// CPU of one GravaCheque, median of 15, in a register of that many rows.
-double cpu_grava(const QString &pasta) {
-    Sessao s(pasta);
+} // namespace
+
+Main &vexa::bench::cheque_na_tela(Sessao &s, DesktopRoteiro &d) {
     s.Impressora = std::make_unique<Simulador>(s.CaminhoApp);
-    DesktopRoteiro d;
     auto *m = static_cast<Main *>(d.Abre(std::make_unique<Main>(s, d, QString())));
     const QStringList textos{"001", "1234,5", "Maria", "Santos", "05/03/99", "", "000123"};
     for (int i = 0; i < 7; ++i)
         if (i != 5) m->Text1[i].Text = textos[i];
+    return *m;
+}
+
+namespace {
+
+// CPU of one GravaCheque, median of 15, in a register of that many rows.
+double cpu_grava(const QString &pasta) {
+    Sessao s(pasta);
+    DesktopRoteiro d;
+    Main *m = &cheque_na_tela(s, d);
     std::vector<double> v;
     for (int i = 0; i < 15; ++i) {
         const double antes = cpu_ms();

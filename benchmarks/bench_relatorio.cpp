@@ -27,8 +27,10 @@ namespace {
 
 constexpr int Linhas = 250000;
 
+} // namespace
+
 // Cheques of two years, one in ten cancelled, of five banks, with comments now and then.
-QString base_relatorio() {
+QString vexa::bench::base_relatorio() {
     static const QStringList bancos{"001", "237", "341", "104", "033"};
     static const QStringList cidades{"São Paulo", "Campinas", "Santos", "Curitiba", "Recife"};
     return base_gerada(
@@ -54,6 +56,8 @@ QString base_relatorio() {
         Linhas);
 }
 
+namespace {
+
 // The plain query: every field of the rows of a select, read into memory.
 int le_sqlite(const QSqlDatabase &db, const QString &sql) {
     QSqlQuery q(db);
@@ -70,13 +74,16 @@ int le_sqlite(const QSqlDatabase &db, const QString &sql) {
     return n;
 }
 
-// The screen as the operator sees it: opened, with the rows in sight made.
-Relato &abre_relato(Sessao &s, DesktopRoteiro &d) {
+} // namespace
+
+Relato &vexa::bench::abre_relato(Sessao &s, DesktopRoteiro &d) {
     auto *r = static_cast<Relato *>(d.Abre(std::make_unique<Relato>(s, d)));
     for (int i = 0; i < 30; ++i)
         r->List1.List(i);
     return *r;
 }
+
+namespace {
 
 void mede_relatorio() {
     const QString base = base_relatorio();

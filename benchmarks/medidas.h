@@ -10,6 +10,13 @@
 #include <QVariantList>
 #include <functional>
 
+namespace vexa {
+class DesktopRoteiro;
+class Main;
+class Relato;
+struct Sessao;
+} // namespace vexa
+
 namespace vexa::bench {
 
 // A measure prints its own lines. Measures run in the order of their names.
@@ -52,6 +59,15 @@ class Conexao {
 // kept under the build folder, so that later runs only copy it.
 QString base_gerada(const QString &nome, const QString &insercao,
                     const std::function<QVariantList(int)> &linha, int linhas);
+// The generated registers of the measures: 99,999 payees, 1,000,000 cheques of the last days,
+// 250,000 cheques of two years for the report.
+QString base_favorecidos();
+QString base_log();
+QString base_relatorio();
+// The entry screen with a cheque typed, on the simulated printer.
+Main &cheque_na_tela(Sessao &s, DesktopRoteiro &d);
+// The report screen as the operator sees it: opened, with the rows in sight made.
+Relato &abre_relato(Sessao &s, DesktopRoteiro &d);
 // A data folder of the program's with a copy of a generated database (none: a new one).
 void prepara_pasta(const QString &pasta, const QString &base);
 // One line of figures: the program's time, plain SQLite's, their ratio and the target.

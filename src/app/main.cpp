@@ -7,6 +7,7 @@
 #include "printer/pinta_sistema.h"
 #include "settings/importa.h"
 #include "settings/versao.h"
+#include "store/copia_registro.h"
 #include "store/copia_seguranca.h"
 #include "store/pasta_dados.h"
 #include "ui/aplicacao.h"
@@ -46,6 +47,8 @@ int main(int argc, char *argv[]) {
     }
     vexa::Sessao sessao(pasta);
     vexa::prepara_pasta_dados(sessao);
+    if (pedido.Acao == vexa::LinhaComando::Pedido::CopiarRegistro)
+        return vexa::copia_registro_comando(sessao, pedido.Parametros);
     // "--cheque-teste ARQUIVO.pdf [BANCO]": the test cheque through the system printer's road,
     // with its current calibration, into that PDF, and the run ends there.
     if (pedido.Acao == vexa::LinhaComando::Pedido::ChequeTeste) {

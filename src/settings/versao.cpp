@@ -25,6 +25,11 @@ LinhaComando le_linha_comando(const QStringList &argumentos) {
             l.Parametros = {argumentos[i + 1]};
             return l;
         }
+        if (a == "--copia-registro" && i + 2 < argumentos.size()) {
+            l.Acao = LinhaComando::Pedido::CopiarRegistro;
+            l.Parametros = argumentos.mid(i + 1, 2);
+            return l;
+        }
         if (a == "--cheque-teste" && i + 1 < argumentos.size()) {
             l.Acao = LinhaComando::Pedido::ChequeTeste;
             l.Parametros = argumentos.mid(i + 1, 2);
@@ -50,6 +55,11 @@ LinhaComando le_linha_comando(const QStringList &argumentos) {
                 "  --cheque-teste ARQUIVO.pdf [BANCO]\n"
                 "                   imprime o cheque de teste da impressora do sistema, com a\n"
                 "                   calibração atual, nesse PDF e termina\n"
+                "  --copia-registro DE PARA\n"
+                "                   copia o registro inteiro de DE para PARA, que deve estar\n"
+                "                   vazio, confere as linhas de cada tabela e termina. DE e PARA\n"
+                "                   são um arquivo (VEXA.db), \"servidor\" (o do VEXA.INI) ou\n"
+                "                   postgresql://usuario@servidor:porta/base\n"
                 "\n"
                 "A pasta de dados é a do usuário; a variável de ambiente VEXA_DADOS, ou a\n"
                 "chave PastaDados da seção Sistema do VEXA.INI dessa pasta, indica outra.\n");

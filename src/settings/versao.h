@@ -13,11 +13,19 @@ QString DataCompilacao();
 // What the command line asks. The arguments are otherwise another program's request, the
 // fields of a cheque ("/B001/V1234,50"); an option begins with "--".
 struct LinhaComando {
-    enum class Pedido { Abrir, Ajuda, Versao, Importar, ChequeTeste, Erro } Acao = Pedido::Abrir;
+    enum class Pedido {
+        Abrir,
+        Ajuda,
+        Versao,
+        Importar,
+        ChequeTeste,
+        CopiarRegistro,
+        Erro
+    } Acao = Pedido::Abrir;
     QString Campos;   // the request, for Abrir
     QString Resposta; // what the program prints and then ends with, for Ajuda, Versao, Erro
     // The old program's folder, for Importar; the PDF file and, if given, the bank, for
-    // ChequeTeste.
+    // ChequeTeste; the register to copy and where to, for CopiarRegistro.
     QStringList Parametros;
 };
 LinhaComando le_linha_comando(const QStringList &argumentos);

@@ -8,6 +8,7 @@
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSysInfo>
 #include <QUuid>
 #include <sqlite3.h>
 
@@ -141,7 +142,13 @@ void registra_funcoes_sql(const QSqlDatabase &db) {
 }
 
 BaseDados::BaseDados(const QString &caminho)
-    : caminho_(caminho), conexao_("vexa-" + QUuid::createUuid().toString(QUuid::WithoutBraces)) {}
+    : caminho_(caminho), conexao_("vexa-" + QUuid::createUuid().toString(QUuid::WithoutBraces)) {
+    config_.Arquivo = caminho;
+}
+
+BaseDados::BaseDados(const ConfigBase &config) : BaseDados(config.Arquivo) {
+    config_ = config;
+}
 
 BaseDados::~BaseDados() {
     conjuntos_.clear();
@@ -258,7 +265,42 @@ bool atualiza_esquema(QSqlDatabase &db, QSqlError *erro) {
     return false;
 }
 
+bool BaseDados::abre_servidor() {
+    if (Aberta() && !conexao_perdida(db())) return true;
+    // A connection lost with the server: the sets read through it are gone with it.
+    for (auto &[tabela, conjunto] : conjuntos_)
+        conjunto.Close();
+    QSqlDatabase db = QSqlDatabase::contains(conexao_)
+                          ? QSqlDatabase::database(conexao_, false)
+                          : QSqlDatabase::addDatabase("QPSQL", conexao_);
+    db.close();
+    db.setHostName(config_.Servidor);
+    db.setPort(config_.Porta);
+    db.setDatabaseName(config_.Base);
+    db.setUserName(config_.Usuario);
+    db.setConnectOptions("connect_timeout=5;application_name='Vexa Plus'");
+    if (!db.open()) return false;
+    QSqlQuery q(db);
+    // The program's tables, or none in a new database; anything else isn't ours.
+    q.exec("SELECT count(*) FROM pg_tables WHERE schemaname = current_schema() AND tablename IN "
+           "('bancos','transferencia','script','favorecido','cidade','log')");
+    const int tabelas = q.next() ? q.value(0).toInt() : -1;
+    q.finish();
+    if ((tabelas != 0 && tabelas != 6) || (tabelas == 0 && !cria_esquema_servidor(db, true))) {
+        db.close();
+        return false;
+    }
+    prepara_sessao_servidor(db);
+    // The desk: the computer and its data folder.
+    q.prepare("SELECT set_config('vexa.mesa', ?, false)");
+    q.addBindValue(QSysInfo::machineHostName() + ":" + QFileInfo(caminho_).absolutePath());
+    q.exec();
+    prepara_historico(db);
+    return true;
+}
+
 bool BaseDados::Abre() {
+    if (NoServidor()) return abre_servidor();
     if (Aberta()) return true;
     travada_ = false;
     // SQLite would make an empty file where none is: a missing database is an error here.

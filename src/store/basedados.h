@@ -1,5 +1,6 @@
 #pragma once
 // The open database VEXA.db and the shared record set of each table.
+#include "store/motor.h"
 #include "store/recordset.h"
 
 #include <QSqlDatabase>
@@ -25,6 +26,8 @@ class BaseDados {
   public:
     // caminho: the database file. Nothing is opened yet.
     explicit BaseDados(const QString &caminho);
+    // The register the configuration names: a file, or a database on a server.
+    explicit BaseDados(const ConfigBase &config);
     ~BaseDados();
     BaseDados(const BaseDados &) = delete;
     BaseDados &operator=(const BaseDados &) = delete;
@@ -32,17 +35,24 @@ class BaseDados {
     // Opens the file when it is not open yet, and brings a database of an earlier version up
     // to date. False when the file is missing, isn't a database of this program (a database is
     // never created here) or can't be read; Travada() then tells whether another program held
-    // it locked.
+    // it locked. On a server: connects (again, when the connection was lost), and makes the
+    // program's tables in a database that has none; false when the server can't be reached or
+    // the database holds other tables.
     bool Abre();
     bool Travada() const { return travada_; }
     bool Aberta() const;
     QSqlDatabase db() const;
     QString Caminho() const { return caminho_; }
+    const ConfigBase &Config() const { return config_; }
+    bool NoServidor() const { return config_.motor == Motor::PostgreSQL; }
 
     // The shared record set of a table (closed until someone opens it).
     RecordSet &Conjunto(int tabela);
 
   private:
+    bool abre_servidor();
+
+    ConfigBase config_;
     QString caminho_;
     QString conexao_;
     bool travada_ = false;

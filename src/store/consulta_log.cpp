@@ -3,6 +3,7 @@
 #include "core/relogio.h"
 #include "store/basedados.h"
 #include "store/leitura_direta.h"
+#include "store/motor.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -24,8 +25,9 @@ QString condicao(const QString &sql) {
 }
 
 // The folded key of a name as the sort's key, made once per row rather than once per
-// comparison; a register repeats its payees and cities, so each name is folded once.
-void sql_chave_texto(sqlite3_context *ctx, int, sqlite3_value **argv) {
+// comparison; a register repeats its payees and cities, so each name is folded once. The
+// server has a function of the same name.
+void sql_vexa_chave(sqlite3_context *ctx, int, sqlite3_value **argv) {
     static QHash<QByteArray, QByteArray> feitas;
     const auto *p = reinterpret_cast<const char *>(sqlite3_value_text(argv[0]));
     if (!p) return sqlite3_result_null(ctx);
@@ -38,14 +40,15 @@ void sql_chave_texto(sqlite3_context *ctx, int, sqlite3_value **argv) {
     sqlite3_result_text(ctx, i->constData(), int(i->size()), SQLITE_TRANSIENT);
 }
 
-// An amount of the register as a number: the plain "1234,5" by SQL alone, any other form
-// through the program's own reading. And the same in whole centavos.
-const QString ValorSql =
-    QStringLiteral("(CASE WHEN instr(V_CH, '.') = 0 THEN CAST(replace(V_CH, ',', '.') AS REAL) "
-                   "ELSE CDBL(V_CH) END)");
-const QString CentavosSql = "CAST(round(" + ValorSql + " * 100) AS INTEGER)";
+// An amount of the register as a number: in SQLite the plain "1234,5" by SQL alone, any other
+// form through the program's own reading; on the server by its own CDBL.
+QString valor_sql(bool servidor) {
+    return servidor ? QStringLiteral("CDBL(V_CH)")
+                    : QStringLiteral("(CASE WHEN instr(V_CH, '.') = 0 THEN "
+                                     "CAST(replace(V_CH, ',', '.') AS REAL) ELSE CDBL(V_CH) END)");
+}
 
-QString ordem(int coluna) {
+QString ordem(int coluna, bool servidor) {
     using namespace ColunaLog;
     switch (coluna) {
     case -1:
@@ -54,11 +57,12 @@ QString ordem(int coluna) {
         return QStringLiteral("StCancel");
     case Numero:
         // Numbers as numbers; a number with letters after the plain ones.
-        return QStringLiteral("CAST(trim(NRCH) AS INTEGER) %1, NRCH");
+        return servidor ? QStringLiteral("CDBL(NRCH) %1, NRCH")
+                        : QStringLiteral("CAST(trim(NRCH) AS INTEGER) %1, NRCH");
     case BancoLog:
         return QStringLiteral("Banco");
     case Valor:
-        return ValorSql;
+        return valor_sql(servidor);
     case DataLog: {
         // Two-digit years in the order of their centuries, as the program reads a date: the
         // years from the first of the earlier century on come first.
@@ -71,11 +75,11 @@ QString ordem(int coluna) {
             .arg("%1");
     }
     case Favorecido:
-        return QStringLiteral("chave_texto(Favor)");
+        return QStringLiteral("vexa_chave(Favor)");
     case Cidade:
-        return QStringLiteral("chave_texto(Local)");
+        return QStringLiteral("vexa_chave(Local)");
     default:
-        return QStringLiteral("chave_texto(Comentario)");
+        return QStringLiteral("vexa_chave(Comentario)");
     }
 }
 
@@ -83,12 +87,13 @@ QString ordem(int coluna) {
 
 bool ordena_log(RecordSet &rs, const RecordSet &base, int coluna, bool crescente) {
     const QString sentido = crescente ? QStringLiteral(" ASC") : QStringLiteral(" DESC");
-    QString por = ordem(coluna);
+    const bool servidor = eh_postgres(base.Base());
+    QString por = ordem(coluna, servidor);
     por = por.contains("%1") ? por.arg(sentido) + sentido : por + sentido;
     const QString onde = condicao(base.Sql());
     if (sqlite3 *c = conexao_sqlite(base.Base()))
-        sqlite3_create_function(c, "chave_texto", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
-                                sql_chave_texto, nullptr, nullptr);
+        sqlite3_create_function(c, "vexa_chave", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                sql_vexa_chave, nullptr, nullptr);
     const QString sql = "Select * From Log" + (onde.isEmpty() ? QString() : " " + onde) +
                         " Order by " + por + ", \"Index\"" + sentido;
     return rs.Abre(base.Base(), sql, base.Valores());
@@ -102,12 +107,14 @@ bool somas_mensais(const RecordSet &base, QList<SomaMensal> &somas) {
     QSqlQuery q(base.Base());
     q.setForwardOnly(true);
     // Whole centavos per cheque, so that the sum is the one a column of the list adds up.
-    if (!q.prepare(QString("SELECT substr(%1,1,4) AS mes, Banco, SUM(%3) FROM Log%2 "
-                           "AND ifnull(StCancel,'') <> 'C' GROUP BY mes, Banco ORDER BY mes, Banco")
-                       .arg(ColunaDataChave, onde, CentavosSql)))
+    const QString centavos =
+        "CAST(round(" + valor_sql(eh_postgres(base.Base())) + " * 100) AS INTEGER)";
+    if (!prepara(q,
+                 QString("SELECT substr(%1,1,4) AS mes, Banco, SUM(%3) FROM Log%2 "
+                         "AND coalesce(StCancel,'') <> 'C' GROUP BY mes, Banco ORDER BY mes, Banco")
+                     .arg(ColunaDataChave, onde, centavos),
+                 base.Valores()))
         return false;
-    for (const QVariant &v : base.Valores())
-        q.addBindValue(v);
     if (!q.exec()) return false;
     while (q.next())
         somas.append({q.value(0).toString(), q.value(1).toString(), q.value(2).toLongLong()});

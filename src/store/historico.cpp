@@ -2,6 +2,7 @@
 
 #include "core/relogio.h"
 #include "store/leitura_direta.h"
+#include "store/motor.h"
 #include "store/tabelas.h"
 
 #include <QSqlQuery>
@@ -16,6 +17,19 @@ namespace vexa {
 namespace {
 
 QString acao_corrente;
+// The server's connections open in this process: their triggers read the action from a
+// setting of the connection.
+QStringList conexoes_servidor;
+
+void passa_acao_ao_servidor() {
+    for (const QString &nome : conexoes_servidor) {
+        if (!QSqlDatabase::contains(nome)) continue;
+        QSqlDatabase db = QSqlDatabase::database(nome, false);
+        if (!db.isOpen()) continue;
+        QSqlQuery q(db);
+        executa(q, "SELECT set_config('vexa.acao', ?, false)", {acao_corrente});
+    }
+}
 
 void resultado_texto(sqlite3_context *ctx, const QString &texto) {
     const QByteArray b = texto.toUtf8();
@@ -68,6 +82,13 @@ const QStringList &campos_historico() {
 }
 
 void prepara_historico(QSqlDatabase &db) {
+    if (eh_postgres(db)) {
+        // The server's triggers are made with its tables.
+        if (!conexoes_servidor.contains(db.connectionName()))
+            conexoes_servidor.append(db.connectionName());
+        if (!acao_corrente.isEmpty()) passa_acao_ao_servidor();
+        return;
+    }
     sqlite3 *s = conexao_sqlite(db);
     if (!s) return;
     const int f = SQLITE_UTF8;
@@ -95,10 +116,12 @@ void prepara_historico(QSqlDatabase &db) {
 
 AcaoHistorico::AcaoHistorico(const QString &acao) : anterior_(acao_corrente) {
     acao_corrente = acao;
+    passa_acao_ao_servidor();
 }
 
 AcaoHistorico::~AcaoHistorico() {
     acao_corrente = anterior_;
+    passa_acao_ao_servidor();
 }
 
 bool grava_historico(Sessao &s, const QString &Index, const QString &Acao) {
@@ -108,12 +131,12 @@ bool grava_historico(Sessao &s, const QString &Index, const QString &Acao) {
     for (const QString &c : campos_historico())
         campos << '"' + c + '"';
     QSqlQuery q(b.db());
-    q.prepare("INSERT INTO Historico (Quando, Usuario, Maquina, Acao, " + campos.join(',') +
-              ") SELECT historico_quando(), historico_usuario(), historico_maquina(), ?, " +
-              campos.join(',') + " FROM Log WHERE \"Index\" = ?");
-    q.addBindValue(Acao);
-    q.addBindValue(Index);
-    return q.exec();
+    return executa(q,
+                   "INSERT INTO Historico (Quando, Usuario, Maquina, Acao, " + campos.join(',') +
+                       ") SELECT historico_quando(), historico_usuario(), historico_maquina(), "
+                       "?, " +
+                       campos.join(',') + " FROM Log WHERE \"Index\" = ?",
+                   {Acao, Index});
 }
 
 namespace {
@@ -125,10 +148,7 @@ QHash<QString, QList<EntradaHistorico>> le_entradas(Sessao &s, const QString &on
     if (!b.Abre()) return entradas;
     QSqlQuery q(b.db());
     q.setForwardOnly(true);
-    q.prepare("SELECT * FROM Historico" + onde + " ORDER BY Id");
-    for (const QVariant &v : valores)
-        q.addBindValue(v);
-    if (!q.exec()) return entradas;
+    if (!executa(q, "SELECT * FROM Historico" + onde + " ORDER BY Id", valores)) return entradas;
     while (q.next()) {
         EntradaHistorico e{q.value("Quando").toString(),
                            q.value("Usuario").toString(),

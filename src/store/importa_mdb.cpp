@@ -249,6 +249,11 @@ ImportacaoMdb importa_mdb(Sessao &s, Desktop &d, const QString &arquivoMdb, Prog
     if (!mdb.Aberto())
         return recusa("O arquivo \"" + QFileInfo(arquivoMdb).fileName() +
                       "\" não pôde ser aberto como banco de dados do Vexa antigo.");
+    // The import writes through SQLite's own interface, for its speed.
+    if (base_dados(s).NoServidor())
+        return recusa("O registro está no servidor: importe o arquivo num computador com o "
+                      "registro no próprio arquivo (Banco=SQLite no VEXA.INI) e leve-o depois ao "
+                      "servidor com \"vexa --copia-registro\".");
     if (AbreTabelas(s, d, 0, 0, 0, 0) == -2)
         return recusa("A base de dados \"" + s.NomeMDB + "\" não pôde ser aberta.");
     const bool tem_dados = base_tem_dados(s, d);

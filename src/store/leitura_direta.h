@@ -1,10 +1,13 @@
 #pragma once
 // A select read straight from SQLite over the program's Qt connection: each cell comes from
 // its UTF-8 text into a QString, with no QVariant between. For the reads of a whole register,
-// where those conversions were most of the time.
+// where those conversions were most of the time. On a server's connection the same reads go
+// through Qt's query instead.
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QString>
 #include <QVariantList>
+#include <memory>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -31,7 +34,14 @@ class LeituraDireta {
     QString Texto(int coluna) const;
 
   private:
+    bool le_do_servidor(const QSqlDatabase &db, const QString &sql, const QVariantList &valores);
+
     sqlite3_stmt *stmt_ = nullptr;
+    // On the server: the result read straight from its client library, or Qt's query when
+    // that library's calls aren't at hand or the connection is busy.
+    void *resultado_ = nullptr;
+    int linha_ = -1, linhas_ = 0;
+    std::unique_ptr<QSqlQuery> consulta_;
     bool falhou_ = false;
 };
 

@@ -1,5 +1,6 @@
 #include "store/recordset.h"
 #include "store/leitura_direta.h"
+#include "store/motor.h"
 
 #include <QRegularExpression>
 #include <QSqlRecord>
@@ -22,6 +23,7 @@ const QRegularExpression &forma_select() {
 
 bool coluna_interna(const QString &nome) {
     return nome.compare(QLatin1String(ColunaNomeChave), Qt::CaseInsensitive) == 0 ||
+           nome == QLatin1String("rowid") ||
            nome.compare(QLatin1String(ColunaDataChave), Qt::CaseInsensitive) == 0;
 }
 
@@ -31,7 +33,15 @@ QString aspas(const QString &nome) {
 
 // Changes made through this connection and commits of other connections: while both stand
 // still, a select gives the rows it gave before.
+// On the server, its snapshot: the transactions committed and those still running, which no
+// commit anywhere leaves as they were.
 QPair<qint64, qint64> versao_dados(const QSqlDatabase &db) {
+    if (eh_postgres(db)) {
+        QSqlQuery q(db);
+        if (!q.exec(QStringLiteral("SELECT pg_current_snapshot()::text")) || !q.next())
+            return {-1, -1};
+        return {qint64(qHash(q.value(0).toString())), 0};
+    }
     QSqlQuery q(db);
     q.setForwardOnly(true);
     if (!q.exec(QStringLiteral("SELECT total_changes(), data_version FROM pragma_data_version")) ||
@@ -58,19 +68,23 @@ bool RecordSet::Abre(const QSqlDatabase &db, const QString &sql, const QVariantL
     valores_ = valores;
 
     QSqlQuery q(db_);
-    if (!q.exec(QStringLiteral("SELECT * FROM \"%1\" LIMIT 0").arg(tabela_))) return false;
+    if (!q.exec(QStringLiteral("SELECT * FROM %1 LIMIT 0").arg(tabela_))) return false;
     const QSqlRecord r = q.record();
+    const bool servidor = eh_postgres(db_);
     for (int i = 0; i < r.count(); ++i)
-        if (!coluna_interna(r.fieldName(i))) campos_.append(r.fieldName(i));
+        if (!coluna_interna(r.fieldName(i)))
+            campos_.append(servidor ? nome_do_programa(tabela_, r.fieldName(i)) : r.fieldName(i));
     // Without an order of its own a set comes in the order of its key, the first field.
     QString resto = m.captured(2);
     if (!resto.contains(QStringLiteral("order by"), Qt::CaseInsensitive) && !campos_.isEmpty())
         resto += QStringLiteral(" ORDER BY \"%1\"").arg(campos_.first());
-    resto_ = resto;
+    // Rows of equal keys come in the order they were written, as SQLite's indexes give them.
+    if (servidor) resto += QStringLiteral(", rowid");
+    resto_ = dialeto(db_, resto);
     // The select reads the keys alone: the rows are read in blocks when reached, so that a
     // register of 99,999 names opens in the time of a list of integers and shows at once the
     // rows on the screen.
-    sqlChaves_ = QStringLiteral("SELECT rowid FROM \"%1\"%2").arg(tabela_, resto);
+    sqlChaves_ = QStringLiteral("SELECT rowid FROM %1%2").arg(tabela_, resto_);
     if (!le_chaves()) {
         Close();
         return false;
@@ -102,7 +116,9 @@ QList<QStringList> RecordSet::Colunas(const QStringList &nomes) const {
     QList<QStringList> linhas;
     if (!aberto_ || nomes.isEmpty()) return linhas;
     LeituraDireta q(
-        db_, QStringLiteral("SELECT %1 FROM \"%2\"%3").arg(lista_colunas(nomes), tabela_, resto_),
+        db_,
+        dialeto(db_,
+                QStringLiteral("SELECT %1 FROM %2%3").arg(lista_colunas(nomes), tabela_, resto_)),
         valores_);
     linhas.reserve(chaves_.size());
     while (q.Proxima()) {
@@ -215,8 +231,8 @@ const QStringList *RecordSet::linha_na(int posicao) const {
                 marcas.append(QStringLiteral("?"));
             leitura_ = std::make_unique<QSqlQuery>(db_);
             leitura_->setForwardOnly(true);
-            leitura_->prepare(QStringLiteral("SELECT rowid, %1 FROM \"%2\" WHERE rowid IN (%3)")
-                                  .arg(lista_colunas(campos_), tabela_, marcas.join(',')));
+            prepara(*leitura_, QStringLiteral("SELECT rowid, %1 FROM %2 WHERE rowid IN (%3)")
+                                   .arg(lista_colunas(campos_), tabela_, marcas.join(',')));
         }
         const int inicio = numero * TamanhoBloco;
         const int fim = std::min<int>(inicio + TamanhoBloco, chaves_.size());
@@ -301,14 +317,16 @@ bool RecordSet::Update() {
         QStringList marcas;
         for (int i = 0; i < campos_.size(); ++i)
             marcas.append("?");
-        q.prepare(QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)")
-                      .arg(tabela_, lista_colunas(campos_), marcas.join(',')));
+        prepara(q, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                           .arg(tabela_, lista_colunas(campos_), marcas.join(',')) +
+                       retorna_id(db_, "rowid"));
     } else {
         QStringList atribuicoes;
         for (const QString &c : campos_)
             atribuicoes.append(aspas(c) + " = ?");
-        q.prepare(QStringLiteral("UPDATE \"%1\" SET %2 WHERE rowid = ?")
-                      .arg(tabela_, atribuicoes.join(',')));
+        prepara(
+            q,
+            QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?").arg(tabela_, atribuicoes.join(',')));
     }
     for (const QString &v : buffer_)
         q.addBindValue(v);
@@ -318,7 +336,7 @@ bool RecordSet::Update() {
         return false;
     }
     if (modo_ == Modo::Novo) {
-        chaves_.append(q.lastInsertId().toLongLong());
+        chaves_.append(id_inserido(q));
         apagado_.append(false);
         if (pos_ < 0) pos_ = 0;
     }
@@ -336,7 +354,7 @@ void RecordSet::CancelUpdate() {
 bool RecordSet::Delete() {
     if (!aberto_ || pos_ < 0 || pos_ >= int(chaves_.size()) || apagado_[pos_]) return false;
     QSqlQuery q(db_);
-    q.prepare(QStringLiteral("DELETE FROM \"%1\" WHERE rowid = ?").arg(tabela_));
+    prepara(q, QStringLiteral("DELETE FROM %1 WHERE rowid = ?").arg(tabela_));
     q.addBindValue(chaves_[pos_]);
     if (!q.exec()) {
         erro_ = q.lastError();

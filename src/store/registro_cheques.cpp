@@ -12,11 +12,17 @@ namespace vexa {
 
 namespace {
 
-const char *const CamposPendente =
-    "Banco, Valor, Favor, Local, Data, NRCH, Comentario, Comentario1, Comentario2, Parcela";
-
-// Why the database refused: the primary result code of SQLite, whatever its extension.
-EstadoRegistro causa(const QSqlError &erro, const QString &arquivo) {
+// Why the database refused: the primary result code of SQLite, whatever its extension; on a
+// server, its state code.
+EstadoRegistro causa(const QSqlError &erro, const BaseDados &b) {
+    if (b.NoServidor()) {
+        if (erro_de_conexao(erro) || conexao_perdida(b.db())) return EstadoRegistro::Ausente;
+        const QString codigo = erro.nativeErrorCode();
+        if (codigo == "55P03" || codigo == "40P01") return EstadoRegistro::Travado;
+        if (codigo == "53100" || codigo == "25006") return EstadoRegistro::SemGravacao;
+        return EstadoRegistro::Danificado;
+    }
+    const QString arquivo = b.Caminho();
     switch (erro.nativeErrorCode().toInt() & 0xff) {
     case 5: // busy
     case 6: // locked
@@ -34,16 +40,11 @@ EstadoRegistro causa(const QSqlError &erro, const QString &arquivo) {
 // The database open, or why not.
 EstadoRegistro abre(Sessao &s) {
     BaseDados &b = base_dados(s);
-    if (!QFileInfo(b.Caminho()).isFile()) return EstadoRegistro::Ausente;
+    // A server that can't be reached is told as a database that isn't there.
+    if (!b.NoServidor() && !QFileInfo(b.Caminho()).isFile()) return EstadoRegistro::Ausente;
     if (b.Abre()) return EstadoRegistro::Gravado;
+    if (b.NoServidor()) return EstadoRegistro::Ausente;
     return b.Travada() ? EstadoRegistro::Travado : EstadoRegistro::Danificado;
-}
-
-bool executa(QSqlQuery &q, const QString &sql, const QVariantList &valores = {}) {
-    if (!q.prepare(sql)) return false;
-    for (const QVariant &v : valores)
-        q.addBindValue(v);
-    return q.exec();
 }
 
 // The row of Log of a cheque under the next Index, inside the caller's transaction.
@@ -75,13 +76,21 @@ bool insere_log(Sessao &s, QSqlQuery &q, const ChequeImpresso &c, QString *Regis
 }
 
 // Runs the writes of `corpo` in one transaction that holds the write lock from its start, so
-// that the Index read and the row written can't interleave with another writer.
+// that the Index read and the row written can't interleave with another writer: SQLite's lock
+// of the file, or on the server a lock of Log that writers take one at a time and readers
+// pass. A desk waits for that lock ten seconds at most.
 template <typename Corpo> EstadoRegistro transacao(Sessao &s, const Corpo &corpo) {
     const EstadoRegistro aberta = abre(s);
     if (aberta != EstadoRegistro::Gravado) return aberta;
     BaseDados &b = base_dados(s);
     QSqlQuery q(b.db());
-    if (!q.exec("BEGIN IMMEDIATE")) return causa(q.lastError(), b.Caminho());
+    if (!q.exec(b.NoServidor() ? "BEGIN" : "BEGIN IMMEDIATE")) return causa(q.lastError(), b);
+    if (b.NoServidor() && (!q.exec("SET LOCAL lock_timeout = '10s'") ||
+                           !q.exec("LOCK TABLE log IN SHARE ROW EXCLUSIVE MODE"))) {
+        const QSqlError erro = q.lastError();
+        QSqlQuery(b.db()).exec("ROLLBACK");
+        return causa(erro, b);
+    }
     QSqlError erro;
     bool ok = corpo(q);
     if (!ok) erro = q.lastError();
@@ -92,7 +101,7 @@ template <typename Corpo> EstadoRegistro transacao(Sessao &s, const Corpo &corpo
     }
     if (!ok) {
         QSqlQuery(b.db()).exec("ROLLBACK");
-        return causa(erro, b.Caminho());
+        return causa(erro, b);
     }
     return EstadoRegistro::Gravado;
 }
@@ -100,6 +109,7 @@ template <typename Corpo> EstadoRegistro transacao(Sessao &s, const Corpo &corpo
 } // namespace
 
 void cria_tabela_pendentes(QSqlDatabase &db) {
+    if (eh_postgres(db)) return; // made with the server's tables
     QSqlQuery q(db);
     if (q.exec("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = 'Pendente'") &&
         q.next())
@@ -113,12 +123,13 @@ EstadoRegistro grava_pendente(Sessao &s, const ChequeImpresso &c, qint64 &Id) {
     return transacao(s, [&](QSqlQuery &q) {
         if (!executa(q,
                      QStringLiteral("INSERT INTO Pendente (%1) VALUES (?,?,?,?,?,?,?,?,?,?)")
-                         .arg(CamposPendente),
+                             .arg(CamposPendente) +
+                         retorna_id(base_dados(s).db(), "Id"),
                      {c.Banco, c.Valor, c.Favorecido, c.Cidade, c.Data, c.Numero,
                       c.Comentarios.value(0), c.Comentarios.value(1), c.Comentarios.value(2),
                       c.Parcela ? "1" : "0"}))
             return false;
-        Id = q.lastInsertId().toLongLong();
+        Id = id_inserido(q);
         return true;
     });
 }
@@ -127,7 +138,12 @@ QList<ChequePendente> cheques_pendentes(Sessao &s) {
     QList<ChequePendente> pendentes;
     if (abre(s) != EstadoRegistro::Gravado) return pendentes;
     QSqlQuery q(base_dados(s).db());
-    if (!q.exec(QStringLiteral("SELECT Id, %1 FROM Pendente ORDER BY Id").arg(CamposPendente)))
+    // On the server, this desk's alone.
+    const QString desta = base_dados(s).NoServidor()
+                              ? QStringLiteral(" WHERE mesa = current_setting('vexa.mesa', true)")
+                              : QString();
+    if (!q.exec(
+            QStringLiteral("SELECT Id, %1 FROM Pendente%2 ORDER BY Id").arg(CamposPendente, desta)))
         return pendentes;
     while (q.next()) {
         ChequePendente p;

@@ -23,26 +23,24 @@ QString caminho_base(const Sessao &s) {
 }
 
 // The tables as the program reads and writes them: every field is text.
-const char *const esquema[] = {
-    "CREATE TABLE Bancos (Codigo TEXT PRIMARY KEY, Nome TEXT, L1 TEXT, L2 TEXT, L3 TEXT, "
-    "L4 TEXT, L5 TEXT, C1 TEXT, C2 TEXT, C3 TEXT, C4 TEXT, C5 TEXT, C6 TEXT, C7 TEXT, C8 TEXT)",
-    "CREATE TABLE Transferencia (Codigo TEXT PRIMARY KEY, Nome TEXT, L1 TEXT, C1 TEXT, L2 TEXT, "
-    "C2 TEXT, L3 TEXT, C3 TEXT, L4 TEXT, C4 TEXT, L5 TEXT, C5 TEXT, L6 TEXT, C6 TEXT, L7 TEXT, "
-    "C7 TEXT)",
-    "CREATE TABLE Script (Codigo TEXT PRIMARY KEY, Nome TEXT, l1 TEXT, l2 TEXT, l3 TEXT, "
-    "l4 TEXT, l5 TEXT, l6 TEXT, l7 TEXT, l8 TEXT, c1 TEXT, c2 TEXT, c3 TEXT, c4 TEXT, c5 TEXT, "
-    "c6 TEXT, c7 TEXT, c8 TEXT, c9 TEXT, c10 TEXT, c11 TEXT)",
-    "CREATE TABLE Favorecido (Codigo TEXT PRIMARY KEY, Nome TEXT)",
-    "CREATE TABLE Cidade (Codigo TEXT PRIMARY KEY, Nome TEXT)",
+QStringList esquema() {
+    QStringList sql;
+    for (const DefTabela &t : tabelas_do_programa()) {
+        QStringList campos;
+        for (const QString &c : t.Campos)
+            campos << (c == "Index" ? "\"Index\"" : c) + " TEXT";
+        if (t.ChaveCodigo) campos[0] += " PRIMARY KEY";
+        sql << "CREATE TABLE " + t.Nome + " (" + campos.join(", ") + ")";
+    }
     // The register takes every row of a printed cheque: an Index that came out twice (from a
     // register whose first row lost its code) must not cost the row of a cheque on paper.
-    "CREATE TABLE Log (\"Index\" TEXT, Codigo TEXT, Banco TEXT, V_CH TEXT, Favor TEXT, "
-    "Local TEXT, Data TEXT, NRCH TEXT, Comentario TEXT, Comentario1 TEXT, Comentario2 TEXT, "
-    "StCancel TEXT)",
-    "CREATE INDEX LogIndex ON Log (\"Index\")",
-};
+    sql << "CREATE INDEX LogIndex ON Log (\"Index\")";
+    return sql;
+}
 
-bool cria_em(const QString &arquivo) {
+} // namespace
+
+bool cria_arquivo_base(const QString &arquivo, bool padroes) {
     const QString conexao = "vexa-cria-" + QUuid::createUuid().toString(QUuid::WithoutBraces);
     bool ok = false;
     {
@@ -51,9 +49,9 @@ bool cria_em(const QString &arquivo) {
         if (db.open()) {
             QSqlQuery q(db);
             ok = db.transaction();
-            for (const char *sql : esquema)
+            for (const QString &sql : esquema())
                 ok = ok && q.exec(sql);
-            for (const LinhaPadrao &l : linhas_padrao()) {
+            for (const LinhaPadrao &l : padroes ? linhas_padrao() : QList<LinhaPadrao>()) {
                 if (!ok) break;
                 const QStringList marcas(l.Campos.size(), "?");
                 ok = q.prepare("INSERT INTO " + l.Tabela + " VALUES (" + marcas.join(',') + ")");
@@ -71,6 +69,8 @@ bool cria_em(const QString &arquivo) {
     QSqlDatabase::removeDatabase(conexao);
     return ok;
 }
+
+namespace {
 
 // The select of ExisteCodigo: the rows of one code, or all of them.
 QString select_codigo(int tabela, const QString &chave, QVariantList &valores) {
@@ -144,40 +144,43 @@ Vencidos log_vencido(const QDate &dia, int periodo) {
     return v;
 }
 
-bool executa(QSqlQuery &q, const QString &sql, const QVariantList &valores = {}) {
-    if (!q.prepare(sql)) return false;
-    for (const QVariant &v : valores)
-        q.addBindValue(v);
-    return q.exec();
-}
-
 // Before a purge deletes them, the rows go to VEXA-expurgo.db beside the database, in a table
 // Log of the same fields and the day of the purge, in the same transaction as the delete: a
 // purge either keeps its rows there or deletes nothing.
 bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v, const QDate &dia,
                      Progresso &p) {
+    // On a server the archive is two tables of the same database, written in the same
+    // transaction.
+    const bool servidor = eh_postgres(db);
+    const QString arquivoLog = servidor ? "ExpurgoLog" : "expurgo.Log";
+    const QString arquivoHistorico = servidor ? "ExpurgoHistorico" : "expurgo.Historico";
     QSqlQuery q(db);
     QStringList campos;
-    if (!q.exec("PRAGMA main.table_info(Log)")) return false;
-    while (q.next())
-        if (q.value(1).toString().compare(ColunaDataChave, Qt::CaseInsensitive) != 0)
-            campos << '"' + q.value(1).toString() + '"';
-    q.finish();
-    if (!executa(q, "ATTACH DATABASE ? AS expurgo", {arquivo})) return false;
+    if (servidor) {
+        for (const QString &c : campos_historico())
+            campos << '"' + c + '"';
+    } else {
+        if (!q.exec("PRAGMA main.table_info(Log)")) return false;
+        while (q.next())
+            if (q.value(1).toString().compare(ColunaDataChave, Qt::CaseInsensitive) != 0)
+                campos << '"' + q.value(1).toString() + '"';
+        q.finish();
+        if (!executa(q, "ATTACH DATABASE ? AS expurgo", {arquivo})) return false;
+    }
     // Years of cheques leave the register in one transaction: with room for the pages they
     // touch, the indexes are rewritten once instead of spilling to the journal as they go.
     // The connection gets its usual cache back afterwards.
     QString cache;
-    if (q.exec("PRAGMA main.cache_size") && q.next()) cache = q.value(0).toString();
+    if (!servidor && q.exec("PRAGMA main.cache_size") && q.next()) cache = q.value(0).toString();
     q.finish();
-    q.exec("PRAGMA main.cache_size = -32768");
+    if (!servidor) q.exec("PRAGMA main.cache_size = -32768");
     bool ok = db.transaction();
     p.Etapa("Guardando os cheques antigos em \"" + QFileInfo(arquivo).fileName() + "\"...");
-    ok = ok && q.exec("CREATE TABLE IF NOT EXISTS expurgo.Log (" + campos.join(" TEXT, ") +
-                      " TEXT, Expurgo TEXT)");
+    ok = ok && (servidor || q.exec("CREATE TABLE IF NOT EXISTS expurgo.Log (" +
+                                   campos.join(" TEXT, ") + " TEXT, Expurgo TEXT)"));
     ok = ok && executa(q,
-                       "INSERT INTO expurgo.Log (" + campos.join(',') + ", Expurgo) SELECT " +
-                           campos.join(',') + ", ?" + v.onde,
+                       "INSERT INTO " + arquivoLog + " (" + campos.join(',') +
+                           ", Expurgo) SELECT " + campos.join(',') + ", ?" + v.onde,
                        QVariantList{dia.toString("dd/MM/yyyy")} + v.valores);
     // The history of the rows archived goes with them, their purge its last entry.
     QStringList historico{"Id", "Quando", "Usuario", "Maquina", "Acao"};
@@ -189,13 +192,12 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
         ok = ok && !p.Cancelado() && executa(q, "DELETE" + v.onde, v.valores);
     }
     ok = ok &&
-         q.exec("CREATE TABLE IF NOT EXISTS expurgo.Historico (" + historico.join(" TEXT, ") +
-                " TEXT)") &&
+         (servidor || q.exec("CREATE TABLE IF NOT EXISTS expurgo.Historico (" +
+                             historico.join(" TEXT, ") + " TEXT)")) &&
          executa(q,
-                 "INSERT INTO expurgo.Historico SELECT " + historico.join(',') +
-                     " FROM main.Historico WHERE \"Index\" IN (SELECT \"Index\" FROM "
-                     "expurgo.Log WHERE Expurgo = ?) AND Id NOT IN (SELECT Id FROM "
-                     "expurgo.Historico)",
+                 "INSERT INTO " + arquivoHistorico + " SELECT " + historico.join(',') +
+                     " FROM Historico WHERE \"Index\" IN (SELECT \"Index\" FROM " + arquivoLog +
+                     " WHERE Expurgo = ?) AND Id NOT IN (SELECT Id FROM " + arquivoHistorico + ")",
                  {dia.toString("dd/MM/yyyy")});
     q.finish();
     // Cancelar leaves every cheque in the register and none in the archive.
@@ -204,6 +206,7 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
         ok = db.commit();
     else
         db.rollback();
+    if (servidor) return ok;
     q.exec("DETACH DATABASE expurgo");
     if (!cache.isEmpty()) q.exec("PRAGMA main.cache_size = " + cache);
     return ok;
@@ -212,19 +215,23 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
 } // namespace
 
 BaseDados &base_dados(Sessao &s) {
-    if (!s.Banco || s.Banco->Caminho() != caminho_base(s))
-        s.Banco = std::make_unique<BaseDados>(caminho_base(s));
+    if (!s.Banco || s.Banco->Caminho() != caminho_base(s)) {
+        s.Banco = std::make_unique<BaseDados>(le_config_base(s));
+        s.NomeMDB = s.Banco->Config().Descricao();
+    }
     return *s.Banco;
 }
 
 void cria_base_dados(Sessao &s) {
+    // A server's database gets its tables at its first opening.
+    if (base_dados(s).NoServidor()) return void(base_dados(s).Abre());
     const QString arquivo = caminho_base(s);
     if (QFileInfo::exists(arquivo)) return;
     // Made aside and renamed whole, so that a start cut short never leaves half a database
     // that the next start would take for a real one.
     const QString temporario = arquivo + ".novo";
     QFile::remove(temporario);
-    if (cria_em(temporario))
+    if (cria_arquivo_base(temporario))
         QFile::rename(temporario, arquivo);
     else
         QFile::remove(temporario);
@@ -351,8 +358,8 @@ bool MarcaCheques(Sessao &s, Desktop &d, const QStringList &Indexes, const QStri
     const QString linha = "rowid = (SELECT rowid FROM Log WHERE \"Index\" = ? ORDER BY "
                           "\"Index\", rowid LIMIT 1)";
     QSqlQuery q(b.db());
-    q.prepare(Acao.toUpper() == "C" ? "UPDATE Log SET StCancel = 'C' WHERE " + linha
-                                    : "DELETE FROM Log WHERE " + linha);
+    prepara(q, Acao.toUpper() == "C" ? "UPDATE Log SET StCancel = 'C' WHERE " + linha
+                                     : "DELETE FROM Log WHERE " + linha);
     bool gravou = true;
     for (const QString &Index : Indexes) {
         q.addBindValue(Index);
@@ -371,8 +378,9 @@ QString proximo_index(Sessao &s, LinhaConferida Conferida) {
     // The Codigo and Index of the first or the last row by Index, through the index of the
     // field; none in an empty register.
     const auto linha = [&q](bool ultima) -> std::optional<std::pair<QString, QString>> {
-        if (!q.exec(QStringLiteral("SELECT Codigo, \"Index\" FROM Log ORDER BY \"Index\"%1 LIMIT 1")
-                        .arg(ultima ? " DESC" : "")) ||
+        if (!executa(
+                q, QStringLiteral("SELECT Codigo, \"Index\" FROM Log ORDER BY \"Index\"%1 LIMIT 1")
+                       .arg(ultima ? " DESC" : "")) ||
             !q.next())
             return std::nullopt;
         return std::pair{q.value(0).toString(), q.value(1).toString()};

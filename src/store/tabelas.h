@@ -13,6 +13,9 @@ namespace vexa {
 // At the first start: VEXA.db with its six tables and the preset banks under the default
 // layout. An existing file is never touched.
 void cria_base_dados(Sessao &s);
+// A database file with the program's tables, and the preset banks when padroes. False when it
+// could not be written.
+bool cria_arquivo_base(const QString &arquivo, bool padroes = true);
 
 // The session's database (VEXA.db in the data folder), not yet opened.
 BaseDados &base_dados(Sessao &s);

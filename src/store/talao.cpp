@@ -2,6 +2,7 @@
 
 #include "core/conversoes.h"
 #include "store/historico.h"
+#include "store/motor.h"
 #include "store/tabelas.h"
 
 #include <QSqlQuery>
@@ -47,9 +48,8 @@ QString proximo_cheque(Sessao &s, const QString &Banco) {
     BaseDados &b = base_dados(s);
     if (!b.Abre()) return {};
     QSqlQuery q(b.db());
-    q.prepare("SELECT Proximo FROM Talao WHERE Banco = ?");
-    q.addBindValue(Banco.trimmed());
-    if (!q.exec() || !q.next()) return {};
+    if (!executa(q, "SELECT Proximo FROM Talao WHERE Banco = ?", {Banco.trimmed()}) || !q.next())
+        return {};
     return q.value(0).toString();
 }
 
@@ -57,15 +57,12 @@ bool grava_proximo_cheque(Sessao &s, const QString &Banco, const QString &Numero
     BaseDados &b = base_dados(s);
     if (!b.Abre()) return false;
     QSqlQuery q(b.db());
-    if (Numero.trimmed().isEmpty()) {
-        q.prepare("DELETE FROM Talao WHERE Banco = ?");
-        q.addBindValue(Banco.trimmed());
-    } else {
-        q.prepare("INSERT OR REPLACE INTO Talao (Banco, Proximo) VALUES (?, ?)");
-        q.addBindValue(Banco.trimmed());
-        q.addBindValue(Numero.trimmed());
-    }
-    return q.exec();
+    if (Numero.trimmed().isEmpty())
+        return executa(q, "DELETE FROM Talao WHERE Banco = ?", {Banco.trimmed()});
+    return executa(q,
+                   "INSERT INTO Talao (Banco, Proximo) VALUES (?, ?) ON CONFLICT (Banco) DO "
+                   "UPDATE SET Proximo = excluded.Proximo",
+                   {Banco.trimmed(), Numero.trimmed()});
 }
 
 bool avanca_talao(Sessao &s, const QString &Banco, const QString &Numero) {
@@ -81,11 +78,12 @@ std::optional<ChequeRegistrado> cheque_registrado(Sessao &s, const QString &Banc
     BaseDados &b = base_dados(s);
     if (!b.Abre()) return std::nullopt;
     QSqlQuery q(b.db());
-    q.prepare("SELECT \"Index\", Data, Favor, V_CH, StCancel FROM Log WHERE Banco = ? AND "
-              "NRCH = ? ORDER BY rowid LIMIT 1");
-    q.addBindValue(Banco.trimmed());
-    q.addBindValue(Numero.trimmed());
-    if (!q.exec() || !q.next()) return std::nullopt;
+    if (!executa(q,
+                 "SELECT \"Index\", Data, Favor, V_CH, StCancel FROM Log WHERE Banco = ? AND "
+                 "NRCH = ? ORDER BY rowid LIMIT 1",
+                 {Banco.trimmed(), Numero.trimmed()}) ||
+        !q.next())
+        return std::nullopt;
     return ChequeRegistrado{q.value(0).toString(), q.value(1).toString(),
                             q.value(2).toString().trimmed(), q.value(3).toString(),
                             q.value(4).toString().trimmed() == "C"};
@@ -102,9 +100,10 @@ bool inutiliza_folha(Sessao &s, const QString &Index) {
     BaseDados &b = base_dados(s);
     if (!b.Abre()) return false;
     QSqlQuery q(b.db());
-    q.prepare("SELECT Comentario, Comentario1, Comentario2 FROM Log WHERE \"Index\" = ?");
-    q.addBindValue(Index);
-    if (!q.exec() || !q.next()) return false;
+    if (!executa(q, "SELECT Comentario, Comentario1, Comentario2 FROM Log WHERE \"Index\" = ?",
+                 {Index}) ||
+        !q.next())
+        return false;
     QStringList linhas = {q.value(0).toString(), q.value(1).toString(), q.value(2).toString()};
     q.finish();
     // The reason goes on the first empty comment line; with all three in use, after the last.
@@ -116,12 +115,11 @@ bool inutiliza_folha(Sessao &s, const QString &Index) {
     else
         linhas[2] += " — " + FolhaInutilizada;
     const AcaoHistorico acao("Folha inutilizada");
-    q.prepare("UPDATE Log SET StCancel = 'C', Comentario = ?, Comentario1 = ?, Comentario2 = ? "
-              "WHERE \"Index\" = ?");
-    for (const QString &l : linhas)
-        q.addBindValue(l);
-    q.addBindValue(Index);
-    return q.exec() && q.numRowsAffected() > 0;
+    return executa(q,
+                   "UPDATE Log SET StCancel = 'C', Comentario = ?, Comentario1 = ?, Comentario2 = "
+                   "? WHERE \"Index\" = ?",
+                   {linhas[0], linhas[1], linhas[2], Index}) &&
+           q.numRowsAffected() > 0;
 }
 
 } // namespace vexa

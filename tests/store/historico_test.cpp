@@ -1,6 +1,7 @@
 #include "core/desktop_roteiro.h"
 #include "core/relogio.h"
 #include "store/historico.h"
+#include "store/motores_teste.h"
 #include "store/tabelas.h"
 #include "store/talao.h"
 
@@ -17,10 +18,12 @@ using namespace vexa;
 
 namespace {
 
-class Historico : public ::testing::Test {
+class HistoricoBase : public teste::ComMotor {
   protected:
     void SetUp() override {
         fixa_hoje(QDate(2024, 6, 1));
+        prepara(pasta.path());
+        if (IsSkipped()) return;
         cria_base_dados(s);
         ASSERT_EQ(AbreTabelas(s, d, 0, 0, 0, 1), 1);
         for (const auto &[index, data, numero] :
@@ -42,12 +45,11 @@ class Historico : public ::testing::Test {
     void TearDown() override { fixa_hoje(QDate()); }
 
     // Runs SQL on a connection of its own, as another program would.
-    bool sql_direto(const QString &arquivo, const QStringList &comandos) {
+    bool sql_direto(const QStringList &comandos) {
         const QString nome = QUuid::createUuid().toString();
         bool ok = true;
         {
-            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", nome);
-            db.setDatabaseName(arquivo);
+            QSqlDatabase db = QSqlDatabase::cloneDatabase(base_dados(s).db(), nome);
             ok = db.open();
             QSqlQuery q(db);
             for (const QString &c : comandos)
@@ -62,19 +64,22 @@ class Historico : public ::testing::Test {
     DesktopRoteiro d;
 };
 
+class Historico : public teste::PorMotor<HistoricoBase> {};
+INSTANTIATE_TEST_SUITE_P(Motores, Historico, teste::Motores, teste::NomeDoMotor());
+
 struct Mudanca {
     const char *nome;
     std::function<void(Sessao &, Desktop &)> faz;
     QString acao;
 };
-class EntradaDoHistorico : public Historico, public ::testing::WithParamInterface<Mudanca> {};
+class EntradaDoHistorico : public teste::PorMotorECaso<HistoricoBase, Mudanca> {};
 
 TEST_P(EntradaDoHistorico, GuardaQuemQuandoOQueEALinhaDeAntes) {
-    GetParam().faz(s, d);
+    caso().faz(s, d);
     const auto entradas = historico_cheque(s, "0000000001");
     ASSERT_EQ(entradas.size(), 1);
     const EntradaHistorico &e = entradas[0];
-    EXPECT_EQ(e.Acao, GetParam().acao);
+    EXPECT_EQ(e.Acao, caso().acao);
     EXPECT_TRUE(e.Quando.startsWith(agora().toString("dd/MM/yyyy"))) << e.Quando.toStdString();
     EXPECT_FALSE(e.Maquina.isEmpty());
     EXPECT_EQ((QStringList{e.Linha["NRCH"], e.Linha["Favor"], e.Linha["StCancel"]}),
@@ -83,43 +88,66 @@ TEST_P(EntradaDoHistorico, GuardaQuemQuandoOQueEALinhaDeAntes) {
 }
 INSTANTIATE_TEST_SUITE_P(
     Acoes, EntradaDoHistorico,
-    ::testing::Values(
-        Mudanca{"Cancela", [](Sessao &s, Desktop &d) { MarcaCheque(s, d, "0000000001", "C"); },
-                "Cancelamento"},
-        Mudanca{"Exclui", [](Sessao &s, Desktop &d) { MarcaCheque(s, d, "0000000001", "E"); },
-                "Exclusão"},
-        Mudanca{"ExcluiPeloConjunto",
-                [](Sessao &s, Desktop &) {
-                    ExisteCodigo(s, "0000000001", TabLog);
-                    Conjunto(s, TabLog).Delete();
-                },
-                "Exclusão"},
-        Mudanca{"Reimprime",
-                [](Sessao &s, Desktop &) { grava_historico(s, "0000000001", "Reimpressão"); },
-                "Reimpressão"},
-        Mudanca{"Inutiliza", [](Sessao &s, Desktop &) { inutiliza_folha(s, "0000000001"); },
-                "Folha inutilizada"},
-        Mudanca{"Expurga",
-                [](Sessao &s, Desktop &d) {
-                    s.PeriodoRel = 30;
-                    static_cast<DesktopRoteiro &>(d).Respostas = {Resposta::Yes};
-                    ExpurgaCheques(s, d);
-                },
-                "Expurgo"}),
-    [](const auto &info) { return std::string(info.param.nome); });
+    ::testing::Combine(teste::Motores, ::testing::Values(Mudanca{"Cancela",
+                                                                 [](Sessao &s, Desktop &d) {
+                                                                     MarcaCheque(s, d, "0000000001",
+                                                                                 "C");
+                                                                 },
+                                                                 "Cancelamento"},
+                                                         Mudanca{"Exclui",
+                                                                 [](Sessao &s, Desktop &d) {
+                                                                     MarcaCheque(s, d, "0000000001",
+                                                                                 "E");
+                                                                 },
+                                                                 "Exclusão"},
+                                                         Mudanca{"ExcluiPeloConjunto",
+                                                                 [](Sessao &s, Desktop &) {
+                                                                     ExisteCodigo(s, "0000000001",
+                                                                                  TabLog);
+                                                                     Conjunto(s, TabLog).Delete();
+                                                                 },
+                                                                 "Exclusão"},
+                                                         Mudanca{"Reimprime",
+                                                                 [](Sessao &s, Desktop &) {
+                                                                     grava_historico(s,
+                                                                                     "0000000001",
+                                                                                     "Reimpressão");
+                                                                 },
+                                                                 "Reimpressão"},
+                                                         Mudanca{"Inutiliza",
+                                                                 [](Sessao &s, Desktop &) {
+                                                                     inutiliza_folha(s,
+                                                                                     "0000000001");
+                                                                 },
+                                                                 "Folha inutilizada"},
+                                                         Mudanca{"Expurga",
+                                                                 [](Sessao &s, Desktop &d) {
+                                                                     s.PeriodoRel = 30;
+                                                                     static_cast<DesktopRoteiro &>(
+                                                                         d)
+                                                                         .Respostas = {
+                                                                         Resposta::Yes};
+                                                                     ExpurgaCheques(s, d);
+                                                                 },
+                                                                 "Expurgo"})),
+    [](const auto &info) {
+        return teste::nome_motor(std::get<0>(info.param)) + std::get<1>(info.param).nome;
+    });
 
-TEST_F(Historico, NaoSeAlteraNemSeApagaEOExpurgoOLevaJunto) {
+TEST_P(Historico, NaoSeAlteraNemSeApagaEOExpurgoOLevaJunto) {
     grava_historico(s, "0000000001", "Reimpressão");
     s.PeriodoRel = 30;
     d.Respostas = {Resposta::Yes};
     ExpurgaCheques(s, d);
-    const QString arquivo = QDir(pasta.path()).filePath("VEXA.db");
-    EXPECT_FALSE(sql_direto(arquivo, {"UPDATE Historico SET Acao = 'x'"}));
-    EXPECT_FALSE(sql_direto(arquivo, {"DELETE FROM Historico"}));
+    EXPECT_FALSE(sql_direto({"UPDATE Historico SET Acao = 'x'"}));
+    EXPECT_FALSE(sql_direto({"DELETE FROM Historico"}));
     EXPECT_EQ(historico_cheque(s, "0000000001").size(), 2);
     QSqlQuery q(base_dados(s).db());
-    ASSERT_TRUE(q.exec("ATTACH DATABASE '" + pasta.filePath("VEXA-expurgo.db") + "' AS e"));
-    ASSERT_TRUE(q.exec("SELECT Acao FROM e.Historico ORDER BY Id"));
+    if (!no_servidor()) {
+        ASSERT_TRUE(q.exec("ATTACH DATABASE '" + pasta.filePath("VEXA-expurgo.db") + "' AS e"));
+    }
+    ASSERT_TRUE(q.exec(no_servidor() ? "SELECT Acao FROM ExpurgoHistorico ORDER BY Id"
+                                     : "SELECT Acao FROM e.Historico ORDER BY Id"));
     QStringList acoes;
     while (q.next())
         acoes << q.value(0).toString();
@@ -128,11 +156,14 @@ TEST_F(Historico, NaoSeAlteraNemSeApagaEOExpurgoOLevaJunto) {
 
 // A database of the previous version gains the book, the history and the index, and keeps its
 // rows.
-TEST_F(Historico, BaseDaVersaoAnteriorGanhaTalaoEHistorico) {
+class HistoricoArquivo : public HistoricoBase {
+    teste::MotorTeste motor() const override { return teste::MotorTeste::SQLite; }
+};
+
+TEST_F(HistoricoArquivo, BaseDaVersaoAnteriorGanhaTalaoEHistorico) {
+    ASSERT_TRUE(sql_direto({"DROP TABLE Historico", "DROP TABLE Talao", "DROP INDEX LogNumero",
+                            "PRAGMA user_version = 2"}));
     s.Banco.reset();
-    const QString arquivo = pasta.filePath("VEXA.db");
-    ASSERT_TRUE(sql_direto(arquivo, {"DROP TABLE Historico", "DROP TABLE Talao",
-                                     "DROP INDEX LogNumero", "PRAGMA user_version = 2"}));
     ASSERT_EQ(AbreTabelas(s, d, 0, 0, 0, 1), 1);
     EXPECT_EQ(Conjunto(s, TabLog).RecordCount(), 2);
     EXPECT_TRUE(grava_proximo_cheque(s, "001", "000125"));

@@ -1,5 +1,6 @@
 #include "core/desktop_roteiro.h"
 #include "core/sessao.h"
+#include "store/motores_teste.h"
 #include "store/tabelas.h"
 
 #include <QSqlQuery>
@@ -12,9 +13,11 @@ namespace {
 
 // A register larger than a few blocks, written by a connection of its own as another program
 // would, and read back through the shared record set.
-class RecordSetBlocos : public ::testing::Test {
+class BlocosBase : public teste::ComMotor {
   protected:
     void SetUp() override {
+        prepara(pasta.path());
+        if (IsSkipped()) return;
         s = std::make_unique<Sessao>(pasta.path());
         cria_base_dados(*s);
         ASSERT_EQ(AbreTabelas(*s, d, 0, 0, 1, 0), 1);
@@ -39,7 +42,10 @@ class RecordSetBlocos : public ::testing::Test {
     DesktopRoteiro d;
 };
 
-TEST_F(RecordSetBlocos, CaminhadaELinhaPorPosicaoVeemAsMesmasLinhasNaOrdemDoSelect) {
+class RecordSetBlocos : public teste::PorMotor<BlocosBase> {};
+INSTANTIATE_TEST_SUITE_P(Motores, RecordSetBlocos, teste::Motores, teste::NomeDoMotor());
+
+TEST_P(RecordSetBlocos, CaminhadaELinhaPorPosicaoVeemAsMesmasLinhasNaOrdemDoSelect) {
     RecordSet &rs = Conjunto(*s, TabCidade);
     ASSERT_EQ(rs.RecordCount(), Linhas);
     int i = 0;
@@ -62,7 +68,7 @@ TEST_F(RecordSetBlocos, CaminhadaELinhaPorPosicaoVeemAsMesmasLinhasNaOrdemDoSele
     EXPECT_EQ(rs.Campos(), (QStringList{"Codigo", "Nome"})); // the folded key is not shown
 }
 
-TEST_F(RecordSetBlocos, ApagadasSaemDasPosicoesEOutrasEscritasAparecemNoRequery) {
+TEST_P(RecordSetBlocos, ApagadasSaemDasPosicoesEOutrasEscritasAparecemNoRequery) {
     RecordSet &rs = Conjunto(*s, TabCidade);
     rs.MoveFirst();
     for (int i = 0; i < 300; ++i)
@@ -90,12 +96,12 @@ TEST_F(RecordSetBlocos, ApagadasSaemDasPosicoesEOutrasEscritasAparecemNoRequery)
 // the copy, in the select's order.
 enum class Escrita { Nenhuma, PeloConjunto, PorSql, PorOutraConexao };
 
-class CopiaDoConjunto : public RecordSetBlocos, public ::testing::WithParamInterface<Escrita> {};
+class CopiaDoConjunto : public teste::PorMotorECaso<BlocosBase, Escrita> {};
 
 TEST_P(CopiaDoConjunto, VeAsLinhasComoEstaoAgora) {
     RecordSet &rs = Conjunto(*s, TabCidade);
     const QString sql = "INSERT INTO Cidade (Codigo, Nome) VALUES ('00000', 'Primeira')";
-    switch (GetParam()) {
+    switch (caso()) {
     case Escrita::Nenhuma:
         break;
     case Escrita::PeloConjunto:
@@ -110,8 +116,7 @@ TEST_P(CopiaDoConjunto, VeAsLinhasComoEstaoAgora) {
     case Escrita::PorOutraConexao: {
         const QString nome = "outra-conexao";
         {
-            QSqlDatabase outra = QSqlDatabase::addDatabase("QSQLITE", nome);
-            outra.setDatabaseName(s->Banco->db().databaseName());
+            QSqlDatabase outra = QSqlDatabase::cloneDatabase(s->Banco->db(), nome);
             ASSERT_TRUE(outra.open());
             ASSERT_TRUE(QSqlQuery(outra).exec(sql));
             outra.close();
@@ -121,15 +126,18 @@ TEST_P(CopiaDoConjunto, VeAsLinhasComoEstaoAgora) {
     }
     }
     const RecordSet copia = rs.Copia();
-    const bool nova = GetParam() != Escrita::Nenhuma;
+    const bool nova = caso() != Escrita::Nenhuma;
     ASSERT_EQ(copia.RecordCount(), Linhas + (nova ? 1 : 0));
     EXPECT_EQ(copia.Linha(0).value(1), nova ? "Primeira" : "Cidade 1");
     EXPECT_EQ(copia.Linha(copia.RecordCount() - 1).value(1),
               QStringLiteral("Cidade %1").arg(Linhas));
 }
 
-INSTANTIATE_TEST_SUITE_P(Escritas, CopiaDoConjunto,
-                         ::testing::Values(Escrita::Nenhuma, Escrita::PeloConjunto, Escrita::PorSql,
-                                           Escrita::PorOutraConexao));
+INSTANTIATE_TEST_SUITE_P(
+    Escritas, CopiaDoConjunto,
+    ::testing::Combine(teste::Motores,
+                       ::testing::Values(Escrita::Nenhuma, Escrita::PeloConjunto, Escrita::PorSql,
+                                         Escrita::PorOutraConexao)),
+    teste::NomeDoMotor());
 
 } // namespace

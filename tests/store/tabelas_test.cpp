@@ -3,6 +3,7 @@
 #include "core/sessao.h"
 #include "store/bancos_padrao.h"
 #include "store/basedados.h"
+#include "store/motores_teste.h"
 #include "store/tabelas.h"
 
 #include <QCoreApplication>
@@ -17,10 +18,12 @@ using namespace vexa;
 
 namespace {
 
-class Armazem : public ::testing::Test {
+class ArmazemBase : public teste::ComMotor {
   protected:
     void SetUp() override {
         fixa_hoje(QDate(2024, 6, 1));
+        prepara(pasta.path());
+        if (IsSkipped()) return;
         s = std::make_unique<Sessao>(pasta.path());
         cria_base_dados(*s);
     }
@@ -64,7 +67,15 @@ class Armazem : public ::testing::Test {
     DesktopRoteiro d;
 };
 
-TEST_F(Armazem, PrimeiraPartidaTrazOsBancosPadraoEDepoisNaoRecria) {
+class Armazem : public teste::PorMotor<ArmazemBase> {};
+INSTANTIATE_TEST_SUITE_P(Motores, Armazem, teste::Motores, teste::NomeDoMotor());
+
+// What only a database file has: the file itself, gone.
+class ArmazemArquivo : public ArmazemBase {
+    teste::MotorTeste motor() const override { return teste::MotorTeste::SQLite; }
+};
+
+TEST_P(Armazem, PrimeiraPartidaTrazOsBancosPadraoEDepoisNaoRecria) {
     EXPECT_EQ(AbreTabelas(*s, d, 1, 0, 0, 0), 1);
     EXPECT_EQ(Conjunto(*s, TabBancos).RecordCount(), bancos_padrao().size());
     EXPECT_EQ(NomeBanco(*s, "001"), "Banco do Brasil");
@@ -82,7 +93,7 @@ TEST_F(Armazem, PrimeiraPartidaTrazOsBancosPadraoEDepoisNaoRecria) {
     EXPECT_EQ(NomeBanco(*s, "001"), "Inexistente");
 }
 
-TEST_F(Armazem, SemBancoDeDadosAbreTabelasDaMenosDoisEOExpurgoAvisa) {
+TEST_F(ArmazemArquivo, SemBancoDeDadosAbreTabelasDaMenosDoisEOExpurgoAvisa) {
     QFile::remove(pasta.path() + "/VEXA.db");
     DesktopRoteiro d2;
     Sessao outra(pasta.path());
@@ -92,7 +103,7 @@ TEST_F(Armazem, SemBancoDeDadosAbreTabelasDaMenosDoisEOExpurgoAvisa) {
     EXPECT_EQ(d2.Textos(), QStringList{"O Banco de dados \"VEXA.db\" nao foi encontrado!"});
 }
 
-TEST_F(Armazem, ExisteCodigoComChaveVaziaDeixaTodasAsLinhas) {
+TEST_P(Armazem, ExisteCodigoComChaveVaziaDeixaTodasAsLinhas) {
     inclui(TabCidade, {{"00001", "Santos"}, {"00002", "São Paulo"}});
     EXPECT_EQ(ExisteCodigo(*s, "", TabCidade), 1);
     EXPECT_EQ(Conjunto(*s, TabCidade).RecordCount(), 2);
@@ -104,7 +115,7 @@ TEST_F(Armazem, ExisteCodigoComChaveVaziaDeixaTodasAsLinhas) {
     EXPECT_EQ(NomeFavorecido(*s, "00001"), "");
 }
 
-TEST_F(Armazem, ApostrofoDoOperadorChegaInteiroAoSql) {
+TEST_P(Armazem, ApostrofoDoOperadorChegaInteiroAoSql) {
     inclui(TabFavorecido, {{"00001", "D'Ávila"}, {"00002", "Dantas"}, {"00003", "50% Ltda"}});
     EXPECT_EQ(ExisteCodigo(*s, "0' OR '1'='1", TabFavorecido), 0);
     FiltraTabela(*s, "D'", TabFavorecido);
@@ -123,7 +134,7 @@ struct CasoFiltro {
     QStringList esperado; // the codes, in the order of the record set
 };
 
-class FiltroTabela : public Armazem, public ::testing::WithParamInterface<CasoFiltro> {};
+class FiltroTabela : public teste::PorMotorECaso<ArmazemBase, CasoFiltro> {};
 
 TEST_P(FiltroTabela, NumericoComparaOCodigoOutroONome) {
     inclui(TabCidade, {{"00020", "Santos"},
@@ -131,7 +142,7 @@ TEST_P(FiltroTabela, NumericoComparaOCodigoOutroONome) {
                        {"00010", "Sorocaba"},
                        {"00030", "São Paulo"}});
     inclui(TabFavorecido, {{"00001", "Maria"}, {"00002", "Ana"}, {"00003", "Álvaro"}});
-    const auto &c = GetParam();
+    const auto &c = caso();
     if (c.tabela >= 100)
         PesquisaLista(*s, c.filtro, c.tabela - 100);
     else
@@ -141,28 +152,31 @@ TEST_P(FiltroTabela, NumericoComparaOCodigoOutroONome) {
 
 INSTANTIATE_TEST_SUITE_P(
     Casos, FiltroTabela,
-    ::testing::Values(CasoFiltro{TabCidade, "0001", {"00010"}},
-                      // names compare without case or accents, and order so
-                      CasoFiltro{TabCidade, "S", {"00020", "00030", "00010"}},
-                      CasoFiltro{TabCidade, "So", {"00010"}},
-                      CasoFiltro{TabCidade, "sao", {"00030"}},
-                      CasoFiltro{TabCidade, "", {"00003", "00010", "00020", "00030"}},
-                      CasoFiltro{TabFavorecido, "00", {"00001", "00002", "00003"}},
-                      CasoFiltro{TabFavorecido, "a", {"00003", "00002"}},
-                      CasoFiltro{TabBancos, "34", {"341"}},
-                      CasoFiltro{100 + TabCidade, "00", {"00003", "00010", "00020", "00030"}},
-                      CasoFiltro{100 + TabCidade, "s", {"00020", "00030", "00010"}},
-                      CasoFiltro{100 + TabBancos, "banco do b", {"001"}},
-                      CasoFiltro{100 + TabBancos, "Sicr", {"748"}}));
+    ::testing::Combine(
+        teste::Motores,
+        ::testing::Values(CasoFiltro{TabCidade, "0001", {"00010"}},
+                          // names compare without case or accents, and order so
+                          CasoFiltro{TabCidade, "S", {"00020", "00030", "00010"}},
+                          CasoFiltro{TabCidade, "So", {"00010"}},
+                          CasoFiltro{TabCidade, "sao", {"00030"}},
+                          CasoFiltro{TabCidade, "", {"00003", "00010", "00020", "00030"}},
+                          CasoFiltro{TabFavorecido, "00", {"00001", "00002", "00003"}},
+                          CasoFiltro{TabFavorecido, "a", {"00003", "00002"}},
+                          CasoFiltro{TabBancos, "34", {"341"}},
+                          CasoFiltro{100 + TabCidade, "00", {"00003", "00010", "00020", "00030"}},
+                          CasoFiltro{100 + TabCidade, "s", {"00020", "00030", "00010"}},
+                          CasoFiltro{100 + TabBancos, "banco do b", {"001"}},
+                          CasoFiltro{100 + TabBancos, "Sicr", {"748"}})),
+    teste::NomeDoMotor());
 
-TEST_F(Armazem, FiltroNumericoDoLogComparaOBanco) {
+TEST_P(Armazem, FiltroNumericoDoLogComparaOBanco) {
     cheque("0000000001", "01/05/24", "237");
     cheque("0000000002", "01/05/24", "001");
     FiltraTabela(*s, "23", TabLog);
     EXPECT_EQ(codigos(TabLog, "Index"), QStringList{"0000000001"});
 }
 
-TEST_F(Armazem, MarcaChequeCancelaApagaOuAvisa) {
+TEST_P(Armazem, MarcaChequeCancelaApagaOuAvisa) {
     cheque("0000000001", "01/05/24");
     cheque("0000000002", "01/05/24");
     MarcaCheque(*s, d, "0000000001", "c");
@@ -175,7 +189,7 @@ TEST_F(Armazem, MarcaChequeCancelaApagaOuAvisa) {
     EXPECT_EQ(codigos(TabLog, "StCancel"), QStringList{"C"});
 }
 
-TEST_F(Armazem, RecordSetPulaOQueApagouEVeOQueIncluiu) {
+TEST_P(Armazem, RecordSetPulaOQueApagouEVeOQueIncluiu) {
     inclui(TabCidade, {{"00001", "A"}, {"00002", "B"}, {"00003", "C"}});
     ExisteCodigo(*s, "", TabCidade);
     RecordSet &rs = Conjunto(*s, TabCidade);
@@ -205,7 +219,7 @@ struct CasoExpurgo {
     int perguntas;
 };
 
-class Expurgo : public Armazem, public ::testing::WithParamInterface<CasoExpurgo> {};
+class Expurgo : public teste::PorMotorECaso<ArmazemBase, CasoExpurgo> {};
 
 TEST_P(Expurgo, ApagaSoOQuePassouDoPrazoDepoisDeUmaPergunta) {
     // Today is 01/06/24: 02/05/24 is 30 days old, 01/05/24 is 31, 10/05/24 is 22.
@@ -214,7 +228,7 @@ TEST_P(Expurgo, ApagaSoOQuePassouDoPrazoDepoisDeUmaPergunta) {
     cheque("0000000003", "");
     cheque("0000000004", "10/05/24");
     cheque("0000000005", "01/01/20");
-    const auto &c = GetParam();
+    const auto &c = caso();
     s->PeriodoRel = c.periodo;
     d.Respostas = {c.resposta};
     ExpurgaCheques(*s, d);
@@ -233,19 +247,22 @@ TEST_P(Expurgo, ApagaSoOQuePassouDoPrazoDepoisDeUmaPergunta) {
 
 INSTANTIATE_TEST_SUITE_P(
     Casos, Expurgo,
-    ::testing::Values(
-        CasoExpurgo{30, Resposta::Yes, {"0000000002", "0000000003", "0000000004"}, 1},
-        CasoExpurgo{30,
-                    Resposta::No,
-                    {"0000000001", "0000000002", "0000000003", "0000000004", "0000000005"},
-                    1},
-        CasoExpurgo{5000,
-                    Resposta::Yes,
-                    {"0000000001", "0000000002", "0000000003", "0000000004", "0000000005"},
-                    0},
-        CasoExpurgo{0, Resposta::Yes, {"0000000003"}, 1}));
+    ::testing::Combine(
+        teste::Motores,
+        ::testing::Values(
+            CasoExpurgo{30, Resposta::Yes, {"0000000002", "0000000003", "0000000004"}, 1},
+            CasoExpurgo{30,
+                        Resposta::No,
+                        {"0000000001", "0000000002", "0000000003", "0000000004", "0000000005"},
+                        1},
+            CasoExpurgo{5000,
+                        Resposta::Yes,
+                        {"0000000001", "0000000002", "0000000003", "0000000004", "0000000005"},
+                        0},
+            CasoExpurgo{0, Resposta::Yes, {"0000000003"}, 1})),
+    teste::NomeDoMotor());
 
-TEST_F(Armazem, ExpurgoDeCopiasOlhaSoNomesComDataValida) {
+TEST_F(ArmazemArquivo, ExpurgoDeCopiasOlhaSoNomesComDataValida) {
     // "cop", day, month, ".", year: 01/05/24 is 31 days old, 02/05/24 30.
     const QStringList nomes = {"cop0105.24", "cop0205.24", "cop3102.24", "cop010.24",
                                "copia.txt",  "cop3005.24", "COP0101.24", "cop0105.240"};
