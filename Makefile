@@ -5,7 +5,8 @@ PACOTES := cmake ninja-build g++ qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql 
            libsqlite3-dev libgtest-dev libgmock-dev googletest libbenchmark-dev \
            fonts-liberation fonts-dejavu-core clang-format poppler-utils ccache \
            qt6-translations-l10n dpkg-dev file mdbtools-dev mdbtools \
-           cups printer-driver-cups-pdf
+           cups printer-driver-cups-pdf zlib1g-dev libreoffice-calc-nogui qt6-charts-dev \
+           libqt6opengl6-dev
 # What the package and its checks need besides the build.
 PACOTES_DEB := lintian appstream desktop-file-utils librsvg2-bin
 export QT_QPA_PLATFORM ?= offscreen

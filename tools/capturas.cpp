@@ -14,6 +14,7 @@
 #include "registers/favorec.h"
 #include "registers/pesquisa.h"
 #include "registers/saida.h"
+#include "reports/filtro.h"
 #include "reports/relato.h"
 #include "settings/calibra.h"
 #include "settings/copias.h"
@@ -143,20 +144,32 @@ void captura_registros(Sessao &sessao, ui::DesktopQt &desktop) {
 void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
     if (AbreTabelas(sessao, desktop, 0, 0, 0, 1) == -2) return;
     RecordSet &rs = Conjunto(sessao, TabLog);
-    const QStringList cheques[] = {
-        {"001", "1234,5", "Maria de Souza", "Santos", "05/03/99", "000123", " "},
-        {"237", "87,9", "Construtora Boa Vista Ltda.", "Curitiba", "12/03/99", "000124", "C"},
-        {"341", "15000,", "Mercado Central do Bairro", "Londrina", "20/03/99", "", " "},
-        {"104", "350,25", "José Conceição Pereira", "Maringá", "02/04/99", "000126", " "}};
-    int n = 0;
-    for (const QStringList &c : cheques) {
-        const QString Index = QString("%1").arg(++n, 10, 10, QChar('0'));
+    // Half a year of an office's cheques: four banks, a few cancelled, some with comments.
+    const QStringList bancos = {"001", "237", "341", "104"};
+    const QStringList favorecidos = {
+        "Maria de Souza",         "Construtora Boa Vista Ltda.", "Mercado Central do Bairro",
+        "José Conceição Pereira", "Papelaria Aliança",           "Companhia de Luz e Força",
+        "Auto Posto Estrela",     "Dr. Antônio Ribeiro"};
+    const QStringList cidades = {"Santos", "Curitiba", "Londrina", "Maringá", "São Paulo"};
+    const QStringList comentarios = {"Aluguel da sala 5", "", "NF 2611", "",
+                                     "Parcela 2 de 3",    "", ""};
+    for (int n = 1; n <= 42; ++n) {
+        const QString Index = QString("%1").arg(n, 10, 10, QChar('0'));
+        const int mes = 1 + (n - 1) / 7, dia = 1 + (n * 11) % 27;
+        const qint64 centavos = 4590 + (n * 7919 % 97) * 1733 + (n % 5 == 0 ? 1500000 : 0);
         rs.AddNew();
         rs.Define("Index", Index);
         rs.Define("Codigo", Index.right(5));
-        const QStringList campos = {"Banco", "V_CH", "Favor", "Local", "Data", "NRCH", "StCancel"};
-        for (int i = 0; i < campos.size(); ++i)
-            rs.Define(campos[i], c[i]);
+        rs.Define("Banco", bancos[(n * 3) % bancos.size()]);
+        rs.Define("V_CH",
+                  QString("%1,%2").arg(centavos / 100).arg(centavos % 100, 2, 10, QChar('0')));
+        rs.Define("Favor", favorecidos[n % favorecidos.size()]);
+        rs.Define("Local", cidades[n % cidades.size()]);
+        rs.Define("Data",
+                  QString("%1/%2/99").arg(dia, 2, 10, QChar('0')).arg(mes, 2, 10, QChar('0')));
+        rs.Define("NRCH", QString("%1").arg(122 + n, 6, 10, QChar('0')));
+        rs.Define("Comentario", comentarios[n % comentarios.size()]);
+        rs.Define("StCancel", n % 9 == 2 ? "C" : " ");
         rs.Update();
     }
     FechaTabelas(sessao, 0, 0, 0, 1);
@@ -167,6 +180,10 @@ void captura_relatorio(Sessao &sessao, ui::DesktopQt &desktop) {
     lista.SetSelected(2, true);
     escolhe_linha(*relato, 2);
     grava(desktop.Janela(*relato), "relato");
+    // One bank's cheques: the filter's sign over the table, the chart of that bank alone.
+    MontaFiltroLog(sessao, desktop, "237", "", "", "", "", "", "", "");
+    grava(desktop.Janela(*relato), "relato-filtro");
+    relato->Clica("SSCommand5");
     relato->Clica("SSCommand4");
     if (Tela *cancela = desktop.Aberta("ExcluiRel")) {
         grava(desktop.Janela(*cancela), "excluirel");

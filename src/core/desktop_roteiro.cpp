@@ -85,28 +85,33 @@ QString DesktopRoteiro::EscolhePasta(const QString &) {
 namespace {
 class ProgressoRoteiro : public Progresso {
   public:
-    ProgressoRoteiro(QStringList &registro, int &etapas, int cancela, const QString &titulo)
-        : registro_(registro), etapas_(etapas), cancela_(cancela), titulo_(titulo) {
+    ProgressoRoteiro(QStringList &registro, int &etapas, int cancela, int cancelaValor,
+                     const QString &titulo)
+        : registro_(registro), etapas_(etapas), cancela_(cancela), cancelaValor_(cancelaValor),
+          titulo_(titulo) {
         registro_.append(titulo);
     }
     void Etapa(const QString &texto, int) override {
         registro_.append(titulo_ + ": " + texto);
         cancelado_ = cancelado_ || ++etapas_ == cancela_;
     }
-    void Valor(int) override {}
+    void Valor(int valor) override {
+        cancelado_ = cancelado_ || (cancelaValor_ > 0 && valor >= cancelaValor_);
+    }
     bool Cancelado() const override { return cancelado_; }
 
   private:
     QStringList &registro_;
     int &etapas_;
-    int cancela_;
+    int cancela_, cancelaValor_;
     QString titulo_;
     bool cancelado_ = false;
 };
 } // namespace
 
 std::unique_ptr<Progresso> DesktopRoteiro::AbreProgresso(const QString &titulo) {
-    return std::make_unique<ProgressoRoteiro>(Progressos, etapas_, CancelaNaEtapa, titulo);
+    return std::make_unique<ProgressoRoteiro>(Progressos, etapas_, CancelaNaEtapa, CancelaNoValor,
+                                              titulo);
 }
 
 QStringList DesktopRoteiro::Textos() const {

@@ -41,6 +41,9 @@ class DesktopRoteiro : public Desktop {
     // numbered CancelaNaEtapa (from 1, over all windows) has begun; 0 never.
     QStringList Progressos;
     int CancelaNaEtapa = 0;
+    // Cancelar is also pressed once a step has gone as far as this value (0: never), so a
+    // test can stop a task in the middle of its rows.
+    int CancelaNoValor = 0;
     // Screens shown while loading, and whether the run was ended (with its code).
     QStringList Mostradas;
     bool Encerrado = false;

@@ -1,10 +1,13 @@
 #include "reports/excluirel.h"
+#include "reports/andamento.h"
 
 #include "printer/vexa32.h"
 #include "registers/cadastro.h"
 #include "reports/relato.h"
 #include "store/basedados.h"
 #include "store/tabelas.h"
+
+#include <QSqlDatabase>
 
 namespace vexa {
 
@@ -47,13 +50,35 @@ void ExcluiRel::cancela_linhas(Relato &r, const std::set<int> &linhas) {
     chaves.reserve(int(linhas.size()));
     for (int i : linhas)
         chaves << r.List1.List(i).mid(128, 10).trimmed();
-    r.RemoveLinhas(linhas);
     // One transaction for the run: each cheque written on its own would wait for the disk once
     // per cheque. What could not be committed is rolled back, and the list refilled afterwards
-    // shows the register as it stands.
+    // shows the register as it stands. Only inside the transaction can the operator stop the
+    // run: every cheque then stays as it was.
     QSqlDatabase db = sessao.Banco ? sessao.Banco->db() : QSqlDatabase();
     const bool junta = chaves.size() > 1 && db.isValid() && db.transaction();
-    bool gravou = MarcaCheques(sessao, desktop, chaves, "C");
+    // The set the list was filled from, put back when the run is stopped.
+    RecordSet &atual = Conjunto(sessao, TabLog);
+    RecordSet antes = atual.Aberto() ? atual.Copia() : RecordSet();
+    bool gravou = true, parou = false;
+    {
+        // Only a run inside one transaction can be stopped, and only it shows a progress.
+        const auto p = junta ? desktop.AbreProgresso("Opções de Cancelamento") : nullptr;
+        if (p)
+            p->Etapa(QString("Cancelando %1 cheques no banco de dados...").arg(chaves.size()),
+                     int(chaves.size()));
+        constexpr int Bloco = 2000;
+        for (qsizetype i = 0; i < chaves.size() && !parou; i += Bloco) {
+            gravou = MarcaCheques(sessao, desktop, chaves.mid(i, Bloco), "C") && gravou;
+            parou = p && !segue(p.get(), qMin<qsizetype>(i + Bloco, chaves.size()));
+        }
+    }
+    if (parou) {
+        db.rollback();
+        atual = std::move(antes);
+        atual.Requery();
+        return;
+    }
+    r.RemoveLinhas(linhas);
     if (junta && !db.commit()) {
         db.rollback();
         gravou = false;

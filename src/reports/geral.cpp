@@ -1,4 +1,5 @@
 #include "reports/geral.h"
+#include "reports/andamento.h"
 
 #include "core/conversoes.h"
 #include "core/ini.h"
@@ -22,7 +23,7 @@ struct Banco {
 
 } // namespace
 
-QString texto_relatorio_geral(Sessao &s, bool *lido, bool ComHistorico) {
+QString texto_relatorio_geral(Sessao &s, bool *lido, bool ComHistorico, Progresso *p) {
     QString texto = "Relatório Geral de Cheques Emitidos" + Fim;
     RecordSet &rs = Conjunto(s, TabLog);
     if (lido) *lido = rs.Aberto();
@@ -51,7 +52,10 @@ QString texto_relatorio_geral(Sessao &s, bool *lido, bool ComHistorico) {
     // About 200 characters a cheque: the text grows in place, without a copy per line.
     texto.reserve(texto.size() + linhas.size() * 224);
     const QString estrelas = QString(56, u'*') + Fim;
-    for (const QStringList &c : linhas) {
+    for (qsizetype i = 0; i < linhas.size(); ++i) {
+        // Stopped by the operator: no text, and so no file.
+        if (!segue(p, i)) return QString();
+        const QStringList &c = linhas[i];
         // A bank that is no longer registered shows the one found last.
         const auto b = bancos.constFind(c[1]);
         if (b != bancos.constEnd()) atual = *b;
@@ -81,8 +85,15 @@ void cria_relatorio_geral(Sessao &s, Desktop &d) {
     bool lido = false;
     // The history of each cheque goes in when the settings ask for it.
     const bool historico = LeGravaIni(s.CaminhoIni, "Opcoes", "HistoricoNoRelatorio", "") == "1";
-    const QString texto = texto_relatorio_geral(s, &lido, historico);
+    QString texto;
+    {
+        const auto p = d.AbreProgresso("Relatório Geral");
+        p->Etapa(QString("Montando o relatório de %1 cheques...").arg(rs.RecordCount()),
+                 rs.RecordCount());
+        texto = texto_relatorio_geral(s, &lido, historico, p.get());
+    }
     if (!lido) return avisa_registro_ilegivel(s, d);
+    if (texto.isEmpty()) return;
     if (grava_arquivo_relatorio(d, "Salvar Relatório Geral", texto))
         d.MsgBox("O Relatório Foi Criado Com Sucesso, Poderá Abri-lo no Word ou Excel");
 }

@@ -11,8 +11,10 @@ namespace vexa {
 // The report's text, lines ended by CR LF: the title, then each cheque of the current set of
 // Log rows in its order, closed by a line of 56 stars. lido, when given, tells whether the
 // register and its banks could be read (false: the text is not the report).
-// ComHistorico: each cheque is followed by its history, one line an entry.
-QString texto_relatorio_geral(Sessao &s, bool *lido = nullptr, bool ComHistorico = false);
+// ComHistorico: each cheque is followed by its history, one line an entry. With a progress
+// whose Cancelar was pressed the text is empty.
+QString texto_relatorio_geral(Sessao &s, bool *lido = nullptr, bool ComHistorico = false,
+                              Progresso *p = nullptr);
 
 // "Criar Agora": asks where to write the report, writes it whole, and says it is done.
 void cria_relatorio_geral(Sessao &s, Desktop &d);

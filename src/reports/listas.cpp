@@ -178,12 +178,12 @@ QStringList envios_lista(const QStringList &Linhas, FormatoLista Formato, Destin
 }
 
 void envia_lista(Sessao &s, Desktop &d, const QStringList &Linhas, FormatoLista Formato,
-                 DestinoLista Destino, const std::function<void(int)> &andamento) {
+                 DestinoLista Destino, const std::function<bool(int)> &andamento) {
     if (Destino == DestinoLista::Vexa && !pede_documento(d, "Impressão do Cheque")) return;
     // The rows are walked one by one, so that the list shows how far the printing went.
     if (andamento)
         for (int i = 0; i < Linhas.size(); ++i)
-            andamento(i);
+            if (!andamento(i)) return;
     const QStringList envios = envios_lista(Linhas, Formato, Destino, s.Hoje6, s.ChequesPorPagina);
     switch (Destino) {
     case DestinoLista::Vexa:

@@ -24,8 +24,9 @@ QStringList envios_lista(const QStringList &Linhas, FormatoLista Formato, Destin
                          const QString &Hoje6, int NumChkPgRel);
 
 // Sends the report's rows to the target chosen, with the questions and messages of each
-// target. andamento is told the row being read (the list shows the progress).
+// target. andamento is told the row being read (the list shows the progress); when it answers
+// false the run stops with nothing sent.
 void envia_lista(Sessao &s, Desktop &d, const QStringList &Linhas, FormatoLista Formato,
-                 DestinoLista Destino, const std::function<void(int)> &andamento = {});
+                 DestinoLista Destino, const std::function<bool(int)> &andamento = {});
 
 } // namespace vexa

@@ -1,16 +1,24 @@
 #include "reports/relato.h"
+#include "reports/andamento.h"
 
 #include "catalogo/telas.h"
 #include "cheque/main.h"
+#include "core/arquivo.h"
 #include "core/conversoes.h"
+#include "core/relogio.h"
+#include "printer/sistema.h"
 #include "registers/cadastro.h"
+#include "reports/arquivo_relatorio.h"
 #include "reports/filtro.h"
 #include "reports/geral.h"
 #include "reports/historico.h"
 #include "reports/listas.h"
+#include "reports/planilha.h"
+#include "store/consulta_log.h"
 #include "store/tabelas.h"
 
 #include <QStringBuilder>
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -86,6 +94,7 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     OpCmd[1].Container = OpCmd01[1].Container = &FrameFormato;
     OpCmd[0].Container = OpCmd01[0].Container = OpCmd02[0].Container = &FrameEnvio;
     Label3.Container = Label4.Container = criar.Container = &FrameGeral;
+    Exportar[0].Container = Exportar[1].Container = &FrameGeral;
     List1.MultiSelect = true;
     registra("List1", List1);
     registra("Label2", Label2);
@@ -108,6 +117,21 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     registra("OpCmd", OpCmd);
     registra("OpCmd01", OpCmd01);
     registra("OpCmd02", OpCmd02);
+    registra("Exportar", Exportar);
+    registra("LabelContagem", LabelContagem);
+    registra("LabelFiltro", LabelFiltro);
+    registra("LabelOrdem", LabelOrdem);
+    registra("Ordem", Ordem);
+    registra("Decrescente", Decrescente);
+    registra("Grafico", Grafico);
+    Ordem.AddItem("Registro");
+    for (const QString &t : titulos_planilha())
+        Ordem.AddItem(t);
+    Ordem.ListIndex = 0;
+    Ordem.Text = Ordem.List(0);
+    LabelFiltro.Visible = false;
+    // The table's columns carry their own headings; the fixed-pitch head is for the rows' text.
+    Label2.Visible = false;
     liga("List1", Evento::Click, [this](int) { List1_Click(); });
     liga("SSCommand1", Evento::Click, [this](int) { SSCommand1_Click(); });
     liga("SSCommand2", Evento::Click, [this](int) { SSCommand2_Click(); });
@@ -118,6 +142,10 @@ Relato::Relato(Sessao &sessao, Desktop &desktop)
     liga("Elimina", Evento::Click, [this](int) { Elimina_Click(); });
     liga("Historico", Evento::Click, [this](int) { Historico_Click(); });
     liga("criar", Evento::Click, [this](int) { criar_Click(); });
+    liga("Exportar", Evento::Click, [this](int i) { Exportar_Click(i); });
+    liga("Ordem", Evento::Click, [this](int) { Ordem_Click(); });
+    liga("Decrescente", Evento::Click, [this](int) { Decrescente_Click(); });
+    liga("Grafico", Evento::Click, [this](int i) { Grafico_Click(i); });
 }
 
 void Relato::Form_Load() {
@@ -140,10 +168,21 @@ void Relato::Form_Unload() {
 bool Relato::CarregaListaLog() {
     List1.Clear();
     Total = 0;
+    linhas_.reset();
+    somas_.reset();
+    LabelContagem.Caption.clear();
     if (!aberta_) return false;
     // The list keeps its own copy of the rows: a click narrows the shared set to one cheque
     // while the list still shows them all. Its texts are made as they are shown.
     RecordSet &rs = Conjunto(sessao, TabLog);
+    if (rs.Aberto() && (OrdemColuna >= 0 || !OrdemCrescente ||
+                        rs.Sql().contains(QStringLiteral(" order by "), Qt::CaseInsensitive))) {
+        RecordSet ordenado;
+        if (ordena_log(ordenado, rs, OrdemColuna, OrdemCrescente)) rs = std::move(ordenado);
+    }
+    // Any condition on the select is a filter the operator set (or one cheque, after a click).
+    LabelFiltro.Visible =
+        rs.Aberto() && rs.Sql().contains(QStringLiteral(" where "), Qt::CaseInsensitive);
     auto linhas = std::make_shared<RecordSet>(rs.Aberto() ? rs.Copia() : RecordSet());
     const QList<QStringList> valores = linhas->Colunas({"V_CH", "StCancel", "Index"});
     // A select that failed, or rows that could not be read, is a register held by another
@@ -163,6 +202,9 @@ bool Relato::CarregaListaLog() {
     // The commands on the shown cheque act only on a cheque the operator can see in the list.
     if (!mostrado) LimpaDetalhe();
     const QStringList campos = linhas->Campos();
+    colunas_.clear();
+    for (const QString &c : campos_planilha())
+        colunas_ << linhas->Coluna(c);
     List1.Itens.fonte(linhas->RecordCount(), [linhas, campos](int i) {
         const QStringList f = linhas->Linha(i);
         // A row that could not be read stays empty rather than pose as a cheque of blanks.
@@ -173,7 +215,95 @@ bool Relato::CarregaListaLog() {
         return LinhaRelatorio(registro);
     });
     Text1[5].Caption = formata_centavos(Total, "###,###,###,###,##0.00");
+    const int n = linhas->RecordCount();
+    LabelContagem.Caption = n == 1 ? QStringLiteral("1 cheque") : QString("%1 cheques").arg(n);
+    linhas_ = linhas;
     return true;
+}
+
+void Relato::Ordena(int coluna, bool crescente) {
+    if (coluna < -1 || coluna >= ColunasLog) return;
+    OrdemColuna = coluna;
+    OrdemCrescente = crescente;
+    Ordem.ListIndex = coluna + 1;
+    Ordem.Text = Ordem.List(coluna + 1);
+    Decrescente.Value = crescente ? 0 : 1;
+    if (!linhas_) return;
+    // The rows the list shows, whatever a click did to the current set since.
+    RecordSet &rs = Conjunto(sessao, TabLog);
+    rs = linhas_->Copia();
+    // The same rows in another order: the chart's sums stand.
+    auto somas = std::move(somas_);
+    if (CarregaListaLog()) somas_ = std::move(somas);
+}
+
+void Relato::Cabecalho_Click(int coluna) {
+    Ordena(coluna, coluna != OrdemColuna || !OrdemCrescente);
+}
+
+QStringList Relato::Celulas(int linha) const {
+    const QStringList f = linhas_ ? linhas_->Linha(linha) : QStringList();
+    QStringList c;
+    if (f.isEmpty()) return c;
+    for (int i : std::as_const(colunas_))
+        c << f.value(i).trimmed();
+    c[ColunaLog::Situacao] =
+        c[ColunaLog::Situacao] == "C" ? QStringLiteral("Cancelado") : QString();
+    c[ColunaLog::Valor] = mascara_valor(c[ColunaLog::Valor], "#,###,###,##0.00");
+    return c;
+}
+
+const QList<SomaMensal> &Relato::SomasGrafico() {
+    if (somas_) return *somas_;
+    somas_.emplace();
+    if (!linhas_ || !somas_mensais(*linhas_, *somas_)) return somas_->clear(), *somas_;
+    // Two-digit years in the order of their centuries, as the program reads a date.
+    for (SomaMensal &m : *somas_)
+        m.Mes = QString::number(ano_completo(m.Mes.left(2).toInt())) + m.Mes.mid(2);
+    std::stable_sort(somas_->begin(), somas_->end(),
+                     [](const SomaMensal &a, const SomaMensal &b) { return a.Mes < b.Mes; });
+    // The chart beside the table has room for two years: the last months of the list.
+    constexpr int Meses = 24;
+    QStringList meses;
+    for (const SomaMensal &m : std::as_const(*somas_))
+        if (meses.isEmpty() || meses.last() != m.Mes) meses << m.Mes;
+    if (meses.size() > Meses) {
+        const QString primeiro = meses[meses.size() - Meses];
+        somas_->removeIf([&primeiro](const SomaMensal &m) { return m.Mes < primeiro; });
+    }
+    return *somas_;
+}
+
+void Relato::Grafico_Click(int Index) {
+    if (Ilegivel) return avisa_registro_ilegivel(sessao, desktop);
+    if (SomasGrafico().isEmpty() || !GraficoPdf || !ImprimeGrafico) {
+        desktop.MsgBox("Não há cheques com data na lista para o gráfico.", Botoes::OK, "Gráfico",
+                       Icone::Exclamacao);
+        return;
+    }
+    if (Index == 0) return mostra_erro_impressao(desktop, ImprimeGrafico());
+    const QString caminho = pede_arquivo(desktop, "Salvar Gráfico", "Documento PDF (*.pdf)", "pdf");
+    if (caminho.isEmpty()) return;
+    const QByteArray pdf = GraficoPdf();
+    if (pdf.isEmpty() || !grava_inteiro(caminho, pdf))
+        return avisa_arquivo_nao_gravado(desktop, caminho);
+    desktop.MsgBox("O gráfico foi gravado em \"" + caminho + "\".", Botoes::OK, "Gráfico",
+                   Icone::Informacao);
+}
+
+void Relato::Ordem_Click() {
+    Ordena(Ordem.ListIndex - 1, Decrescente.Value == 0);
+}
+
+void Relato::Decrescente_Click() {
+    Ordena(OrdemColuna, Decrescente.Value == 0);
+}
+
+void Relato::Exportar_Click(int Index) {
+    if (Ilegivel) return avisa_registro_ilegivel(sessao, desktop);
+    const RecordSet nenhuma;
+    exporta_planilha(desktop, linhas_ ? *linhas_ : nenhuma,
+                     Index == 1 ? FormatoPlanilha::Ods : FormatoPlanilha::Csv);
 }
 
 void Relato::CarregaDetalhe(const QString &Index) {
@@ -257,10 +387,22 @@ void Relato::SSCommand1_Click() {
     // The lists print the rows as the list shows them; the walk moves the chosen row along,
     // from a list where the row current at the start is no longer chosen.
     List1.SetSelected(List1.ListIndex, false);
-    envia_lista(sessao, desktop, linhas, *formato, *destino, [this](int i) {
+    // The progress follows the rows as the pages are made, from the first row (after the
+    // question of the cheque printer) to the last; Cancelar there stops before anything
+    // reaches the printer or the file.
+    std::unique_ptr<Progresso> p;
+    envia_lista(sessao, desktop, linhas, *formato, *destino, [this, &p, &linhas](int i) {
+        if (!p) {
+            p = desktop.AbreProgresso("Enviar Lista");
+            p->Etapa(QString("Montando a lista de %1 cheques...").arg(linhas.size()),
+                     int(linhas.size()));
+        }
         List1.SetSelected(i, true);
         List1.SetSelected(i - 1, false);
         List1.ListIndex = i;
+        const bool continua = segue(p.get(), i);
+        if (!continua || i + 1 == linhas.size()) p.reset();
+        return continua;
     });
     Refresh();
 }

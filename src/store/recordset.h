@@ -43,6 +43,8 @@ class RecordSet {
     bool Aberto() const { return aberto_; }
     QString Tabela() const { return tabela_; }
     QString Sql() const { return sql_; }
+    QVariantList Valores() const { return valores_; }
+    QSqlDatabase Base() const { return db_; }
     // A set of its own over the same select, as the rows stand now: a list keeps it while the
     // shared set is filtered again. While nothing was written to the database since this set's
     // select, the copy shares the rows already read instead of selecting them again.

@@ -147,8 +147,8 @@ Vencidos log_vencido(const QDate &dia, int periodo) {
 // Before a purge deletes them, the rows go to VEXA-expurgo.db beside the database, in a table
 // Log of the same fields and the day of the purge, in the same transaction as the delete: a
 // purge either keeps its rows there or deletes nothing.
-bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v,
-                     const QDate &dia) {
+bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v, const QDate &dia,
+                     Progresso &p) {
     // On a server the archive is two tables of the same database, written in the same
     // transaction.
     const bool servidor = eh_postgres(db);
@@ -175,6 +175,7 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
     q.finish();
     if (!servidor) q.exec("PRAGMA main.cache_size = -32768");
     bool ok = db.transaction();
+    p.Etapa("Guardando os cheques antigos em \"" + QFileInfo(arquivo).fileName() + "\"...");
     ok = ok && (servidor || q.exec("CREATE TABLE IF NOT EXISTS expurgo.Log (" +
                                    campos.join(" TEXT, ") + " TEXT, Expurgo TEXT)"));
     ok = ok && executa(q,
@@ -187,7 +188,8 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
         historico << '"' + c + '"';
     {
         const AcaoHistorico acao("Expurgo");
-        ok = ok && executa(q, "DELETE" + v.onde, v.valores);
+        p.Etapa("Excluindo os cheques antigos do registro...");
+        ok = ok && !p.Cancelado() && executa(q, "DELETE" + v.onde, v.valores);
     }
     ok = ok &&
          (servidor || q.exec("CREATE TABLE IF NOT EXISTS expurgo.Historico (" +
@@ -198,6 +200,8 @@ bool arquiva_e_apaga(QSqlDatabase &db, const QString &arquivo, const Vencidos &v
                      " WHERE Expurgo = ?) AND Id NOT IN (SELECT Id FROM " + arquivoHistorico + ")",
                  {dia.toString("dd/MM/yyyy")});
     q.finish();
+    // Cancelar leaves every cheque in the register and none in the archive.
+    ok = ok && !p.Cancelado();
     if (ok)
         ok = db.commit();
     else
@@ -409,7 +413,8 @@ void ExpurgaCheques(Sessao &s, Desktop &d) {
                  Botoes::YesNo);
     if (r != Resposta::Yes) return;
     const QString arquivo = QFileInfo(caminho_base(s)).dir().filePath("VEXA-expurgo.db");
-    if (!arquiva_e_apaga(db, arquivo, v, *dia))
+    const auto p = d.AbreProgresso("Expurgo de Cheques");
+    if (!arquiva_e_apaga(db, arquivo, v, *dia, *p) && !p->Cancelado())
         d.MsgBox("Os cheques antigos não foram excluídos: não foi possível guardá-los em \"" +
                      QFileInfo(arquivo).fileName() + "\".",
                  Botoes::OK, "Erro", Icone::Exclamacao);

@@ -187,14 +187,7 @@ void CriaVistaAjusta(Tela &tela, QMainWindow &janela) {
         }
     };
     pinta();
-    // The binder is made after the view: hook its mirror once it exists.
-    QMetaObject::invokeMethod(
-        &janela,
-        [&janela, pinta] {
-            if (auto *b = janela.findChild<Binder *>()) b->aoEspelhar = pinta;
-            pinta();
-        },
-        Qt::QueuedConnection);
+    Binder::PintaAoEspelhar(janela, pinta);
 }
 
 } // namespace vexa::ui

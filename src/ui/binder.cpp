@@ -86,4 +86,14 @@ const Binder::Ligacao *Binder::ligacao_de(QObject *obj) const {
     return nullptr;
 }
 
+void Binder::PintaAoEspelhar(QWidget &janela, const std::function<void()> &pinta) {
+    QMetaObject::invokeMethod(
+        &janela,
+        [&janela, pinta] {
+            if (auto *b = janela.findChild<Binder *>()) b->aoEspelhar = pinta;
+            pinta();
+        },
+        Qt::QueuedConnection);
+}
+
 } // namespace vexa::ui

@@ -40,6 +40,9 @@ class Binder : public QObject {
 
     // Called after each mirror: views that paint from the model repaint here.
     std::function<void()> aoEspelhar;
+    // The same for a view, whose window's binder is made after it: pinta runs once the binder
+    // exists and after each of its mirrors.
+    static void PintaAoEspelhar(QWidget &janela, const std::function<void()> &pinta);
 
     // The classic key code of a Qt key (tecla::F3, tecla::Enter...), 0 when it has none.
     static int CodigoTecla(int qtKey);

@@ -2,13 +2,13 @@
 #include "ui/binder_lista.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QPixmap>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -95,8 +95,8 @@ void Binder::espelha_um(const Ligacao &l) {
     } else if (auto *b = qobject_cast<QAbstractButton *>(w)) {
         if (!c->Caption.isEmpty() && b->text() != c->Caption) b->setText(c->Caption);
         if (b->isCheckable() && b->isChecked() != (c->Value != 0)) b->setChecked(c->Value != 0);
-    } else if (auto *lv = qobject_cast<QListView *>(w)) {
-        if (auto *modelo = dynamic_cast<ModeloLista *>(lv->model())) modelo->atualiza();
+    } else if (auto *lv = qobject_cast<QAbstractItemView *>(w)) {
+        if (auto *modelo = dynamic_cast<Atualizavel *>(lv->model())) modelo->atualiza();
         const int atual = lv->currentIndex().isValid() ? lv->currentIndex().row() : -1;
         if (varias_linhas(*lv)) {
             espelha_escolhidas(*lv, *c);
@@ -106,7 +106,8 @@ void Binder::espelha_um(const Ligacao &l) {
                 lv->selectionModel()->clear();
             } else {
                 const QModelIndex i = lv->model()->index(c->ListIndex, 0);
-                lv->selectionModel()->setCurrentIndex(i, QItemSelectionModel::ClearAndSelect);
+                lv->selectionModel()->setCurrentIndex(i, QItemSelectionModel::ClearAndSelect |
+                                                             QItemSelectionModel::Rows);
                 lv->scrollTo(i);
             }
         }

@@ -1,29 +1,21 @@
 #include "ui/binder_lista.h"
 
+#include <QAbstractItemView>
 #include <QItemSelectionModel>
-#include <QListView>
 
 namespace vexa::ui {
 
 QVariant ModeloLista::data(const QModelIndex &i, int papel) const {
-    if (papel != Qt::DisplayRole || !i.isValid() || i.row() >= conta_) return {};
+    if (papel != Qt::DisplayRole || !i.isValid() || i.row() >= rowCount()) return {};
     return c_.Itens.at(i.row());
 }
 
-void ModeloLista::atualiza() {
-    if (versao_ == c_.Itens.versao() && conta_ == c_.Itens.size()) return;
-    beginResetModel();
-    versao_ = c_.Itens.versao();
-    conta_ = c_.Itens.size();
-    endResetModel();
-}
-
-bool varias_linhas(const QListView &lv) {
+bool varias_linhas(const QAbstractItemView &lv) {
     return lv.selectionMode() == QAbstractItemView::ExtendedSelection ||
            lv.selectionMode() == QAbstractItemView::MultiSelection;
 }
 
-std::set<int> linhas_escolhidas(const QListView &lv) {
+std::set<int> linhas_escolhidas(const QAbstractItemView &lv) {
     std::set<int> linhas;
     for (const QItemSelectionRange &r : lv.selectionModel()->selection())
         for (int i = r.top(); i <= r.bottom(); ++i)
@@ -31,7 +23,7 @@ std::set<int> linhas_escolhidas(const QListView &lv) {
     return linhas;
 }
 
-void espelha_escolhidas(QListView &lv, const Controle &c) {
+void espelha_escolhidas(QAbstractItemView &lv, const Controle &c) {
     QItemSelectionModel &sel = *lv.selectionModel();
     const int atual = lv.currentIndex().isValid() ? lv.currentIndex().row() : -1;
     if (atual != c.ListIndex) {
@@ -55,7 +47,8 @@ void espelha_escolhidas(QListView &lv, const Controle &c) {
         if (inicio >= conta) break;
         escolha.select(lv.model()->index(inicio, 0), lv.model()->index(qMin(fim, conta - 1), 0));
     }
-    sel.select(escolha, QItemSelectionModel::ClearAndSelect);
+    // Whole rows: a table chooses every column of a row.
+    sel.select(escolha, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 } // namespace vexa::ui

@@ -63,10 +63,10 @@ void Binder::liga(QObject *obj, const RefControle &ref, Controle *c) {
     } else if (auto *b = qobject_cast<QAbstractButton *>(obj)) {
         // A check box changes its value on the model's road, with the click.
         connect(b, &QAbstractButton::clicked, this, [this, n] { clique(n); });
-    } else if (auto *lv = qobject_cast<QListView *>(obj)) {
-        auto *modelo = new ModeloLista(*c, lv);
-        lv->setModel(modelo);
-        lv->setUniformItemSizes(true);
+    } else if (auto *lv = qobject_cast<QAbstractItemView *>(obj)) {
+        // A table brings its own model over the rows, with their columns.
+        if (!lv->model()) lv->setModel(new ModeloLista(*c, lv));
+        if (auto *l = qobject_cast<QListView *>(lv)) l->setUniformItemSizes(true);
         connect(lv->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
                 [this, n, ref, c](const QModelIndex &atual) {
                     const int linha = atual.isValid() ? atual.row() : -1;
@@ -82,13 +82,14 @@ void Binder::liga(QObject *obj, const RefControle &ref, Controle *c) {
                         if (espelhando_) return;
                         do_widget(n, [c, lv] { c->Selecionadas = linhas_escolhidas(*lv); });
                     });
-        connect(lv, &QListView::doubleClicked, this, [this, n, ref, c](const QModelIndex &i) {
-            const int linha = i.row();
-            do_widget(n, [this, ref, c, linha] {
-                c->ListIndex = linha;
-                tela_.Dispara(ref, Evento::DblClick);
-            });
-        });
+        connect(lv, &QAbstractItemView::doubleClicked, this,
+                [this, n, ref, c](const QModelIndex &i) {
+                    const int linha = i.row();
+                    do_widget(n, [this, ref, c, linha] {
+                        c->ListIndex = linha;
+                        tela_.Dispara(ref, Evento::DblClick);
+                    });
+                });
     } else if (auto *co = qobject_cast<QComboBox *>(obj)) {
         connect(co, &QComboBox::activated, this, [this, n, ref, c, co](int i) {
             do_widget(n, [this, ref, c, co, i] {

@@ -101,7 +101,7 @@ TEST_F(EnvioDaLista, ImpressoraPedeCadaDocumentoECancelarPara) {
     d.Respostas = {Resposta::OK, Resposta::OK, Resposta::OK};
     int lidas = 0;
     envia_lista(s, d, linhas(27), FormatoLista::Normal, DestinoLista::Vexa,
-                [&](int i) { lidas = i + 1; });
+                [&](int i) { return lidas = i + 1, true; });
     EXPECT_EQ(lidas, 27);
     EXPECT_EQ(d.Textos(), (QStringList{"Insira o Documento.", "Insira novo Documento...",
                                        "Insira novo Documento..."}));

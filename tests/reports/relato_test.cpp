@@ -5,12 +5,16 @@
 #include "reports/filtro.h"
 #include "reports/geral.h"
 #include "reports/listas.h"
+#include "reports/planilha.h"
 #include "reports/relato.h"
+#include "store/consulta_log.h"
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QSet>
 #include <QSqlQuery>
+#include <QStandardPaths>
 #include <functional>
 
 using namespace vexa;
@@ -784,3 +788,192 @@ TEST_F(Cancelamento, ChequeQueSumiuAvisaEOsOutrosSeguem) {
 }
 
 } // namespace
+
+namespace {
+
+// The register's table: each column sorts by its meaning, both ways.
+struct Ordenacao {
+    int coluna;
+    bool crescente;
+    QStringList ordem;
+};
+class OrdemDaLista : public TelaRelato, public ::testing::WithParamInterface<Ordenacao> {};
+
+} // namespace
+
+TEST_P(OrdemDaLista, ColunaOrdenaPeloSentido) {
+    grava_exemplo();
+    Relato &r = relato();
+    // A click on a heading sorts up by its column; a second click turns the order round.
+    if (GetParam().coluna < 0) r.Ordena(-1, GetParam().crescente);
+    for (int i = GetParam().coluna < 0 ? 2 : GetParam().crescente ? 1 : 0; i < 2; ++i)
+        r.Cabecalho_Click(GetParam().coluna);
+    EXPECT_EQ(indices(r), GetParam().ordem);
+    // The lists and the report follow the order on the screen.
+    EXPECT_EQ(Conjunto(s, TabLog).Campo("Index"), GetParam().ordem.first());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Relatorio, OrdemDaLista,
+    ::testing::Values(
+        Ordenacao{ColunaLog::Valor, true, {"0000000003", "0000000002", "0000000001"}},
+        Ordenacao{ColunaLog::DataLog, false, {"0000000003", "0000000002", "0000000001"}},
+        Ordenacao{ColunaLog::Favorecido, true, {"0000000002", "0000000001", "0000000003"}},
+        Ordenacao{ColunaLog::Numero, true, {"0000000002", "0000000003", "0000000001"}},
+        Ordenacao{ColunaLog::Situacao, false, {"0000000002", "0000000003", "0000000001"}},
+        Ordenacao{-1, false, {"0000000003", "0000000002", "0000000001"}}));
+
+TEST_F(TelaRelato, FiltroMostraSinalContagemEOrdemFica) {
+    grava_exemplo();
+    Relato &r = relato();
+    EXPECT_FALSE(r.LabelFiltro.Visible);
+    EXPECT_EQ(r.LabelContagem.Caption, "3 cheques");
+    r.Ordena(ColunaLog::Valor, true);
+    MontaFiltroLog(s, d, "", "01/02/99", "28/02/99", "", "", "", "", "");
+    EXPECT_TRUE(r.LabelFiltro.Visible);
+    EXPECT_EQ(indices(r), (QStringList{"0000000002", "0000000001"}));
+    EXPECT_EQ(r.LabelContagem.Caption, "2 cheques");
+    r.Clica("SSCommand5");
+    EXPECT_FALSE(r.LabelFiltro.Visible);
+    // The table's cells, in the order by amount: the cancelled cheque spelt out, the amount
+    // with its thousands.
+    EXPECT_EQ(r.Celulas(2), (QStringList{"", "000123", "001", "1.234,50", "05/02/99",
+                                         "Maria D'Ávila", "São Paulo", "Aluguel de fevereiro"}));
+    EXPECT_EQ(r.Celulas(1)[ColunaLog::Situacao], "Cancelado");
+    const QList<SomaMensal> somas = r.SomasGrafico();
+    // The chart's sums are the plain sums of the cheques not cancelled, by month and bank.
+    QSqlQuery q(s.Banco->db());
+    ASSERT_TRUE(q.exec("SELECT substr(Data,7,2)||substr(Data,4,2), Banco, "
+                       "SUM(CAST(round(CAST(replace(V_CH,',','.') AS REAL)*100) AS INTEGER)) "
+                       "FROM Log WHERE StCancel <> 'C' GROUP BY 1, 2 ORDER BY 1, 2"));
+    for (const SomaMensal &m : somas) {
+        ASSERT_TRUE(q.next());
+        EXPECT_EQ(m.Mes.mid(2) + m.Banco + QString::number(m.Centavos),
+                  q.value(0).toString() + q.value(1).toString() + q.value(2).toString());
+    }
+    EXPECT_FALSE(q.next());
+}
+
+TEST_F(TelaRelato, DatasEGraficoNaOrdemDosSeculos) {
+    QList<Cheque> cheques;
+    for (int m = 0; m < 30; ++m)
+        cheques << Cheque{QString("%1").arg(m + 1, 10, 10, QChar('0')),       "001", "10,", "", "",
+                          QDate(1999, 1, 1).addMonths(m).toString("dd/MM/yy")};
+    grava(cheques);
+    Relato &r = relato();
+    // The chart has the last 24 months.
+    const QList<SomaMensal> &somas = r.SomasGrafico();
+    ASSERT_EQ(somas.size(), 24);
+    EXPECT_EQ(somas.first().Mes, "199907");
+    EXPECT_EQ(somas.last().Mes, "200106");
+    r.Cabecalho_Click(ColunaLog::DataLog);
+    EXPECT_EQ(indices(r).first(), "0000000001");
+    EXPECT_EQ(indices(r).last(), "0000000030");
+}
+
+TEST_F(TelaRelato, PlanilhasTrazemCadaValorDeVolta) {
+    grava_exemplo();
+    grava({{"0000000004", "001", "2,5", "A; \"B\"", "", "", "", ""}});
+    Relato &r = relato();
+    const QString csv = pasta.path() + "/cheques.csv", ods = pasta.path() + "/cheques.ods";
+    d.CaminhoSalvar = csv;
+    r.Clica("Exportar", 0);
+    QFile f(csv);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QByteArray esperado =
+        "\xEF\xBB\xBF"
+        "Situação;Nº;Banco;Valor;Data;Favorecido;Cidade;Comentário\r\n"
+        "Emitido;000123;001;1234,50;05/02/1999;Maria D'Ávila;São Paulo;Aluguel de fevereiro\r\n"
+        "Cancelado;;237;100,00;10/02/1999;João da Silva;Campinas;\r\n"
+        "Emitido;77;341;99,99;20/03/1999;Posto 50% Ltda;Santos;\r\n"
+        "Emitido;;001;2,50;;\"A; \"\"B\"\"\";;\r\n";
+    EXPECT_EQ(f.readAll(), esperado);
+    d.CaminhoSalvar = ods;
+    r.Clica("Exportar", 1);
+    ASSERT_TRUE(QFile::exists(ods));
+    const QString soffice = QStandardPaths::findExecutable("soffice");
+    if (soffice.isEmpty()) GTEST_SKIP() << "LibreOffice is not installed";
+    QProcess p;
+    p.setWorkingDirectory(pasta.path());
+    p.start(soffice, {"-env:UserInstallation=file://" + pasta.path() + "/lo", "--headless",
+                      "--convert-to", "csv:Text - txt - csv (StarCalc):59,34,76,1,,,,,true",
+                      "--outdir", pasta.path() + "/lo_csv", ods});
+    ASSERT_TRUE(p.waitForFinished(120000));
+    QFile volta(pasta.path() + "/lo_csv/cheques.csv");
+    ASSERT_TRUE(volta.open(QIODevice::ReadOnly)) << p.readAllStandardError().toStdString();
+    // The spreadsheet quotes texts its own way: the values are compared, cell by cell.
+    const auto celulas = [](QByteArray b) {
+        if (b.startsWith("\xEF\xBB\xBF")) b = b.mid(3);
+        QStringList c = QString::fromUtf8(b).replace("\r\n", "\n").split('\n', Qt::SkipEmptyParts);
+        for (QString &l : c)
+            l.remove('"');
+        return c;
+    };
+    EXPECT_EQ(celulas(volta.readAll()), celulas(esperado));
+}
+
+// Cancelar in the progress of each long road, in the middle of the rows: no file, nothing
+// printed, no cheque marked, none purged.
+enum class Caminho { Csv, Ods, Geral, ListaArquivo, ListaSistema, ListaVexa, Todos, Expurgo };
+struct Parada {
+    Caminho caminho;
+    QString janela;
+};
+class ParadaNoMeio : public Cancelamento, public ::testing::WithParamInterface<Parada> {};
+
+TEST_P(ParadaNoMeio, NaoDeixaNadaPelaMetade) {
+    grava_exemplo();
+    Relato &r = relato();
+    d.CancelaNoValor = 1;
+    d.CaminhoSalvar = pasta.path() + "/parou.txt";
+    switch (GetParam().caminho) {
+    case Caminho::Csv:
+    case Caminho::Ods:
+        r.Clica("Exportar", GetParam().caminho == Caminho::Ods);
+        break;
+    case Caminho::Geral:
+        r.Clica("criar");
+        break;
+    case Caminho::ListaArquivo:
+    case Caminho::ListaSistema:
+    case Caminho::ListaVexa:
+        r.Clica(GetParam().caminho == Caminho::ListaSistema ? "OpCmd02"
+                : GetParam().caminho == Caminho::ListaVexa  ? "OpCmd"
+                                                            : "OpCmd01",
+                0);
+        d.Respostas = {Resposta::OK};
+        r.Clica("SSCommand1");
+        break;
+    case Caminho::Todos: {
+        ExcluiRel &e = cancelamento(r);
+        escolhe(e, 1, false, true);
+        d.Respostas = {Resposta::Yes};
+        e.Clica("BtnCmd", 0);
+        break;
+    }
+    case Caminho::Expurgo:
+        // The purge stops between keeping the old cheques and deleting them.
+        d.CancelaNaEtapa = 2;
+        s.PeriodoRel = 30;
+        d.Respostas = {Resposta::Yes};
+        ExpurgaCheques(s, d);
+        break;
+    }
+    EXPECT_EQ(d.Progressos.value(0), GetParam().janela);
+    EXPECT_FALSE(QFile::exists(d.CaminhoSalvar));
+    EXPECT_TRUE(d.Impressos.isEmpty());
+    EXPECT_TRUE(QDir(imp().PastaPapel()).entryList({"*.txt"}, QDir::Files).isEmpty());
+    EXPECT_EQ(indices(r), tres);
+    EXPECT_EQ(cancelados(), QStringList{"0000000002"});
+    EXPECT_EQ(Conjunto(s, TabLog).RecordCount(), 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Relatorio, ParadaNoMeio,
+                         ::testing::Values(Parada{Caminho::Csv, "Exportar Planilha"},
+                                           Parada{Caminho::Ods, "Exportar Planilha"},
+                                           Parada{Caminho::Geral, "Relatório Geral"},
+                                           Parada{Caminho::ListaArquivo, "Enviar Lista"},
+                                           Parada{Caminho::ListaSistema, "Enviar Lista"},
+                                           Parada{Caminho::ListaVexa, "Enviar Lista"},
+                                           Parada{Caminho::Todos, "Opções de Cancelamento"},
+                                           Parada{Caminho::Expurgo, "Expurgo de Cheques"}));

@@ -1,15 +1,18 @@
-// The report of issued cheques on its real widgets: several rows chosen with the mouse and the
-// keyboard reach the model, and the model's choice reaches the list.
+// The report of issued cheques on its real widgets: several rows of the table chosen with the
+// mouse and the keyboard reach the model, and the model's choice reaches the table; a click on
+// a heading sorts through the model; the chart saves as PDF.
 #include "registers/registros_apoio.h"
 #include "reports/excluirel.h"
 #include "reports/relato.h"
 #include "ui/binder.h"
 #include "ui/vistas.h"
 
+#include <QFile>
+#include <QHeaderView>
 #include <QItemSelectionModel>
-#include <QListView>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -30,6 +33,7 @@ class VistaRelato : public teste::Registros {
             rs.Define("Banco", "237");
             rs.Define("V_CH", QString::number(i * 10) + ",");
             rs.Define("Favor", "Favorecido " + QString::number(i));
+            rs.Define("Data", QString("1%1/0%1/24").arg(i));
             rs.Define("StCancel", " ");
             ASSERT_TRUE(rs.Update());
         }
@@ -39,22 +43,22 @@ class VistaRelato : public teste::Registros {
         janela.reset();
         Registros::TearDown();
     }
-    QListView *mostra(Tela &tela) {
+    QTableView *mostra(Tela &tela) {
         janela = std::make_unique<QMainWindow>();
         ui::vista_de(tela.Nome)(tela, *janela);
         new ui::Binder(tela, janela.get());
         janela->show();
         janela->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(janela.get()));
-        return janela->findChild<QListView *>("List1");
+        return janela->findChild<QTableView *>("List1");
     }
-    static void clica(QListView *l, int linha, Qt::KeyboardModifiers m = {}) {
+    static void clica(QTableView *l, int linha, Qt::KeyboardModifiers m = {}) {
         const QModelIndex i = l->model()->index(linha, 0);
         QTest::mouseClick(l->viewport(), Qt::LeftButton, m, l->visualRect(i).center());
     }
-    static std::set<int> escolhidas(QListView *l) {
+    static std::set<int> escolhidas(QTableView *l) {
         std::set<int> e;
-        for (const QModelIndex &i : l->selectionModel()->selectedIndexes())
+        for (const QModelIndex &i : l->selectionModel()->selectedRows())
             e.insert(i.row());
         return e;
     }
@@ -63,7 +67,7 @@ class VistaRelato : public teste::Registros {
 
 TEST_F(VistaRelato, DuasLinhasEscolhidasComOMouseSaoCanceladas) {
     Relato &r = abre<Relato>();
-    QListView *l = mostra(r);
+    QTableView *l = mostra(r);
     ASSERT_NE(l, nullptr);
     ASSERT_EQ(l->model()->rowCount(), 4);
     clica(l, 0);
@@ -80,19 +84,23 @@ TEST_F(VistaRelato, DuasLinhasEscolhidasComOMouseSaoCanceladas) {
     d.Respostas = {Resposta::Yes};
     e->Clica("BtnCmd", 0);
     QTest::qWait(0);
-    const auto texto = [l](int i) { return l->model()->index(i, 0).data().toString(); };
+    // Cancelled rows stay, spelt out and greyed.
+    const auto situacao = [l](int i) {
+        const QModelIndex c = l->model()->index(i, ColunaLog::Situacao);
+        return c.data().toString() + (c.data(Qt::ForegroundRole).isValid() ? " cinza" : "");
+    };
     ASSERT_EQ(l->model()->rowCount(), 4);
-    EXPECT_TRUE(texto(0).startsWith("C |"));
-    EXPECT_TRUE(texto(1).startsWith("  |"));
-    EXPECT_TRUE(texto(2).startsWith("C |"));
-    EXPECT_TRUE(texto(3).startsWith("  |"));
+    EXPECT_EQ(situacao(0), "Cancelado cinza");
+    EXPECT_EQ(situacao(1), "");
+    EXPECT_EQ(situacao(2), "Cancelado cinza");
+    EXPECT_EQ(situacao(3), "");
     EXPECT_EQ(r.Text1[5].Caption, "60,00");
     EXPECT_TRUE(escolhidas(l).empty());
 }
 
 TEST_F(VistaRelato, TecladoEstendeAEscolhaEOModeloVoltaALista) {
     Relato &r = abre<Relato>();
-    QListView *l = mostra(r);
+    QTableView *l = mostra(r);
     clica(l, 1);
     QTest::keyClick(l, Qt::Key_Down, Qt::ShiftModifier);
     QTest::keyClick(l, Qt::Key_Down, Qt::ShiftModifier);
@@ -105,6 +113,29 @@ TEST_F(VistaRelato, TecladoEstendeAEscolhaEOModeloVoltaALista) {
     r.Refresh();
     EXPECT_EQ(escolhidas(l), (std::set<int>{0, 3}));
     EXPECT_EQ(l->currentIndex().row(), 0);
+}
+
+TEST_F(VistaRelato, CabecalhoOrdenaPeloModeloEGraficoViraPdf) {
+    Relato &r = abre<Relato>();
+    QTableView *l = mostra(r);
+    QHeaderView *h = l->horizontalHeader();
+    const auto valor = [l](int i) { return l->model()->index(i, ColunaLog::Valor).data(); };
+    EXPECT_EQ(l->model()->headerData(ColunaLog::Valor, Qt::Horizontal).toString(), "Valor");
+    EXPECT_EQ(l->model()->index(0, ColunaLog::Valor).data(Qt::TextAlignmentRole).toInt(),
+              int(Qt::AlignRight | Qt::AlignVCenter));
+    const QPoint titulo(h->sectionViewportPosition(ColunaLog::Valor) + 8, h->height() / 2);
+    for (const char *primeiro : {"10,00", "40,00"}) {
+        QTest::mouseClick(h->viewport(), Qt::LeftButton, {}, titulo);
+        EXPECT_EQ(valor(0), primeiro);
+    }
+    EXPECT_EQ(r.OrdemColuna, ColunaLog::Valor);
+    EXPECT_EQ(h->sortIndicatorOrder(), Qt::DescendingOrder);
+
+    d.CaminhoSalvar = pasta.path() + "/grafico.pdf";
+    QTest::mouseClick(janela->findChild<QPushButton *>("Grafico(1)"), Qt::LeftButton);
+    QFile pdf(d.CaminhoSalvar);
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly)) << d.Textos().join('|').toStdString();
+    EXPECT_TRUE(pdf.read(5) == "%PDF-");
 }
 
 } // namespace
