@@ -126,9 +126,9 @@ Configuracao prepara_configuracao(Sessao &s, const QString &pasta, const Importa
             RecordSet &rs = Conjunto(s, TabTransferencia);
             rs.MoveFirst();
             QStringList posicoes;
-            for (const QString &lc : {"L", "C"})
+            for (const char *lc : {"L", "C"})
                 for (int i = 1; i <= 7; ++i)
-                    posicoes << rs.Campo(lc + QString::number(i));
+                    posicoes << rs.Campo(QLatin1String(lc) + QString::number(i));
             nome = rs.Campo("Nome");
             v = linha_transf(posicoes, nome);
             origem = " (da tabela Transferencia)";
